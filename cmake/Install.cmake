@@ -1,0 +1,23 @@
+include(CMakePackageConfigHelpers)
+
+install(TARGETS jkc jkc_static EXPORT jkcTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(FILES include/jkc.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+if(TARGET jkc_program)
+    install(TARGETS jkc_program RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    if(EXISTS ${PROJECT_SOURCE_DIR}/man/jkc.1)
+        install(FILES man/jkc.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    endif()
+endif()
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/jkc)
+install(EXPORT jkcTargets NAMESPACE jkc:: FILE jkcConfig.cmake DESTINATION ${package_dir})
+write_basic_package_version_file(jkcConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/jkcConfigVersion.cmake DESTINATION ${package_dir})
+
+# The prefix in jkc.pc is told relative to the file, so that the installed tree can be moved.
+file(RELATIVE_PATH pc_to_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+configure_file(cmake/jkc.pc.in jkc.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/jkc.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -1,0 +1,27 @@
+option(JKC_BUILD_CLI "Build the program jkc" ${PROJECT_IS_TOP_LEVEL})
+option(JKC_BUILD_TESTS "Build the tests (needs GoogleTest)" ${PROJECT_IS_TOP_LEVEL})
+option(JKC_BUILD_BENCH "Build the benchmark (needs Google Benchmark)" OFF)
+option(JKC_WERROR "Treat compiler warnings as errors" OFF)
+set(JKC_SANITIZE "" CACHE STRING "Sanitizers to build with, such as address,undefined")
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_C_STANDARD 99)
+set(CMAKE_C_STANDARD_REQUIRED ON)
+
+if(PROJECT_IS_TOP_LEVEL)
+    if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+        set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+    endif()
+    set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+    set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+    set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
+    set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
+endif()
+
+if(JKC_SANITIZE)
+    # The library has no type information, which the vptr check would need.
+    add_compile_options(-fsanitize=${JKC_SANITIZE} -fno-sanitize=vptr -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${JKC_SANITIZE})
+endif()

@@ -1,0 +1,59 @@
+#include "support/failing_alloc.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+jkc::testing::FailingAlloc *active = nullptr;
+
+void *noted(void *p) {
+    if (active != nullptr && p != nullptr) {
+        active->note_alloc(p);
+    }
+    return p;
+}
+} // namespace
+
+namespace jkc::testing {
+
+FailingAlloc::FailingAlloc(size_t fail_at) : fail_at_(fail_at) { active = this; }
+FailingAlloc::~FailingAlloc() { active = nullptr; }
+
+} // namespace jkc::testing
+
+// The names are those that the linker's --wrap asks for.
+extern "C" {
+void *__real_malloc(size_t size);
+void *__real_calloc(size_t count, size_t size);
+void *__real_realloc(void *p, size_t size);
+void __real_free(void *p);
+
+void *__wrap_malloc(size_t size) {
+    return active != nullptr && active->next_fails() ? nullptr : noted(__real_malloc(size));
+}
+
+void *__wrap_calloc(size_t count, size_t size) {
+    return active != nullptr && active->next_fails() ? nullptr : noted(__real_calloc(count, size));
+}
+
+void *__wrap_realloc(void *p, size_t size) {
+    if (active != nullptr && active->next_fails()) {
+        return nullptr;
+    }
+    // Noted before the call: afterwards the old address must not be used at all.
+    auto old = reinterpret_cast<uintptr_t>(p);
+    void *moved = __real_realloc(p, size);
+    if (active != nullptr && moved != nullptr) {
+        active->note_free(reinterpret_cast<const void *>(old));
+        active->note_alloc(moved);
+    }
+    return moved;
+}
+
+void __wrap_free(void *p) {
+    if (active != nullptr) {
+        active->note_free(p);
+    }
+    __real_free(p);
+}
+}
