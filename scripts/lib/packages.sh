@@ -1,0 +1,62 @@
+# For the scripts in scripts/: sourced after common.sh. Sees to the tools that a script needs.
+
+# What tells that a Debian package, or the same from elsewhere, is there: a command or a file.
+declare -A package_probe=(
+    [cmake]=cmake
+    [make]=make
+    [g++]=g++
+    [clang]=clang++
+    [clang-format]=clang-format
+    [clang-tidy]=clang-tidy
+    [pkg-config]=pkg-config
+    [libgtest-dev]=/usr/include/gtest/gtest.h
+    [libbenchmark-dev]=/usr/include/benchmark/benchmark.h
+)
+
+missing_packages() {
+    local package probe
+    for package in "$@"; do
+        probe=${package_probe[$package]}
+        if [[ $probe == /* ]]; then
+            [ -e "$probe" ] || echo "$package"
+        else
+            command -v "$probe" >/dev/null || echo "$package"
+        fi
+    done
+}
+
+# need_packages PACKAGE...: installs what is missing when run as root on Debian, else says what is.
+need_packages() {
+    local missing log
+    mapfile -t missing < <(missing_packages "$@")
+    [ ${#missing[@]} -gt 0 ] || return 0
+    if ! command -v apt-get >/dev/null; then
+        die "please install what these Debian packages hold, and start again: ${missing[*]}"
+    fi
+    if [ "$(id -u)" != 0 ]; then
+        die "these packages are missing. Install them and start again:
+    sudo apt-get install ${missing[*]}"
+    fi
+
+    say "Installing ${missing[*]}"
+    log=$(mktemp)
+    if ! install_packages "${missing[@]}" >"$log" 2>&1; then
+        cat "$log" >&2
+        die "could not install: ${missing[*]}"
+    fi
+    rm -f "$log"
+    mapfile -t missing < <(missing_packages "$@")
+    [ ${#missing[@]} -eq 0 ] || die "still missing after the installation: ${missing[*]}"
+}
+
+install_packages() {
+    export DEBIAN_FRONTEND=noninteractive
+    local install=(apt-get install -y --no-install-recommends "$@")
+    # A machine that never updated knows no packages; one that did long ago knows old ones, which are
+    # no longer there to be fetched. In both cases an update comes first.
+    if ! apt-cache show "$@" >/dev/null 2>&1; then
+        apt-get update && "${install[@]}"
+    else
+        "${install[@]}" || { apt-get update && "${install[@]}"; }
+    fi
+}
