@@ -1,0 +1,27 @@
+// The library's code types as people name them.
+#pragma once
+
+#include <string>
+
+#include "jkc.h"
+
+namespace jkc::cli {
+
+// Answers the code type of a name or alias; case, '-' and '_' do not count. JKC_ECTYPE when there is none.
+int find_code_type(const std::string &name);
+
+// The library's own name.
+std::string code_type_name(int code_type);
+
+// The names in what a judgement answered when several code types fit: "SJIS, EUC".
+std::string judged_set_names(int judged_set);
+
+// Text for --list.
+std::string code_type_list();
+
+bool is_unicode(int code_type);
+
+// The same encoding without a byte-order mark.
+int without_mark(int code_type);
+
+} // namespace jkc::cli

@@ -1,0 +1,174 @@
+#include "convert.h"
+
+#include <array>
+#include <cinttypes>
+#include <cstdio>
+
+#include "code_types.h"
+#include "each_file.h"
+#include "input.h"
+#include "library.h"
+#include "output.h"
+#include "safe_file.h"
+
+namespace jkc::cli {
+namespace {
+
+// What the callbacks of one conversion share.
+struct Run {
+    JkcContext *ctx;
+    Output *out;
+    int32_t judged;
+};
+
+bool is_7bit(int code_type) {
+    return code_type == JKC_TYPE_ASCII || code_type == JKC_TYPE_JIS || code_type == JKC_TYPE_JIS2004;
+}
+
+// The code type that shall win ties: what -f says, without a mark, since text that begins with one ties with
+// nothing. The 7-bit ones take no part in ties. Where plain text ties as ASCII with UTF-16, SJIS stands for them,
+// as which ASCII is converted anyway.
+int preferred_type(int expected, Input &in) {
+    if (!is_7bit(expected)) {
+        return without_mark(expected);
+    }
+    in.make_rewindable();
+    const int judged = jkc_judges_stream(make_context().get(), nullptr, nullptr, in.stream(), 0);
+    in.rewind();
+    const bool ascii_ties = judged > 0 && is_undecided(judged) && (judged & JKC_JUDGED_BIT(JKC_TYPE_ASCII)) != 0;
+    return ascii_ties ? JKC_TYPE_SJIS : expected;
+}
+
+int32_t observe(int32_t code_type, void *user_data) {
+    auto *run = static_cast<Run *>(user_data);
+    run->judged = code_type;
+    if (!is_unicode(code_type)) {
+        // The judgement looks for both in whatever bytes there are, and ordinary Shift_JIS and EUC text
+        // raises them too. The first would widen CP50221 output to the characters of JIS X 0213, the second
+        // with --compose would make a copy from a code type to itself write nothing.
+        run->ctx->srg_exists = 0;
+        run->ctx->utfmac_exists = 0;
+    }
+    return 0;
+}
+
+int32_t write(const uint8_t *data, uint64_t length, void *user_data) {
+    return static_cast<Run *>(user_data)->out->write(data, length) ? JKC_SUCCESS : JKC_EWRITE;
+}
+
+// Whether a text of the judged code type is what -f says. Plain ASCII is valid in all others but UTF-16, and
+// where there is a byte-order mark, "UTF-16" leaves the byte order to it.
+bool agrees(int judged, int expected) {
+    const bool expects_utf16 = expected >= JKC_TYPE_UTF16BE && expected <= JKC_TYPE_UTF16LE_BOM;
+    if (judged == JKC_TYPE_EMPTY || (judged == JKC_TYPE_ASCII && !expects_utf16)) {
+        return true;
+    }
+    return without_mark(judged) == without_mark(expected) ||
+           (judged == JKC_TYPE_UTF16BE_BOM && expected == JKC_TYPE_UTF16LE_BOM);
+}
+
+void warn(const Options &options, const std::string &name, int judged, int preferred) {
+    if (options.from != 0 && judged != preferred && !agrees(judged, options.from)) {
+        say(name,
+            "read as " + code_type_name(judged) + ", which its bytes show, not as " + code_type_name(options.from));
+    }
+    if (options.to == JKC_TYPE_ASCII && judged > JKC_TYPE_ASCII) {
+        say(name, "not plain ASCII, written as " + code_type_name(JKC_TYPE_SJIS));
+    }
+}
+
+std::string describe_nochar(int64_t code, int64_t offset, bool from_unicode) {
+    std::array<char, 64> text{};
+    if (code == 0) {
+        std::snprintf(text.data(), text.size(), "invalid bytes at byte %" PRId64, offset);
+    } else {
+        std::snprintf(text.data(), text.size(),
+                      from_unicode ? "U+%04" PRIX64 " at byte %" PRId64 : "0x%" PRIX64 " at byte %" PRId64,
+                      static_cast<uint64_t>(code), offset);
+    }
+    return text.data();
+}
+
+// "3 characters without equivalent in SJIS: first U+2603 at byte 5, last invalid bytes at byte 40"
+std::string describe_losses(const JkcContext &ctx, int judged, int target) {
+    const bool from_unicode = is_unicode(judged);
+    const std::string first = describe_nochar(ctx.first_nochar, ctx.first_nochar_index, from_unicode);
+    const std::string last = describe_nochar(ctx.last_nochar, ctx.last_nochar_index, from_unicode);
+    const bool one = ctx.nochar_count == 1;
+    return std::to_string(ctx.nochar_count) + (one ? " character" : " characters") + " without equivalent in " +
+           code_type_name(target == JKC_TYPE_ASCII ? JKC_TYPE_SJIS : target) + ": " +
+           (one ? first : "first " + first + ", last " + last);
+}
+
+void set_options(JkcContext &ctx, const Options &options) {
+    ctx.mode |= options.line_type;
+    ctx.utfmac_to = options.compose ? 1 : 0;
+    // Invalid bytes that are left out are not counted, so that --strict would not see them.
+    ctx.suppress = options.suppress && !options.strict ? 1 : 0;
+}
+
+ExitCode convert_input(const Options &options, Input &in, Output &out) {
+    const Context ctx = make_context();
+    set_options(*ctx, options);
+    Run run{ctx.get(), &out, JKC_TYPE_EMPTY};
+    const int preferred = preferred_type(options.from, in);
+    // Files that are joined have one byte-order mark, at the front.
+    const int target = out.length() == 0 ? options.to : without_mark(options.to);
+    const int32_t status = jkc_convert_stream(ctx.get(), in.stream(), preferred, target, false, observe, write, &run);
+    if (out.error() != 0) {
+        throw FileError(out.name(), out.error());
+    }
+    if (is_undecided(run.judged)) {
+        say(in.name(), run.judged < 0 ? "no code type fits"
+                                      : "undecided (" + judged_set_names(run.judged) + ")" +
+                                            (options.from == 0 ? "; -f CODE may decide" : ""));
+        return kUndecidedOrLost;
+    }
+    if (status != JKC_SUCCESS) {
+        throw FileError(in.name(), status_reason(*ctx, status));
+    }
+    if (!options.quiet) {
+        warn(options, in.name(), run.judged, preferred);
+    }
+    if (ctx->nochar_count == 0) {
+        return kDone;
+    }
+    if (!options.quiet || options.strict) {
+        say(in.name(), describe_losses(*ctx, run.judged, options.to));
+    }
+    return options.strict ? kUndecidedOrLost : kDone;
+}
+
+ExitCode convert_in_place(const Options &options, const std::string &name) {
+    SafeFile out(name, options.backup_suffix);
+    Input in(name);
+    const ExitCode code = convert_input(options, in, out);
+    if (code == kDone) {
+        out.commit();
+    }
+    return code;
+}
+
+ExitCode convert_to_output(const Options &options) {
+    const std::unique_ptr<Output> out = open_output(options.output);
+    const ExitCode code = for_each_file(options.files, out.get(), [&](const std::string &name) {
+        Input in(name);
+        return convert_input(options, in, *out);
+    });
+    if (code == kDone) {
+        out->commit();
+    }
+    return code;
+}
+
+} // namespace
+
+ExitCode convert(const Options &options) {
+    if (!options.in_place) {
+        return convert_to_output(options);
+    }
+    return for_each_file(options.files, nullptr,
+                         [&](const std::string &name) { return convert_in_place(options, name); });
+}
+
+} // namespace jkc::cli

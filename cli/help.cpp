@@ -1,0 +1,78 @@
+#include "help.h"
+
+#include <array>
+#include <cstdio>
+
+#include "jkc.h"
+
+namespace jkc::cli {
+namespace {
+
+constexpr const char *kProgramHelp = R"(usage: jkc COMMAND [OPTION...] [FILE...]
+
+Judges which Japanese encoding a text is in, and converts it.
+
+  jkc detect [FILE...]            tell the code type and line ends of each file
+  jkc convert -t CODE [FILE...]   convert files
+
+  jkc COMMAND --help              tell more about a command
+  jkc --list                      list the code types and their aliases
+  jkc --version                   tell the version
+
+Exit status: 0 done; 1 undecided, or characters lost under --strict;
+2 usage; 3 input or output.
+)";
+
+constexpr const char *kDetectHelp = R"(usage: jkc detect [FILE...]
+
+Prints a line for each file: "FILE: CODE TYPE, LINE ENDS". Without a file, or
+where the file is "-", reads standard input.
+
+  letter.txt: SJIS, CRLF               one code type fits
+  mixed.txt: UTF8, LF+CRLF             several kinds of line ends
+  short.txt: undecided (SJIS, EUC)     these fit equally well
+  photo.jpg: unknown                   none fits
+
+Exit status: 0 done; 1 undecided or unknown; 2 usage; 3 input or output.
+)";
+
+constexpr const char *kConvertHelp = R"(usage: jkc convert [OPTION...] -t CODE [FILE...]
+
+Converts each file, or standard input without a file or for "-". What code type
+a file is in is judged from its bytes.
+
+  -t, --to CODE         code type to convert to ('jkc --list' shows them)
+  -f, --from CODE       code type to expect: it wins when several fit equally,
+                        but does not overrule what the bytes show
+  -o, --output OUT      write to OUT, not to standard output; several files
+                        are joined
+  --in-place[=SUFFIX]   replace each file, and keep the old one as FILE+SUFFIX
+  --eol KIND            line ends: keep (default), lf, crlf or cr
+  --compose             compose letters and their marks when the source is Unicode
+  --suppress            leave out what CODE lacks; otherwise '?' stands for it
+  --strict              take lost characters as failure: status 1, and OUT or the
+                        file in place stays as it was
+  -q, --quiet           tell only what failed
+
+OUT and files in place are written beside and renamed when all went well.
+Exit status: 0 done; 1 undecided, or characters lost under --strict; 2 usage;
+3 input or output.
+)";
+
+} // namespace
+
+const char *help_text(const std::string &command) {
+    if (command == "detect") {
+        return kDetectHelp;
+    }
+    return command == "convert" ? kConvertHelp : kProgramHelp;
+}
+
+std::string version_text() {
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), "jkc %s (library %.1f)\n", JKC_VERSION_STRING,
+                  static_cast<double>(jkc_get_version()));
+    return text.data();
+}
+
+} // namespace jkc::cli

@@ -1,0 +1,26 @@
+// The library's records and answers in C++ dress.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "jkc.h"
+
+namespace jkc::cli {
+
+struct ReleaseContext {
+    void operator()(JkcContext *ctx) const { release_jkc(ctx); }
+};
+using Context = std::unique_ptr<JkcContext, ReleaseContext>;
+
+// Throws std::bad_alloc.
+Context make_context();
+
+// Whether a judgement's answer names no single code type: several fit, or none.
+bool is_undecided(int judged);
+
+// Why an operation on the context ended with this negative status.
+std::string status_reason(const JkcContext &ctx, int32_t status);
+
+} // namespace jkc::cli

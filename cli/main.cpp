@@ -1,0 +1,66 @@
+// The program jkc.
+#include <csignal>
+#include <cstdio>
+#include <new>
+#include <string_view>
+
+#include "code_types.h"
+#include "convert.h"
+#include "detect.h"
+#include "help.h"
+#include "options.h"
+#include "output.h"
+#include "report.h"
+
+namespace jkc::cli {
+namespace {
+
+void print(std::string_view text) {
+    Output out;
+    out.print(text);
+    out.commit();
+}
+
+ExitCode run(int argc, char **argv) {
+    const Options options = parse_options(argc, argv);
+    switch (options.action) {
+    case Action::kHelp:
+        print(help_text(options.command));
+        return kDone;
+    case Action::kVersion:
+        print(version_text());
+        return kDone;
+    case Action::kList:
+        print(code_type_list());
+        return kDone;
+    case Action::kDetect:
+        return detect(options);
+    case Action::kConvert:
+        return convert(options);
+    }
+    return kUsage;
+}
+
+} // namespace
+} // namespace jkc::cli
+
+int main(int argc, char **argv) {
+    using namespace jkc::cli;
+    occupy_standard_descriptors();
+    // As failures of write() these are told like any other, and leave no temporary file behind.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+    try {
+        return run(argc, argv);
+    } catch (const UsageError &error) {
+        if (error.what()[0] != '\0') {
+            std::fprintf(stderr, "jkc: %s\n", error.what());
+        }
+        return kUsage;
+    } catch (const FileError &error) {
+        say(error.name, error.what());
+    } catch (const std::bad_alloc &) {
+        std::fputs("jkc: out of memory\n", stderr);
+    }
+    return kInputOutput;
+}

@@ -1,0 +1,27 @@
+// Exit codes, and the one form in which the program speaks on standard error.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace jkc::cli {
+
+// A run over several files ends with the highest of their codes.
+enum ExitCode {
+    kDone = 0,
+    kUndecidedOrLost = 1, // no single code type fits, or characters were lost under --strict
+    kUsage = 2,
+    kInputOutput = 3,
+};
+
+// A file that cannot be read, converted or written; what() is the reason.
+struct FileError : std::runtime_error {
+    FileError(std::string file, const std::string &reason) : std::runtime_error(reason), name(std::move(file)) {}
+    FileError(std::string file, int error_number);
+    std::string name;
+};
+
+// Writes the line "jkc: ABOUT: WHAT".
+void say(const std::string &about, const std::string &what);
+
+} // namespace jkc::cli
