@@ -11,11 +11,12 @@ namespace {
 
 constexpr size_t kInputSize = size_t{64} << 20;
 
-// The most memory that this process ever had resident. (getrusage would count the parent's before the exec.)
-size_t peak_bytes() {
+// A figure about this process from the system, in bytes: "VmRSS:" is its memory now, "VmHWM:" the most it ever had.
+// (getrusage would count the parent's before the exec.)
+size_t memory(const char *key) {
     std::ifstream status("/proc/self/status");
     for (std::string word; status >> word;) {
-        if (word == "VmHWM:") {
+        if (word == key) {
             size_t kilobytes = 0;
             status >> kilobytes;
             return kilobytes * 1024;
@@ -33,7 +34,7 @@ int32_t count_bytes(const uint8_t * /*data*/, uint64_t length, void *user_data) 
 
 int main() {
     const std::string text = jkc::bench::make_text(jkc::bench::Text::kProse, "UTF-8", kInputSize);
-    const size_t before = peak_bytes();
+    const size_t before = memory("VmRSS:");
 
     JkcContext *ctx = create_jkc();
     uint64_t written = 0;
@@ -41,7 +42,7 @@ int main() {
                                               JKC_TYPE_UTF8, JKC_TYPE_SJIS, false, nullptr, count_bytes, &written);
     release_jkc(ctx);
 
-    const size_t growth = peak_bytes() - before;
+    const size_t growth = memory("VmHWM:") - before;
     const size_t allowed = text.size() + text.size() / 20 + (size_t{1} << 20);
     std::printf(
         "%zu bytes converted with status %d to %llu: peak grew by %zu bytes, %.3f of the input (allowed: %zu)\n",

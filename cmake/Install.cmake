@@ -13,11 +13,13 @@ if(TARGET jkc_program)
 endif()
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/jkc)
-install(EXPORT jkcTargets NAMESPACE jkc:: FILE jkcConfig.cmake DESTINATION ${package_dir})
+install(EXPORT jkcTargets NAMESPACE jkc:: DESTINATION ${package_dir})
 write_basic_package_version_file(jkcConfigVersion.cmake COMPATIBILITY SameMajorVersion)
-install(FILES ${PROJECT_BINARY_DIR}/jkcConfigVersion.cmake DESTINATION ${package_dir})
+configure_file(cmake/jkcConfig.cmake.in jkcConfig.cmake COPYONLY)
+install(FILES ${PROJECT_BINARY_DIR}/jkcConfig.cmake ${PROJECT_BINARY_DIR}/jkcConfigVersion.cmake DESTINATION ${package_dir})
 
 # The prefix in jkc.pc is told relative to the file, so that the installed tree can be moved.
 file(RELATIVE_PATH pc_to_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+string(REGEX REPLACE "/$" "" pc_to_prefix ${pc_to_prefix})
 configure_file(cmake/jkc.pc.in jkc.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/jkc.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

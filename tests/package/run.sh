@@ -14,12 +14,11 @@ mv "$work/first" "$work/prefix"
 libdir=$(dirname "$(find "$work/prefix" -name libjkc.so)")
 
 echo "--- find_package"
-"$cmake" -S "$here" -B "$work/consumer" -G "$generator" -DCMAKE_C_COMPILER="$cc" -DCMAKE_CXX_COMPILER="$cxx" \
+"$cmake" -S "$here" -B "$work/consumer" -G "$generator" -DCMAKE_C_COMPILER="$cc" \
     -DCMAKE_PREFIX_PATH="$work/prefix" >"$work/configure.log"
 "$cmake" --build "$work/consumer"
-for program in consumer_c consumer_c_static consumer_cxx; do
-    "$work/consumer/$program"
-done
+"$work/consumer/consumer_shared"
+"$work/consumer/consumer_static"
 
 echo "--- pkg-config"
 export PKG_CONFIG_PATH=$libdir/pkgconfig
