@@ -1,0 +1,168 @@
+// Reads the rest of the input into blocks and looks through Unicode text for what the conversion must know.
+#include "core/unicode.h"
+#include "judge/block_cursor.h"
+#include "judge/input_window.h"
+
+namespace jkc {
+
+namespace {
+
+constexpr size_t kLookAhead = 4;
+
+int read_all(JkcContext *ctx) {
+    InputWindow window(ctx);
+    for (;;) {
+        reset_block(_buffser_info);
+        size_t count = 0;
+        int status = window.read(_buffser_info.data + JKC_BLOCK_HEADROOM, JKC_BLOCK_READ, count);
+        if (status != JKC_SUCCESS || count == 0) {
+            return status;
+        }
+        _buffser_info.end = JKC_BLOCK_HEADROOM + static_cast<int32_t>(count);
+        status = keep_block(ctx, _buffser_info);
+        if (status != JKC_SUCCESS) {
+            return status;
+        }
+    }
+}
+
+bool both_found(const JkcContext &ctx) { return ctx.srg_exists != 0 && ctx.utfmac_exists != 0; }
+
+template <class Order>
+int look_through_utf16(JkcContext *ctx) {
+    BlockCursor in(ctx);
+    while (!both_found(*ctx)) {
+        in.ensure(kLookAhead);
+        if (in.left() < 2) {
+            break;
+        }
+        const uint32_t unit = Order::unit(in.p);
+        in.p += 2;
+        if (is_high_surrogate(unit)) {
+            ctx->srg_exists = 1;
+        } else if ((ctx->uni_def_table[unit] & kAnyBase) != 0 && in.left() >= 2 &&
+                   is_combining_mark(Order::unit(in.p))) {
+            ctx->utfmac_exists = 1;
+            in.p += 2;
+        }
+    }
+    return JKC_SUCCESS;
+}
+
+// Bytes that the lead byte announces; what is no lead byte, and what does not fit together, is passed by four.
+size_t announced_length(uint8_t lead) {
+    if (lead < 0xC0 || lead > 0xF7) {
+        return 1;
+    }
+    return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+}
+constexpr size_t kUnknownStep = 4;
+
+class Utf8Features {
+public:
+    explicit Utf8Features(JkcContext *ctx) : ctx_(ctx) {}
+
+    int look_through() {
+        BlockCursor in(ctx_);
+        while (!both_found(*ctx_)) {
+            in.ensure(kLookAhead);
+            if (in.at_end()) {
+                break;
+            }
+            if (announced_length(*in.p) > in.left()) {
+                return JKC_EUEXPEOD;
+            }
+            const size_t length = take(in.p);
+            in.p += length < in.left() ? length : in.left();
+        }
+        return JKC_SUCCESS;
+    }
+
+private:
+    // Looks at one sequence; returns the bytes to pass.
+    size_t take(const uint8_t *p) {
+        // A5 is the yen sign of single-byte sets that strays into such texts.
+        if (p[0] < 0x80 || p[0] == 0xA5) {
+            return 1;
+        }
+        switch (announced_length(p[0])) {
+        case 2:
+            if (is_trail(p[1]) && is_text(utf8_code_point(p[0], p[1]))) {
+                two_byte(utf8_code_point(p[0], p[1]));
+                return 2;
+            }
+            break;
+        case 3:
+            if (is_trail(p[1]) && is_trail(p[2]) && is_text(utf8_code_point(p[0], p[1], p[2]))) {
+                three_byte(utf8_code_point(p[0], p[1], p[2]));
+                return 3;
+            }
+            break;
+        case 4:
+            if (is_trail(p[1]) && is_trail(p[2]) && is_trail(p[3])) {
+                ctx_->srg_exists = 1;
+                return 4;
+            }
+            break;
+        default:
+            break;
+        }
+        return kUnknownStep;
+    }
+
+    bool is_text(uint32_t c) const { return c < ctx_->uni_def_count && (ctx_->uni_def_table[c] & kAnyText) != 0; }
+    bool has(uint32_t c, uint16_t bits) const { return (ctx_->uni_def_table[c] & bits) != 0; }
+
+    void two_byte(uint32_t c) {
+        if (has(c, kCyrillicBase)) {
+            base_ = true;
+            return;
+        }
+        if (base_ && c == kBreve) {
+            ctx_->utfmac_exists = 1;
+        }
+        base_ = false;
+    }
+
+    void three_byte(uint32_t c) {
+        if (is_kana_letter(c)) {
+            if (has(c, kKanaBase)) {
+                base_ = true;
+                return;
+            }
+            if (base_ && (c == kVoicedMark || c == kSemiVoicedMark)) {
+                ctx_->utfmac_exists = 1;
+            }
+            base_ = false;
+        } else if (is_vertical_repeat_mark(c)) {
+            base_ = has(c, kKanaBase);
+        }
+    }
+
+    JkcContext *ctx_;
+    bool base_ = false; // the last character can take a mark
+};
+
+} // namespace
+
+} // namespace jkc
+
+int _fill_buffer(JkcContext *ctx, int code_type) {
+    const int status = jkc::read_all(ctx);
+    if (status != JKC_SUCCESS) {
+        return status;
+    }
+    switch (code_type) {
+    case JKC_TYPE_UTF16BE:
+    case JKC_TYPE_UTF16BE_BOM:
+        return jkc::look_through_utf16<jkc::BigEndian>(ctx);
+    case JKC_TYPE_UTF16LE:
+    case JKC_TYPE_UTF16LE_BOM:
+        return jkc::look_through_utf16<jkc::LittleEndian>(ctx);
+    case JKC_TYPE_UTF8:
+    case JKC_TYPE_UTF8_BOM:
+        return jkc::Utf8Features(ctx).look_through();
+    default:
+        return JKC_SUCCESS;
+    }
+}

@@ -1,0 +1,136 @@
+#include "judge/input_window.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include "judge/reader.h"
+
+JkcBlock _buffser_info;
+
+static_assert(sizeof(JkcBlock) == 8220 && offsetof(JkcBlock, start) == 8192 && offsetof(JkcBlock, scan_start) == 8204,
+              "input blocks are handed around as records of this layout");
+
+namespace jkc {
+
+namespace {
+
+// A reader that has nothing just now is asked again, but not for ever.
+constexpr int kMaxEmptyReads = 1000;
+
+enum class Source : uint8_t { kBuffer, kStream, kReader };
+
+Source source_of(const JkcContext &ctx) {
+    if ((ctx.mode & JKC_MODE_READER) == JKC_MODE_READER) {
+        return Source::kReader;
+    }
+    return (ctx.mode & JKC_MODE_BUFFER) != 0 ? Source::kBuffer : Source::kStream;
+}
+
+} // namespace
+
+int InputWindow::failed() {
+    if (source_of(*ctx_) == Source::kStream) {
+        ctx_->sys_errno = errno;
+    }
+    ll_clear(ctx_->blocks);
+    return JKC_EREAD;
+}
+
+int InputWindow::load_chunk(JkcReader &reader) {
+    reader.taken = 0;
+    reader.filled = 0;
+    for (int empty = 0; empty < kMaxEmptyReads && !reader.ended; ++empty) {
+        const int64_t got = reader.read(&reader, reader.chunk, sizeof reader.chunk);
+        if (got == kReadFailed) {
+            return failed();
+        }
+        if (got > 0) {
+            reader.filled = static_cast<size_t>(got);
+            return JKC_SUCCESS;
+        }
+        reader.ended = got < 0;
+    }
+    reader.ended = true;
+    return JKC_SUCCESS;
+}
+
+int InputWindow::read(uint8_t *dst, size_t room, size_t &count) {
+    switch (source_of(*ctx_)) {
+    case Source::kBuffer: {
+        const size_t left = static_cast<size_t>(ctx_->in_end - ctx_->in_ptr);
+        const size_t taken = std::min(left, room);
+        if (taken > 0) {
+            memcpy(dst, ctx_->in_ptr, taken);
+            ctx_->in_ptr += taken;
+        }
+        count += taken;
+        return JKC_SUCCESS;
+    }
+    case Source::kStream: {
+        const size_t got = fread(dst, 1, room, ctx_->in_file);
+        count += got;
+        return got < room && ferror(ctx_->in_file) != 0 ? failed() : JKC_SUCCESS;
+    }
+    case Source::kReader: {
+        // However short the reads are, blocks are filled: the result does not depend on how the input was cut.
+        JkcReader &reader = *ctx_->reader;
+        while (room > 0) {
+            if (reader.taken == reader.filled) {
+                const int status = load_chunk(reader);
+                if (status != JKC_SUCCESS || reader.filled == 0) {
+                    return status;
+                }
+            }
+            const size_t taken = std::min(reader.filled - reader.taken, room);
+            memcpy(dst, reader.chunk + reader.taken, taken);
+            reader.taken += taken;
+            dst += taken;
+            room -= taken;
+            count += taken;
+        }
+        return JKC_SUCCESS;
+    }
+    }
+    return JKC_SUCCESS;
+}
+
+int InputWindow::at_end(bool &end) {
+    switch (source_of(*ctx_)) {
+    case Source::kBuffer:
+        end = ctx_->in_ptr == ctx_->in_end;
+        return JKC_SUCCESS;
+    case Source::kStream: {
+        const int c = getc(ctx_->in_file);
+        end = c == EOF;
+        if (end) {
+            return ferror(ctx_->in_file) != 0 ? failed() : JKC_SUCCESS;
+        }
+        ungetc(c, ctx_->in_file);
+        return JKC_SUCCESS;
+    }
+    case Source::kReader: {
+        JkcReader &reader = *ctx_->reader;
+        const int status = reader.taken == reader.filled ? load_chunk(reader) : static_cast<int>(JKC_SUCCESS);
+        end = reader.taken == reader.filled;
+        return status;
+    }
+    }
+    return JKC_SUCCESS;
+}
+
+void reset_block(JkcBlock &block) {
+    memset(&block, 0, sizeof block);
+    block.start = JKC_BLOCK_HEADROOM;
+    block.end = JKC_BLOCK_HEADROOM;
+}
+
+int keep_block(JkcContext *ctx, const JkcBlock &block) {
+    if (ll_add(ctx->blocks->header->last, &block, sizeof block) != nullptr) {
+        return JKC_SUCCESS;
+    }
+    ll_clear(ctx->blocks);
+    return JKC_EALLOC;
+}
+
+} // namespace jkc

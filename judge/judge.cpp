@@ -1,0 +1,207 @@
+// The judgement of a whole source, and its entry points.
+#include <cerrno>
+#include <cstring>
+
+#include "judge/input_window.h"
+#include "judge/judgement.h"
+#include "judge/source_bits.h"
+
+namespace jkc {
+
+namespace {
+
+// Room behind the headroom's end for what a scanner leaves over at a block's end.
+constexpr size_t kCarryRoom = 8;
+
+// Reads the first bytes one by one, so that a stream with a mark is read no further than that. Returns the code type
+// of the mark, 0 without one, or a failure; `count` bytes lie at `data` then.
+int read_mark(InputWindow &window, uint8_t *data, size_t &count) {
+    const auto next = [&window, data, &count] { return window.read(data + count, 1, count); };
+    for (size_t wanted = 1; wanted <= 2; ++wanted) {
+        const int status = next();
+        if (status != JKC_SUCCESS || count < wanted) {
+            return status;
+        }
+    }
+    if (data[0] == 0xFE && data[1] == 0xFF) {
+        return JKC_TYPE_UTF16BE_BOM;
+    }
+    if (data[0] == 0xFF && data[1] == 0xFE) {
+        return JKC_TYPE_UTF16LE_BOM;
+    }
+    if (data[0] == 0xEF && data[1] == 0xBB) {
+        const int status = next();
+        if (status != JKC_SUCCESS) {
+            return status;
+        }
+        if (count == 3 && data[2] == 0xBF) {
+            return JKC_TYPE_UTF8_BOM;
+        }
+    }
+    return 0;
+}
+
+// The tables that the scan starts from. Only the EUC scanner moves on to others.
+void select_source_tables(JkcContext *ctx) {
+    ctx->jis_src_table = _jis2unibe50221_table;
+    ctx->jis_src_count = _jis2unibe50221_table_size;
+    ctx->jis_src_offset = 0;
+    ctx->euc_src_table = _euc2unibecommon_table00;
+    ctx->euc_src_count = _euc2unibecommon_table00_size;
+    ctx->euc_src_table_8f = nullptr;
+    ctx->euc_src_count_8f = 0;
+}
+
+// Where a judgement puts its answers.
+struct Answers {
+    int *type_out;
+    int *line_out;
+
+    int answer(int result) const {
+        if (type_out != nullptr) {
+            *type_out = result;
+        }
+        return result;
+    }
+};
+
+// Reads what is left of the source (it must be kept) as one code type.
+int take_rest(JkcContext *ctx, const Answers &answers, int code_type, bool keep) {
+    if (keep) {
+        const int status = _fill_buffer(ctx, code_type);
+        if (status != JKC_SUCCESS) {
+            return answers.answer(status);
+        }
+        if (answers.line_out != nullptr) {
+            *answers.line_out = _check_ln(ctx, 0, code_type);
+        }
+    }
+    return answers.answer(code_type);
+}
+
+// Prepares the block for the next read: cleared, with the last bytes of the data before it in the headroom.
+void start_next_block(JkcBlock &block) {
+    uint8_t carry[kCarryRoom];
+    memcpy(carry, block.data + block.end - kCarryRoom, kCarryRoom);
+    int32_t scan_start[4];
+    memcpy(scan_start, block.scan_start, sizeof scan_start);
+    reset_block(block);
+    memcpy(block.data + JKC_BLOCK_HEADROOM - kCarryRoom, carry, kCarryRoom);
+    memcpy(block.scan_start, scan_start, sizeof scan_start);
+}
+
+int judge(JkcContext *ctx, const Answers &answers, int preferred, bool plain_is_preferred, bool keep) {
+    JkcBlock &block = _buffser_info;
+    reset_block(block);
+    ctx->srg_exists = 0;
+    ctx->utfmac_exists = 0;
+
+    InputWindow window(ctx);
+    size_t count = 0;
+    uint8_t *data = block.data + JKC_BLOCK_HEADROOM;
+    const int mark = read_mark(window, data, count);
+    if (mark < 0) {
+        return answers.answer(mark);
+    }
+    if (count == 0) {
+        return answers.answer(JKC_TYPE_EMPTY);
+    }
+    if (mark != 0) {
+        return take_rest(ctx, answers, mark, keep);
+    }
+
+    select_source_tables(ctx);
+    Judgement judgement(ctx, preferred, plain_is_preferred);
+    for (int32_t &start : block.scan_start) {
+        start = JKC_BLOCK_HEADROOM;
+    }
+    bool last = false;
+    bool decided = false;
+    while (!last && !decided) {
+        int status = window.read(data + count, JKC_BLOCK_READ - count, count);
+        if (status == JKC_SUCCESS) {
+            status = window.at_end(last);
+        }
+        block.end = JKC_BLOCK_HEADROOM + static_cast<int32_t>(count);
+        if (status == JKC_SUCCESS && keep) {
+            status = keep_block(ctx, block);
+        }
+        if (status != JKC_SUCCESS) {
+            return answers.answer(status);
+        }
+        decided = judgement.take_block(block, last);
+        if (!last && !decided) {
+            start_next_block(block);
+            count = 0;
+        }
+    }
+    if (!decided) {
+        judgement.decide();
+    }
+
+    const Verdict verdict = judgement.verdict;
+    if (verdict.result == JKC_TYPE_JIS2004 || verdict.result == JKC_TYPE_ASCII) {
+        return take_rest(ctx, answers, verdict.result, keep);
+    }
+    if (answers.type_out != nullptr) {
+        const bool single = verdict.line_type != kNoLineCheck && verdict.result < kAsciiBit;
+        *answers.type_out = single ? verdict.result : judgement.possible;
+    }
+    if (answers.line_out != nullptr && verdict.line_type != kNoLineCheck) {
+        *answers.line_out = _check_ln(ctx, 0, verdict.line_type);
+    }
+    return verdict.result;
+}
+
+int judge_source(JkcContext *ctx, int *type_out, int *line_out, int preferred) {
+    const int result = _jkc_judges(ctx, type_out, line_out, preferred, false, line_out != nullptr);
+    clear_source(ctx);
+    ll_clear(ctx->blocks);
+    ctx->sts = result;
+    return result;
+}
+
+} // namespace
+
+} // namespace jkc
+
+int _jkc_judges(JkcContext *ctx, int *type_out, int *line_out, int preferred, bool plain_is_preferred,
+                bool keep_blocks) {
+    if (type_out != nullptr) {
+        *type_out = -1;
+    }
+    if (line_out != nullptr) {
+        *line_out = 0;
+    }
+    // The line-end check reads the kept blocks.
+    return jkc::judge(ctx, {type_out, line_out}, preferred, plain_is_preferred, keep_blocks || line_out != nullptr);
+}
+
+int jkc_judges_buffer(JkcContext *ctx, int *type_out, int *line_out, const char *buf, size_t len, int preferred) {
+    ctx->in_ptr = reinterpret_cast<const uint8_t *>(buf);
+    ctx->in_end = ctx->in_ptr + len;
+    jkc::set_source(ctx, JKC_MODE_BUFFER);
+    return jkc::judge_source(ctx, type_out, line_out, preferred);
+}
+
+int jkc_judges_stream(JkcContext *ctx, int *type_out, int *line_out, FILE *fp, int preferred) {
+    ctx->in_file = fp;
+    jkc::set_source(ctx, JKC_MODE_STREAM);
+    return jkc::judge_source(ctx, type_out, line_out, preferred);
+}
+
+int jkc_judges_file(JkcContext *ctx, int *type_out, int *line_out, const char *path, int preferred) {
+    FILE *fp = fopen(path, "rb");
+    if (fp == nullptr) {
+        ctx->sys_errno = errno;
+        ctx->sts = JKC_EROPEN;
+        if (type_out != nullptr) {
+            *type_out = JKC_EROPEN;
+        }
+        return JKC_EROPEN;
+    }
+    jkc::set_source(ctx, JKC_MODE_FILE);
+    const int result = jkc_judges_stream(ctx, type_out, line_out, fp, preferred);
+    fclose(fp);
+    return result;
+}

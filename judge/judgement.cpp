@@ -1,0 +1,187 @@
+#include "judge/judgement.h"
+
+#include <algorithm>
+
+namespace jkc {
+
+namespace {
+
+// The scanners' places in JkcBlock::scan_start.
+enum ScanStart : uint8_t { kFromSjis, kFromEuc, kFromUtf16, kFromUtf8 };
+
+// The counters of a candidate are 32 bits wide; more bytes than this decide nothing more.
+int32_t counter(int64_t value) {
+    constexpr int64_t kCeiling = 0x3FFFFFFF / 4;
+    return static_cast<int32_t>(std::clamp(value, -kCeiling, kCeiling));
+}
+
+} // namespace
+
+bool Judgement::take_block(JkcBlock &block, bool last) {
+    const uint8_t *data = block.data + block.start;
+    const uint8_t *end = block.data + block.end;
+    const auto feed = [&](ScanStart scanner, auto scan) {
+        const uint8_t *stopped = scan(block.data + block.scan_start[scanner]);
+        block.scan_start[scanner] = JKC_BLOCK_HEADROOM - static_cast<int32_t>(end - stopped);
+    };
+
+    feed(kFromSjis, [&](const uint8_t *p) { return sjis_.scan(p, end, last, data, total_); });
+    if (sjis_.jis2004) {
+        verdict = {JKC_TYPE_JIS2004, JKC_TYPE_JIS2004};
+        return true;
+    }
+    const int64_t total = total_ + (end - data);
+    if (last && is_tolerable(sjis_.found.errors, total) && (sjis_.jis_escape || plain_is_preferred_)) {
+        const int type = sjis_.jis_escape ? static_cast<int>(JKC_TYPE_JIS) : preferred_;
+        verdict = {type, type};
+        return true;
+    }
+    if (sjis_.coded) {
+        feed(kFromEuc, [&](const uint8_t *p) { return euc_.scan(p, end, last); });
+    }
+    feed(kFromUtf16, [&](const uint8_t *p) { return utf16_.scan(p, end, last); });
+    if (sjis_.coded) {
+        feed(kFromUtf8, [&](const uint8_t *p) { return utf8_.scan(p, end, last); });
+    } else {
+        block.scan_start[kFromEuc] = JKC_BLOCK_HEADROOM;
+        block.scan_start[kFromUtf8] = JKC_BLOCK_HEADROOM;
+    }
+    raise_flags();
+    total_ = total;
+    return false;
+}
+
+void Judgement::raise_flags() const {
+    if (utf16_.big.surrogates > 0 || utf16_.little.surrogates > 0 || utf8_.four_byte > 0) {
+        ctx_->srg_exists = 1;
+    }
+    if (utf16_.big.decomposed > 0 || utf16_.little.decomposed > 0 || utf8_.decomposed > 0) {
+        ctx_->utfmac_exists = 1;
+    }
+}
+
+// Shares the evidence of the generic table among the EUC flavours and takes out those that have nothing of their own,
+// or nothing that another one has not. Returns the set that is left.
+int32_t Judgement::narrow_euc() {
+    Evidence &generic = euc_.found;
+    Evidence &euc1 = euc_.own[EucScanner::kCp20932];
+    Evidence &euc2 = euc_.own[EucScanner::kCp51932];
+    Evidence &euc3 = euc_.own[EucScanner::kEucMs];
+    if (euc_.cut_two_byte) {
+        generic.errors += 2;
+        for (Evidence &flavour : euc_.own) {
+            flavour.errors += 2;
+        }
+    }
+    if (euc_.cut_three_byte) {
+        euc1.errors += 3;
+        euc3.errors += 3;
+    }
+    for (Evidence &flavour : euc_.own) {
+        flavour.valid += generic.valid;
+        flavour.kana += generic.kana;
+    }
+
+    int32_t set = kCodedSet;
+    const auto drop = [&set](int type) { set &= ~judged_bit(type); };
+    const auto has = [&set](int type) { return (set & judged_bit(type)) != 0; };
+    const auto equal = [](const Evidence &a, const Evidence &b) { return a.valid == b.valid && a.errors == b.errors; };
+    if (preferred_ != JKC_TYPE_EUC_20932 && euc1.valid == generic.valid) {
+        drop(JKC_TYPE_EUC_20932);
+    }
+    if (preferred_ != JKC_TYPE_EUC_51932 && euc2.valid == generic.valid) {
+        drop(JKC_TYPE_EUC_51932);
+    }
+    if (preferred_ != JKC_TYPE_EUC_MS &&
+        (euc3.valid == generic.valid || (has(JKC_TYPE_EUC_20932) && equal(euc1, euc3)) ||
+         (has(JKC_TYPE_EUC_51932) && equal(euc2, euc3)))) {
+        drop(JKC_TYPE_EUC_MS);
+    }
+    return set;
+}
+
+void Judgement::reduce_big_endian() { utf16_.big.found.valid -= sjis_.big_units + utf16_.little.surrogates; }
+
+// What one byte order finds in the units and pairs of the other is no evidence.
+void Judgement::balance_utf16() {
+    Evidence &big = utf16_.big.found;
+    Evidence &little = utf16_.little.found;
+    if (little.errors < big.errors) {
+        reduce_big_endian();
+    } else if (little.errors > big.errors) {
+        little.valid -= sjis_.little_units + utf16_.big.surrogates;
+    } else if (utf16_.big.surrogates > utf16_.little.surrogates) {
+        big.valid += utf16_.big.surrogates;
+    } else if (utf16_.little.surrogates > utf16_.big.surrogates) {
+        little.valid += utf16_.little.surrogates;
+    }
+}
+
+// 7-bit input without NUL: ASCII, unless it reads as UTF-16 as well. Returns true when it is ASCII.
+bool Judgement::weigh_utf16() {
+    const Evidence &big = utf16_.big.found;
+    const Evidence &little = utf16_.little.found;
+    if (big.valid == 0 && little.valid == 0) {
+        return true;
+    }
+    if (big.errors == 0) {
+        if (little.errors >= 1 && preferred_ != JKC_TYPE_UTF16LE) {
+            possible &= ~kUtf16LeBit;
+        }
+        balance_utf16();
+        return false;
+    }
+    if (little.errors > 0) {
+        return true;
+    }
+    if (preferred_ != JKC_TYPE_UTF16BE) {
+        possible &= ~kUtf16BeBit;
+    }
+    if (big.valid != 0 && (preferred_ == JKC_TYPE_UTF16BE || preferred_ == JKC_TYPE_UTF16LE)) {
+        reduce_big_endian();
+        if (preferred_ == JKC_TYPE_UTF16BE) {
+            return false;
+        }
+    }
+    balance_utf16();
+    return false;
+}
+
+void Judgement::decide() {
+    if (sjis_.coded) {
+        possible = narrow_euc();
+        if (utf8_.found.valid == 0) {
+            possible &= ~judged_bit(JKC_TYPE_UTF8);
+        }
+        balance_utf16();
+    } else {
+        possible = kPlainSet;
+        if (weigh_utf16()) {
+            verdict = {JKC_TYPE_ASCII, JKC_TYPE_ASCII};
+            return;
+        }
+    }
+
+    const Evidence *found[kCandidates] = {
+        &sjis_.found,
+        &euc_.found,
+        &euc_.own[EucScanner::kCp20932],
+        &euc_.own[EucScanner::kCp51932],
+        &euc_.own[EucScanner::kEucMs],
+        &utf16_.big.found,
+        &utf16_.little.found,
+        &utf8_.found,
+    };
+    Candidate candidates[kCandidates] = {};
+    for (int i = 0; i < kCandidates; ++i) {
+        candidates[i].type = kCandidateTypes[i];
+        candidates[i].mask = judged_bit(kCandidateTypes[i]);
+        candidates[i].valid = counter(found[i]->valid);
+        candidates[i].errors = counter(found[i]->errors);
+        candidates[i].kana = counter(found[i]->kana);
+        candidates[i].penalty = counter(found[i]->penalty);
+    }
+    verdict = rank(candidates, possible, total_, preferred_);
+}
+
+} // namespace jkc

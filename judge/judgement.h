@@ -1,0 +1,45 @@
+// One judgement: the scanners, fed block by block, and what follows from their evidence.
+#pragma once
+
+#include "judge/ranking.h"
+#include "judge/scan_euc.h"
+#include "judge/scan_sjis.h"
+#include "judge/scan_utf16.h"
+#include "judge/scan_utf8.h"
+
+namespace jkc {
+
+class Judgement {
+public:
+    Judgement(JkcContext *ctx, int preferred, bool plain_is_preferred)
+        : ctx_(ctx), preferred_(preferred), plain_is_preferred_(plain_is_preferred), sjis_(*ctx), euc_(ctx),
+          utf16_(*ctx), utf8_(*ctx) {}
+
+    // Feeds a block: data from block.start to block.end, in front of it in the headroom the bytes that the scanners
+    // left over. Returns true when the answer stands, in `verdict`.
+    bool take_block(JkcBlock &block, bool last);
+
+    // What the end of the input decides, once the last block is taken. Fills `possible` and `verdict`.
+    void decide();
+
+    Verdict verdict{-1, kNoLineCheck};
+    int32_t possible = -1; // the set of candidates that could win; -1 as long as none is known
+
+private:
+    void raise_flags() const;
+    int32_t narrow_euc();
+    bool weigh_utf16();
+    void balance_utf16();
+    void reduce_big_endian();
+
+    JkcContext *ctx_;
+    int preferred_;
+    bool plain_is_preferred_;
+    int64_t total_ = 0; // bytes in the blocks taken before
+    SjisScanner sjis_;
+    EucScanner euc_;
+    Utf16Scanner utf16_;
+    Utf8Scanner utf8_;
+};
+
+} // namespace jkc

@@ -1,0 +1,99 @@
+#include "judge/scan_euc.h"
+
+#include "core/bytes.h"
+#include "core/wide.h"
+
+namespace jkc {
+
+namespace {
+
+bool is_kana_code(uint32_t code) { return (code >= 0xA4A1 && code <= 0xA4F3) || (code >= 0xA5A1 && code <= 0xA5F3); }
+
+void count(Evidence &flavour, bool mapped, int length) { (mapped ? flavour.valid : flavour.errors) += length; }
+
+bool maps(const uint16_t *table, uint64_t entries, uint32_t code) { return code < entries && table[code] != 0; }
+
+} // namespace
+
+void EucScanner::close_katakana_run() {
+    if (katakana_run_ == 1) {
+        found.penalty += 2;
+    }
+    katakana_run_ = 0;
+}
+
+// A code that the table in use lacks is tried against every flavour, and the last table tried stays in use: text of a
+// flavour then counts for it from its first special character on. Of the two-byte tables that is CP51932 (eucJP-ms is
+// looked up without being selected), of the three-byte ones CP20932.
+void EucScanner::unmapped_two_byte(uint32_t code) {
+    found.errors += 2;
+    count(own[kCp20932], maps(_euc2unibe20932_table00, _euc2unibe20932_table00_size, code), 2);
+    count(own[kCp51932], maps(_euc2unibe51932_table00, _euc2unibe51932_table00_size, code), 2);
+    count(own[kEucMs], maps(_euc2unibems_table00, _euc2unibems_table00_size, code), 2);
+    ctx_->euc_src_table = _euc2unibe51932_table00;
+    ctx_->euc_src_count = _euc2unibe51932_table00_size;
+    ctx_->euc_src_table_8f = nullptr;
+    ctx_->euc_src_count_8f = 0;
+}
+
+void EucScanner::unmapped_three_byte(uint32_t code) {
+    found.errors += 3;
+    count(own[kCp20932], maps(_euc2unibe20932_table8f, _euc2unibe20932_table8f_size, code), 3);
+    count(own[kCp51932], false, 3);
+    count(own[kEucMs], maps(_euc2unibems_table8f, _euc2unibems_table8f_size, code), 3);
+    ctx_->euc_src_table = _euc2unibe20932_table00;
+    ctx_->euc_src_count = _euc2unibe20932_table00_size;
+    ctx_->euc_src_table_8f = _euc2unibe20932_table8f;
+    ctx_->euc_src_count_8f = _euc2unibe20932_table8f_size;
+}
+
+const uint8_t *EucScanner::scan(const uint8_t *p, const uint8_t *end, bool last) {
+    while (p < end) {
+        const uint8_t b = *p;
+        if (is_plain(b)) {
+            close_katakana_run();
+            p = skip_plain(p + 1, end);
+            continue;
+        }
+        const auto left = static_cast<size_t>(end - p);
+        if (left < (b == kSs3 ? 3 : 2)) {
+            break;
+        }
+        if (b == kSs2 && is_sjis_katakana(p[1])) {
+            katakana_run_ = katakana_run_ == 0 ? 1 : 2;
+            p += 2;
+            continue;
+        }
+        close_katakana_run();
+        if (b == kSs2) {
+            found.errors += 2;
+            p += 2;
+        } else if (b == kSs3) {
+            const uint32_t code = two_byte_code(p[1], p[2]);
+            if (maps(ctx_->euc_src_table_8f, ctx_->euc_src_count_8f, code)) {
+                found.valid += 3;
+            } else {
+                unmapped_three_byte(code);
+            }
+            p += 3;
+        } else {
+            const uint32_t code = two_byte_code(p[0], p[1]);
+            if (ctx_->euc_src_table[code] != 0) {
+                found.valid += 2;
+                found.kana += is_kana_code(code) ? 2 : 0;
+            } else {
+                unmapped_two_byte(code);
+            }
+            p += 2;
+        }
+    }
+    if (last) {
+        close_katakana_run();
+        if (p < end) {
+            (*p == kSs3 ? cut_three_byte : cut_two_byte) = true;
+        }
+    }
+    return p;
+}
+
+} // namespace jkc

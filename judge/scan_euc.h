@@ -1,0 +1,32 @@
+// The scanner for EUC-JP and its flavours.
+#pragma once
+
+#include "judge/candidates.h"
+
+namespace jkc {
+
+class EucScanner {
+public:
+    explicit EucScanner(JkcContext *ctx) : ctx_(ctx) {}
+
+    // Takes the bytes from p to end. Returns where it stopped: at a character that goes on behind `end`.
+    const uint8_t *scan(const uint8_t *p, const uint8_t *end, bool last);
+
+    // The flavours whose codes the current table does not map, in the order in which they are tried.
+    enum Flavour : uint8_t { kCp20932, kCp51932, kEucMs, kFlavours };
+
+    Evidence found;              // against the table in use
+    Evidence own[kFlavours];     // of the codes that the table in use does not map
+    bool cut_two_byte = false;   // the input ends in a two-byte code
+    bool cut_three_byte = false; // the input ends in a three-byte code
+
+private:
+    void close_katakana_run();
+    void unmapped_two_byte(uint32_t code);
+    void unmapped_three_byte(uint32_t code);
+
+    JkcContext *ctx_;
+    int katakana_run_ = 0; // half-width katakana in a row, counted to 2
+};
+
+} // namespace jkc

@@ -1,0 +1,114 @@
+#include "judge/scan_sjis.h"
+
+#include "core/bytes.h"
+#include "core/unicode.h"
+#include "core/wide.h"
+
+namespace jkc {
+
+namespace {
+
+constexpr size_t kLongestEscape = 4;
+
+bool is_kana_code(uint32_t code) { return (code >= 0x829F && code <= 0x82F1) || (code >= 0x8340 && code <= 0x8393); }
+
+} // namespace
+
+void SjisScanner::close_katakana_run() {
+    if (katakana_run_ == 1) {
+        ++found.penalty;
+    }
+    katakana_run_ = 0;
+}
+
+bool SjisScanner::is_latin(uint8_t b) const { return (classes_[b] & kAnyText) == kEvidence; }
+
+// Length of the known escape sequence at p, or 1 to pass the ESC alone. `offset` is that of p in the input.
+size_t SjisScanner::escape_length(const uint8_t *p, size_t left, int64_t offset) {
+    if (left < 3) {
+        return 1;
+    }
+    if (p[1] == '(') {
+        if (p[2] == 'B' || p[2] == 'H' || p[2] == 'I' || p[2] == 'J') {
+            jis_escape = true;
+            return 3;
+        }
+        return 1;
+    }
+    if (p[1] != '$') {
+        return 1;
+    }
+    if (p[2] == '@' || p[2] == 'B' || p[2] == 'J') {
+        jis_escape = true;
+        return 3;
+    }
+    if (p[2] != '(' || left < kLongestEscape) {
+        return 1;
+    }
+    if (p[3] == 'D') {
+        jis_escape = true;
+        return kLongestEscape;
+    }
+    if (p[3] == 'O' || p[3] == 'P' || p[3] == 'Q') {
+        jis2004 = is_tolerable(found.errors, offset + static_cast<int64_t>(kLongestEscape));
+        return kLongestEscape;
+    }
+    return 1;
+}
+
+const uint8_t *SjisScanner::scan(const uint8_t *p, const uint8_t *end, bool last, const uint8_t *origin,
+                                 int64_t offset) {
+    while (p < end) {
+        const uint8_t b = *p;
+        if (is_sjis_katakana(b)) {
+            coded = true;
+            katakana_run_ = katakana_run_ == 0 ? 1 : 2;
+            ++p;
+            continue;
+        }
+        close_katakana_run();
+        if (b >= 0x80) {
+            coded = true;
+            if (end - p < 2) {
+                break; // cut: goes on in the next block, and at the end of the input counts nothing
+            }
+            const uint32_t code = two_byte_code(p[0], p[1]);
+            if (code < count_ && table_[code] != 0) {
+                found.valid += 2;
+                found.kana += is_kana_code(code) ? 2 : 0;
+            } else {
+                found.errors += 2;
+            }
+            p += 2;
+        } else if (b == 0) {
+            const bool at_even_offset = ((p - origin) & 1) == 0;
+            if (at_even_offset && !last && p + 1 == end) {
+                break;
+            }
+            coded = true;
+            if (at_even_offset) {
+                big_units += p + 1 < end && is_latin(p[1]) ? 1 : 0;
+            } else {
+                little_units += is_latin(p[-1]) ? 1 : 0;
+            }
+            ++p;
+        } else if (b == kEsc) {
+            const auto left = static_cast<size_t>(end - p);
+            if (left < kLongestEscape && !last) {
+                break;
+            }
+            p += escape_length(p, left, offset + (p - origin));
+            if (jis2004) {
+                return p;
+            }
+        } else {
+            p = skip_plain<0, kEsc>(p + 1, end);
+        }
+    }
+    if (last) {
+        close_katakana_run();
+    }
+    return p;
+}
+
+} // namespace jkc

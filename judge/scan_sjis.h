@@ -1,0 +1,35 @@
+// The scanner that always runs: Shift_JIS characters, JIS escapes, and NUL bytes, which speak for UTF-16.
+#pragma once
+
+#include "judge/candidates.h"
+
+namespace jkc {
+
+class SjisScanner {
+public:
+    explicit SjisScanner(const JkcContext &ctx)
+        : table_(ctx.sjis_src_table), count_(ctx.sjis_src_count), classes_(ctx.uni_def_table) {}
+
+    // Takes the bytes from p to end; `origin` stands at offset `offset` of the input. Returns where it stopped: at a
+    // character that goes on behind `end`.
+    const uint8_t *scan(const uint8_t *p, const uint8_t *end, bool last, const uint8_t *origin, int64_t offset);
+
+    Evidence found;
+    bool coded = false;       // a NUL or a byte of 0x80 or more was seen
+    bool jis_escape = false;  // an escape sequence of CP50221 was seen
+    bool jis2004 = false;     // a JIS X 0213 designation was seen while little spoke against it
+    int64_t big_units = 0;    // NULs in the high half of a big-endian unit of Latin text
+    int64_t little_units = 0; // the same for little-endian
+
+private:
+    void close_katakana_run();
+    bool is_latin(uint8_t b) const;
+    size_t escape_length(const uint8_t *p, size_t left, int64_t offset);
+
+    const uint16_t *table_;
+    uint64_t count_;
+    const uint16_t *classes_;
+    int katakana_run_ = 0; // half-width katakana in a row, counted to 2
+};
+
+} // namespace jkc

@@ -1,0 +1,32 @@
+// The scanner for UTF-16 in both byte orders.
+#pragma once
+
+#include "judge/candidates.h"
+
+namespace jkc {
+
+class Utf16Scanner {
+public:
+    explicit Utf16Scanner(const JkcContext &ctx) : classes_(ctx.uni_def_table) {}
+
+    // What one byte order finds.
+    struct Side {
+        Evidence found;
+        int64_t surrogates = 0; // bytes of surrogate pairs
+        int64_t decomposed = 0; // bytes of bases with their marks
+    };
+
+    // Takes the bytes from p to end. Returns where it stopped: at a unit whose decision needs bytes behind `end`.
+    const uint8_t *scan(const uint8_t *p, const uint8_t *end, bool last);
+
+    Side big;
+    Side little;
+
+private:
+    template <class Rules>
+    bool take(Side &side, uint32_t unit, const uint8_t *next, const uint8_t *end);
+
+    const uint16_t *classes_;
+};
+
+} // namespace jkc
