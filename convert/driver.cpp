@@ -1,0 +1,100 @@
+// From a caller's request to one converter.
+#include <cerrno>
+
+#include "convert/compose.h"
+#include "convert/routes.h"
+#include "convert/select_tables.h"
+#include "judge/source_bits.h"
+
+namespace jkc {
+
+namespace {
+
+constexpr uint32_t kHighestCodeType = 63;
+
+// The same encoding on both sides, with or without a mark: composing is all that there is to do.
+int32_t compose_within(JkcContext *ctx, int32_t dst_type) {
+    return family_of(dst_type) >= Family::kUtf16Be ? run_route(ctx, dst_type, dst_type) : JKC_SUCCESS;
+}
+
+int32_t convert_judged(JkcContext *ctx, int32_t src_type, int32_t dst_type) {
+    // ASCII is Shift_JIS on either side.
+    if (src_type == JKC_TYPE_ASCII) {
+        src_type = JKC_TYPE_SJIS;
+    }
+    if (dst_type == JKC_TYPE_ASCII) {
+        dst_type = JKC_TYPE_SJIS;
+    }
+    if (src_type == dst_type) {
+        return composes(*ctx) ? compose_within(ctx, dst_type) : _jkc_copy(ctx, src_type);
+    }
+    switch (jkc_cmp_bom(src_type, dst_type)) {
+    case 1:
+        return composes(*ctx) ? compose_within(ctx, dst_type) : _add_bom(ctx, dst_type);
+    case -1:
+        return composes(*ctx) ? compose_within(ctx, dst_type) : _delete_bom(ctx, dst_type);
+    default:
+        select_source_tables(*ctx, src_type);
+        select_target_tables(*ctx, dst_type);
+        return run_route(ctx, src_type, dst_type);
+    }
+}
+
+int32_t convert_source(JkcContext *ctx, int32_t src_type, int32_t dst_type, bool source_hint, JkcObserver observer,
+                       JkcWriter writer, void *user_data) {
+    ctx->user_data = user_data;
+    ctx->writer = writer;
+    ctx->observer = observer;
+    const int32_t result = _jkc_convert(ctx, src_type, dst_type, source_hint);
+    clear_source(ctx);
+    ll_clear(ctx->blocks);
+    ctx->sts = result;
+    return result;
+}
+
+} // namespace
+
+} // namespace jkc
+
+int32_t _jkc_convert(JkcContext *ctx, int32_t src_type, int32_t dst_type, bool source_hint) {
+    const int32_t judged = _jkc_judges(ctx, nullptr, nullptr, src_type, source_hint, true);
+    if (ctx->observer != nullptr && ctx->observer(judged, ctx->user_data) != 0) {
+        return judged;
+    }
+    // A failure, no code type or several of them: nothing that could be converted from.
+    if (static_cast<uint32_t>(judged) > jkc::kHighestCodeType) {
+        return judged;
+    }
+    return jkc::convert_judged(ctx, judged, dst_type);
+}
+
+int32_t jkc_convert_buffer(JkcContext *ctx, const uint8_t *buf, uint64_t len, int32_t src_type, int32_t dst_type,
+                           bool source_hint, JkcObserver observer, JkcWriter writer, void *user_data) {
+    ctx->in_ptr = buf;
+    ctx->in_end = buf + len;
+    jkc::set_source(ctx, JKC_MODE_BUFFER);
+    return jkc::convert_source(ctx, src_type, dst_type, source_hint, observer, writer, user_data);
+}
+
+int32_t jkc_convert_stream(JkcContext *ctx, FILE *fp, int32_t src_type, int32_t dst_type, bool source_hint,
+                           JkcObserver observer, JkcWriter writer, void *user_data) {
+    ctx->in_file = fp;
+    jkc::set_source(ctx, JKC_MODE_STREAM);
+    return jkc::convert_source(ctx, src_type, dst_type, source_hint, observer, writer, user_data);
+}
+
+int32_t jkc_convert_file(JkcContext *ctx, const char *path, int32_t src_type, int32_t dst_type, bool source_hint,
+                         JkcObserver observer, JkcWriter writer, void *user_data) {
+    FILE *fp = fopen(path, "rb");
+    int32_t result = JKC_EROPEN;
+    int error = errno;
+    if (fp != nullptr) {
+        jkc::set_source(ctx, JKC_MODE_FILE);
+        result = jkc_convert_stream(ctx, fp, src_type, dst_type, source_hint, observer, writer, user_data);
+        error = errno;
+        fclose(fp);
+    }
+    ctx->sys_errno = error;
+    ctx->sts = result;
+    return result;
+}

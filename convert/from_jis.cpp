@@ -1,0 +1,320 @@
+// Reads ISO-2022-JP.
+#include <type_traits>
+
+#include "convert/legacy_source.h"
+#include "convert/loop.h"
+#include "convert/plain_text.h"
+
+namespace jkc {
+
+namespace {
+
+template <class Writer>
+constexpr bool kIsJis = std::is_same_v<Writer, JisWriter>;
+
+constexpr uint8_t kFirstKatakana = 0x21;
+constexpr uint8_t kLastKatakana = 0x5F;
+constexpr bool is_katakana_code(uint8_t b) { return b >= kFirstKatakana && b <= kLastKatakana; }
+
+// The JIS source table that the context has selected.
+class JisTable {
+public:
+    explicit JisTable(const JkcContext &ctx) { load(ctx); }
+
+    void load(const JkcContext &ctx) {
+        const bool narrow = ctx.jis_src_table == _jis2unibe50221_table;
+        table16_ = narrow ? static_cast<const uint16_t *>(ctx.jis_src_table) : nullptr;
+        table32_ = narrow ? nullptr : static_cast<const uint32_t *>(ctx.jis_src_table);
+        offset_ = ctx.jis_src_offset;
+        count_ = ctx.jis_src_count;
+    }
+
+    // Codes outside the table are unmapped.
+    uint32_t look_up(uint32_t code) const {
+        const uint64_t index = code - offset_;
+        if (index >= count_) {
+            return 0;
+        }
+        return table16_ != nullptr ? table16_[index] : table32_[index];
+    }
+
+private:
+    const uint16_t *table16_ = nullptr;
+    const uint32_t *table32_ = nullptr;
+    uint64_t offset_ = 0;
+    uint64_t count_ = 0;
+};
+
+void select_plane1(JkcContext &ctx) {
+    ctx.jis_src_table = _jis2unibe2022jp2004_table01;
+    ctx.jis_src_offset = 0;
+    ctx.jis_src_count = _jis2unibe2022jp2004_table01_size;
+}
+void select_plane2(JkcContext &ctx) {
+    ctx.jis_src_table = _jis2unibe2022jp2004_table02;
+    ctx.jis_src_offset = _jis2unibe2022jp2004_table02_offset;
+    ctx.jis_src_count = _jis2unibe2022jp2004_table02_size;
+}
+
+// --- JIS to JIS. ---
+
+// The target tables of JIS X 0213:2004 are asked a second time, in the table of the supplementary characters under the
+// same number: characters that plane 1 lacks have always come out so.
+uint8_t *put_from_supplementary_table(const JkcContext &ctx, uint8_t *o, JisWriter &w, uint32_t c) {
+    if (ctx.jis_dst_table != _unibe2jis2022jp2004_table || c >= ctx.jis_dst_srg_count || w.entry(c) != 0 ||
+        ctx.jis_dst_srg_table[c] == 0 || !(c < ctx.jis_dst_bits_count)) {
+        return nullptr;
+    }
+    return w.put_code(o, ctx.jis_dst_srg_table[c], ctx.jis_dst_bits[c]);
+}
+
+uint8_t *write_jis_to_jis(JkcContext &ctx, uint8_t *o, JisWriter &w, uint32_t c, const SourceCode &code,
+                          bool suppress) {
+    if (c > 0xFFFF) { // beyond the BMP: looked up by the source code; `suppress` does not apply
+        return write_in_jisx0208(ctx, o, w, code.index, code.index, code.p);
+    }
+    if (c == 0) {
+        c = code.index != kQuestionMark ? stand_in(ctx, code) : kQuestionMark;
+    }
+    if (c == kQuestionMark) {
+        o = w.enter(o, kJisX0208); // also when nothing follows
+        return suppress ? o : w.question_mark(o);
+    }
+    if (uint8_t *written = w.put(o, c)) {
+        return written;
+    }
+    if (uint8_t *written = put_from_supplementary_table(ctx, o, w, c)) {
+        return written;
+    }
+    return suppress ? o : write_in_jisx0208(ctx, o, w, c, c, code.p);
+}
+
+template <class Writer>
+class JisReader : public Reader {
+public:
+    static constexpr size_t kLookAhead = 4; // the longest escape sequence
+    static constexpr size_t kLongestStep = 2;
+
+    explicit JisReader(JkcContext *ctx)
+        : ctx_(*ctx), table_(*ctx), text_(*ctx), suppress_(ctx->suppress != 0), drops_lost_(drops_lost(*ctx)) {}
+
+    bool fast(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps) {
+        const uint8_t b = *p;
+        if (is_two_byte()) {
+            if (b == kEsc) {
+                return false;
+            }
+            o = two_byte(o, w, p);
+            p += 2;
+            return true;
+        }
+        if (set_ == kKatakana || shifted_out_ || b == kEsc || b == kSo || b == kSi || !is_plain(b)) {
+            return false;
+        }
+        text_.take(p, o, w, steps);
+        return true;
+    }
+
+    Flow step(BlockCursor &in, const Output & /*out*/, uint8_t *&o, Writer &w) {
+        const uint8_t b = *in.p;
+        if (b == kEsc) {
+            shifted_out_ = false;
+            return escape(in, o, w);
+        }
+        if (is_two_byte()) {
+            if (in.left() < 2) {
+                return end(JKC_EUEXPEOD);
+            }
+            o = two_byte(o, w, in.p);
+            in.p += 2;
+            return Flow::kNext;
+        }
+        if (set_ == kKatakana) {
+            o = is_katakana_code(b) ? katakana(o, w, b) : invalid(o, w);
+        } else if (shifted_out_) {
+            shifted_out_ = is_katakana_code(b);
+            if (shifted_out_) {
+                o = shifted_out_katakana(o, w, b);
+            } else if (b != kSi) {
+                o = invalid(o, w);
+            }
+        } else if (b == kSo) {
+            shifted_out_ = true;
+        } else if (!is_plain(b)) {
+            o = invalid(o, w);
+        } else if (b != kSi) {
+            const uint8_t *p = in.p;
+            size_t one = 1;
+            text_.take(p, o, w, one, in.left() > 1);
+            in.p += p - in.p;
+            return Flow::kNext;
+        }
+        ++in.p;
+        return Flow::kNext;
+    }
+
+private:
+    // The Unicode targets leave an unmapped code out only when the option holds exactly 1.
+    static bool drops_lost(const JkcContext &ctx) { return Writer::kHasMark ? ctx.suppress == 1 : ctx.suppress != 0; }
+
+    bool is_two_byte() const { return set_ >= kJisX0208; }
+
+    // --- Characters. ---
+
+    uint8_t *two_byte(uint8_t *o, Writer &w, const uint8_t *p) {
+        const uint32_t index = two_byte_code(p[0], p[1]);
+        const SourceCode code{index, index, p};
+        uint32_t c = table_.look_up(index);
+        if constexpr (kIsJis<Writer>) {
+            return write_jis_to_jis(ctx_, o, w, c, code, suppress_);
+        } else {
+            if (c == 0 && index == kQuestionMark) [[unlikely]] {
+                c = kQuestionMark; // not recorded
+            }
+            if (c > 0xFFFF) [[unlikely]] {
+                if constexpr (Writer::kHasMark) {
+                    return w.put_supplementary(o, c);
+                } else {
+                    c = high_surrogate(c); // which no table has
+                }
+            }
+            return write_character(ctx_, o, w, c, code, drops_lost_);
+        }
+    }
+
+    static uint8_t *katakana(uint8_t *o, Writer &w, uint8_t b) {
+        if constexpr (Writer::kHasMark) {
+            return w.put(o, 0xFF00U | (b + 0x40U));
+        } else {
+            return w.katakana(o, b | 0x80);
+        }
+    }
+
+    // Between SO and SI only EUC and Shift_JIS get katakana; the other targets get the letters that the bytes are in
+    // ASCII, as they always did.
+    static uint8_t *shifted_out_katakana(uint8_t *o, Writer &w, uint8_t b) {
+        if constexpr (Writer::kHasMark) {
+            return w.put(o, b);
+        } else if constexpr (kIsJis<Writer>) {
+            *o = b; // without an escape sequence
+            return o + 1;
+        } else {
+            return w.katakana(o, b | 0x80);
+        }
+    }
+
+    // A byte that is no character. It is never recorded.
+    uint8_t *invalid(uint8_t *o, Writer &w) {
+        if (suppress_) {
+            return o;
+        }
+        return w.plain(o, '?');
+    }
+
+    // --- Escape sequences. Those that are not known are copied raw, whatever the target. ---
+
+    static uint8_t *raw(uint8_t *o, const uint8_t *p, size_t length) {
+        memcpy(o, p, length);
+        return o + length;
+    }
+
+    Flow copy_unknown(BlockCursor &in, uint8_t *&o, size_t length) {
+        o = raw(o, in.p, length);
+        in.p += length;
+        return Flow::kNext;
+    }
+
+    Flow enter(BlockCursor &in, Designation set, size_t length) {
+        set_ = set;
+        in.p += length;
+        return Flow::kNext;
+    }
+
+    Flow escape(BlockCursor &in, uint8_t *&o, Writer & /*w*/) {
+        if (in.left() < 3) { // cut off by the end of the input
+            copy_unknown(in, o, in.left());
+            return end(JKC_SUCCESS);
+        }
+        if (in.p[1] == '$') {
+            return escape_two_byte(in, o);
+        }
+        if (in.p[1] == '(') {
+            switch (in.p[2]) {
+            case 'I':
+                return enter(in, kKatakana, 3);
+            case 'B':
+            case 'H':
+            case 'J':
+                return enter(in, kAscii, 3);
+            default:
+                return copy_unknown(in, o, 2);
+            }
+        }
+        copy_unknown(in, o, 1);
+        return kIsJis<Writer> ? end(JKC_SUCCESS) : Flow::kNext; // JIS output ends at an escape that is none
+    }
+
+    Flow escape_two_byte(BlockCursor &in, uint8_t *&o) {
+        switch (in.p[2]) {
+        case '@':
+        case 'B':
+        case 'J':
+            return enter(in, kJisX0208, 3);
+        case '(':
+            return escape_four_bytes(in, o);
+        default:
+            return copy_unknown(in, o, 2);
+        }
+    }
+
+    // A plane that is selected stays so in the context; what is designated without a plane is decoded in it.
+    Flow escape_four_bytes(BlockCursor &in, uint8_t *&o) {
+        if (in.left() < 4) {
+            copy_unknown(in, o, 3);
+            return end(JKC_SUCCESS);
+        }
+        switch (in.p[3]) {
+        case 'D':
+            return enter(in, kJisX0212, 4);
+        case 'O':
+        case 'Q':
+            select_plane1(ctx_);
+            table_.load(ctx_);
+            return enter(in, kJisX0213Plane1Of2004, 4);
+        case 'P':
+            select_plane2(ctx_);
+            table_.load(ctx_);
+            return enter(in, kJisX0213Plane2, 4);
+        default:
+            return copy_unknown(in, o, 3);
+        }
+    }
+
+    JkcContext &ctx_;
+    JisTable table_;
+    PlainText<kEsc, kSo, kSi> text_;
+    bool suppress_;
+    bool drops_lost_;
+    Designation set_ = kAscii;
+    bool shifted_out_ = false;
+};
+
+template <class Writer>
+int32_t from_jis(JkcContext *ctx, bool add_bom = false) {
+    return convert<JisReader<Writer>, Writer>(ctx, add_bom);
+}
+
+} // namespace
+
+} // namespace jkc
+
+int32_t _jisto_jis(JkcContext *ctx) { return jkc::from_jis<jkc::JisWriter>(ctx); }
+int32_t _jisto_sjis(JkcContext *ctx) { return jkc::from_jis<jkc::SjisWriter>(ctx); }
+int32_t _jisto_euc(JkcContext *ctx) { return jkc::from_jis<jkc::EucWriter<jkc::Cascade::kFlavours>>(ctx); }
+int32_t _jisto_unibe(JkcContext *ctx, bool add_bom) {
+    return jkc::from_jis<jkc::Utf16Writer<jkc::BigEndian>>(ctx, add_bom);
+}
+int32_t _jisto_unile(JkcContext *ctx, bool add_bom) {
+    return jkc::from_jis<jkc::Utf16Writer<jkc::LittleEndian>>(ctx, add_bom);
+}
+int32_t _jisto_utf8(JkcContext *ctx, bool add_bom) { return jkc::from_jis<jkc::Utf8Writer>(ctx, add_bom); }

@@ -1,0 +1,312 @@
+// Reads UTF-8.
+#include "convert/compose.h"
+#include "convert/loop.h"
+#include "convert/plain_text.h"
+#include "convert/to_euc.h"
+#include "convert/to_jis.h"
+#include "convert/to_sjis.h"
+#include "convert/to_utf16.h"
+#include "convert/to_utf8.h"
+
+namespace jkc {
+
+namespace {
+
+using EucOfOneTable = EucWriter<Cascade::kNone>;
+
+// --- What each target does with a decoded character; null when it lacks it. ---
+
+// The overline has no code in these tables, but its place in JIS X 0201 is that of the tilde.
+template <class Writer>
+uint8_t *write_to_table(uint8_t *o, Writer &w, uint32_t c) {
+    return c == kOverline ? w.plain(o, 0x7E) : w.put(o, c);
+}
+
+uint8_t *write(uint8_t *o, SjisWriter &w, uint32_t c) { return write_to_table(o, w, c); }
+uint8_t *write(uint8_t *o, EucOfOneTable &w, uint32_t c) { return write_to_table(o, w, c); }
+
+// One-byte codes: half-width katakana have a set of their own, everything else is 7-bit text.
+uint8_t *write(uint8_t *o, JisWriter &w, uint32_t c) {
+    const uint32_t code = c == kOverline ? 0x7E : w.entry(c);
+    if (code >= 0x100) [[likely]] {
+        uint8_t *written = w.put(o, c);
+        bool found = true;
+        return written != nullptr ? written : w.put_in_jisx0208(o, c, found);
+    }
+    if (code == 0) {
+        return nullptr;
+    }
+    const bool katakana = w.has_set(c) && w.set_of(c) == kKatakana;
+    return katakana ? w.katakana(o, static_cast<uint8_t>(code)) : w.plain(o, static_cast<uint8_t>(code));
+}
+
+template <class Order>
+uint8_t *write(uint8_t *o, Utf16Writer<Order> &w, uint32_t c) {
+    return w.put(o, c);
+}
+uint8_t *write(uint8_t *o, Utf8Writer &w, uint32_t c) { return w.put(o, c); }
+
+// --- Four-byte sequences. Shift_JIS and EUC do not know them: to them they are invalid bytes. ---
+
+template <class Writer>
+constexpr bool kTakesFourBytes = true;
+template <>
+constexpr bool kTakesFourBytes<SjisWriter> = false;
+template <>
+constexpr bool kTakesFourBytes<EucOfOneTable> = false;
+
+template <class Order>
+uint8_t *write_supplementary(const JkcContext & /*ctx*/, uint8_t *o, Utf16Writer<Order> &w, uint32_t c) {
+    return w.put_supplementary(o, c);
+}
+uint8_t *write_supplementary(const JkcContext &ctx, uint8_t *o, JisWriter &w, uint32_t c) {
+    const uint32_t index = c - 0x20000; // wraps below plane 2
+    if (c > 0x2FFFF || index >= ctx.jis_dst_srg_count || ctx.jis_dst_srg_table[index] == 0) {
+        return nullptr;
+    }
+    return w.put_code(o, ctx.jis_dst_srg_table[index], ctx.jis_dst_srg_bits[index]);
+}
+
+// --- Substitutes. ---
+
+template <class Writer>
+uint8_t *question_mark(uint8_t *o, Writer &w) {
+    return w.question_mark(o);
+}
+// UTF-8 output gets the two bytes of UTF-16, NUL and '?': readers of old output know a lost character by the NUL.
+uint8_t *question_mark(uint8_t *o, Utf8Writer &w) { return w.plain(w.plain(o, 0), '?'); }
+
+template <class Writer>
+class Utf8Reader : public Reader {
+public:
+    static constexpr size_t kLookAhead = 6; // a kana and its combining mark
+    static constexpr size_t kLongestStep = 3;
+
+    explicit Utf8Reader(JkcContext *ctx)
+        : ctx_(*ctx), text_(*ctx), composes_(composes(*ctx)), suppress_(ctx->suppress != 0) {}
+
+    bool fast(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps) {
+        if (is_plain(p[0])) {
+            text_.take(p, o, w, steps);
+            return true;
+        }
+        if ((p[0] & 0xF0) == 0xE0 && is_trail(p[1]) && is_trail(p[2])) [[likely]] {
+            const uint32_t c = utf8_code_point(p[0], p[1], p[2]);
+            if (composes_ && (class_of(c) & kKanaBase) != 0) {
+                return false;
+            }
+            o = character(o, w, c, p, 3);
+            p += 3;
+            return true;
+        }
+        if ((p[0] & 0xE0) == 0xC0 && is_trail(p[1])) {
+            const uint32_t c = utf8_code_point(p[0], p[1]);
+            if (composes_ && (class_of(c) & kCyrillicBase) != 0) {
+                return false;
+            }
+            o = character(o, w, c, p, 2);
+            p += 2;
+            return true;
+        }
+        return false;
+    }
+
+    Flow step(BlockCursor &in, const Output &out, uint8_t *&o, Writer &w) {
+        const uint8_t *p = in.p;
+        const size_t left = in.left();
+        const size_t length = length_at(p, left);
+        if (length == kCutOff) {
+            return cut_off(in, o, w);
+        }
+        if (length == kInvalid) {
+            if (invalid_ == 0) {
+                invalid_at_ = position_of(ctx_, p);
+            }
+            ++invalid_;
+            ++in.p;
+            return Flow::kNext;
+        }
+        if (invalid_ > 0) {
+            status = write_invalid(out, o, w);
+            if (status != 0) {
+                return Flow::kAnswered;
+            }
+        }
+        take(p, left, length, o, w);
+        in.p += p - in.p;
+        return Flow::kNext;
+    }
+
+    bool resting() const { return invalid_ == 0; }
+
+    // The writer wants no more: as if the input were cut off here. The final status is the last write's.
+    int32_t stopped(const BlockCursor &in, uint8_t *&o, Writer &w) {
+        cut_off(in, o, w);
+        return JKC_SUCCESS;
+    }
+
+private:
+    // What length_at() says of bytes that are no character.
+    static constexpr size_t kInvalid = 0;
+    static constexpr size_t kCutOff = 99;
+    static constexpr int64_t kInvalidPerSubstitute = 3;
+
+    // Length of the character at p. Within the last three bytes of the input a sequence that does not fit together
+    // ends the conversion; before them, its first byte is invalid.
+    static size_t length_at(const uint8_t *p, size_t left) {
+        if (is_plain(p[0])) {
+            return 1;
+        }
+        if (left == 1) {
+            return kCutOff;
+        }
+        const size_t broken = left <= 3 ? kCutOff : kInvalid;
+        if ((p[0] & 0xE0) == 0xC0) {
+            return is_trail(p[1]) ? 2 : broken;
+        }
+        if (left < 3) {
+            return kCutOff;
+        }
+        if ((p[0] & 0xF0) == 0xE0) {
+            return is_trail(p[1]) && is_trail(p[2]) ? 3 : broken;
+        }
+        if constexpr (kTakesFourBytes<Writer>) {
+            if ((p[0] & 0xF8) == 0xF0 && left > 3 && is_trail(p[1]) && is_trail(p[2]) && is_trail(p[3])) {
+                return 4;
+            }
+        }
+        return broken;
+    }
+
+    // Converts the character at p, together with the mark behind it where the two compose.
+    void take(const uint8_t *&p, size_t left, size_t length, uint8_t *&o, Writer &w) {
+        if (length == 1) {
+            size_t one = 1;
+            text_.take(p, o, w, one, left > 1);
+            return;
+        }
+        if (length == 4) {
+            if constexpr (kTakesFourBytes<Writer>) {
+                o = supplementary(o, w, p);
+                p += 4;
+            }
+            return;
+        }
+        const uint32_t c = length == 2 ? utf8_code_point(p[0], p[1]) : utf8_code_point(p[0], p[1], p[2]);
+        const uint32_t composed = composes_ && left >= 2 * length ? composed_with(c, p + length, length) : 0;
+        if (composed != 0) {
+            o = composed_character(o, w, composed, p);
+            p += 2 * length;
+        } else {
+            o = character(o, w, c, p, length);
+            p += length;
+        }
+    }
+
+    // A base composes with a mark of its own length only.
+    uint32_t composed_with(uint32_t base, const uint8_t *mark, size_t length) const {
+        if (length == 2) {
+            const bool two_bytes = (mark[0] & 0xE0) == 0xC0 && is_trail(mark[1]);
+            return two_bytes ? compose(base, class_of(base), utf8_code_point(mark[0], mark[1])) : 0;
+        }
+        const bool three_bytes = (mark[0] & 0xF0) == 0xE0 && is_trail(mark[1]) && is_trail(mark[2]);
+        return three_bytes ? compose(base, class_of(base), utf8_code_point(mark[0], mark[1], mark[2])) : 0;
+    }
+
+    uint16_t class_of(uint32_t c) const { return c < ctx_.uni_def_count ? ctx_.uni_def_table[c] : uint16_t{0}; }
+
+    // A character as it stands in the input, `length` bytes at p.
+    uint8_t *character(uint8_t *o, Writer &w, uint32_t c, const uint8_t *p, size_t length) {
+        if constexpr (std::is_same_v<Writer, Utf8Writer>) {
+            return w.raw(o, p, length); // overlong forms and surrogates included
+        } else {
+            return composed_character(o, w, c, p);
+        }
+    }
+
+    uint8_t *composed_character(uint8_t *o, Writer &w, uint32_t c, const uint8_t *p) {
+        if (uint8_t *written = write(o, w, c)) [[likely]] {
+            return written;
+        }
+        return substitute(o, w, position_of(ctx_, p), c);
+    }
+
+    uint8_t *supplementary(uint8_t *o, Writer &w, const uint8_t *p) {
+        if constexpr (std::is_same_v<Writer, Utf8Writer>) {
+            return w.raw(o, p, 4);
+        } else {
+            const uint32_t c = utf8_code_point(p[0], p[1], p[2], p[3]);
+            if (uint8_t *written = write_supplementary(ctx_, o, w, c)) {
+                return written;
+            }
+            return substitute(o, w, position_of(ctx_, p), c);
+        }
+    }
+
+    // A character that the target lacks. A substitute of the table's own is neither recorded nor suppressed.
+    [[gnu::noinline]] uint8_t *substitute(uint8_t *o, Writer &w, int64_t position, int64_t code) {
+        if constexpr (!Writer::kHasMark) {
+            if (w.own_substitute() != 0) {
+                return w.put_own_substitute(o);
+            }
+        }
+        record_nochar_at(ctx_, position, code);
+        return suppress_ ? o : question_mark(o, w);
+    }
+
+    // Writes the pending run of invalid bytes: one substitute for each started group of three, nothing under
+    // `suppress`. Output is handed over in between, and once more before the character behind the run. Returns the
+    // writer's answer.
+    int32_t write_invalid(const Output &out, uint8_t *&o, Writer &w) {
+        while (invalid_ > 0 && !suppress_) {
+            o = substitute(o, w, invalid_at_, kInvalidBytes);
+            const int64_t group = std::min(invalid_, kInvalidPerSubstitute);
+            invalid_ -= group;
+            invalid_at_ += group;
+            if (out.full(o)) {
+                const int32_t answer = out.hand_over(o);
+                if (answer != 0) {
+                    return answer;
+                }
+                o = Output::begin();
+            }
+        }
+        invalid_ = 0;
+        return 0;
+    }
+
+    // The end in place of a sequence that is cut off: one substitute, unless they are suppressed.
+    Flow cut_off(const BlockCursor &in, uint8_t *&o, Writer &w) {
+        if (!suppress_) {
+            o = substitute(o, w, invalid_ > 0 ? invalid_at_ : position_of(ctx_, in.p), kInvalidBytes);
+        }
+        return end(JKC_SUCCESS);
+    }
+
+    JkcContext &ctx_;
+    PlainText<> text_;
+    bool composes_;
+    bool suppress_;
+    int64_t invalid_ = 0;    // invalid bytes in a row that are not written yet
+    int64_t invalid_at_ = 0; // position of the first of them
+};
+
+template <class Writer>
+int32_t from_utf8(JkcContext *ctx, bool add_bom = false) {
+    return convert<Utf8Reader<Writer>, Writer>(ctx, add_bom);
+}
+
+} // namespace
+
+} // namespace jkc
+
+int32_t _utf8to_jis(JkcContext *ctx) { return jkc::from_utf8<jkc::JisWriter>(ctx); }
+int32_t _utf8to_sjis(JkcContext *ctx) { return jkc::from_utf8<jkc::SjisWriter>(ctx); }
+int32_t _utf8to_euc(JkcContext *ctx) { return jkc::from_utf8<jkc::EucOfOneTable>(ctx); }
+int32_t _utf8to_unibe(JkcContext *ctx, bool add_bom) {
+    return jkc::from_utf8<jkc::Utf16Writer<jkc::BigEndian>>(ctx, add_bom);
+}
+int32_t _utf8to_unile(JkcContext *ctx, bool add_bom) {
+    return jkc::from_utf8<jkc::Utf16Writer<jkc::LittleEndian>>(ctx, add_bom);
+}
+int32_t _utf8to_utf8(JkcContext *ctx, bool add_bom) { return jkc::from_utf8<jkc::Utf8Writer>(ctx, add_bom); }

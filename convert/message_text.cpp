@@ -1,0 +1,79 @@
+#include "convert/message_text.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "core/unicode.h"
+
+namespace {
+
+constexpr uint64_t kAreaSize = 256;
+constexpr uint64_t kLongestUtf8 = 4;
+
+// Where _convert_buf_writer() puts the converted text.
+uint8_t *cursor;
+uint8_t *area_end;
+bool overflowed;
+
+int32_t gather(const uint8_t *data, uint64_t length, void * /*user_data*/) { return _convert_buf_writer(data, length); }
+
+bool is_message_type(int32_t type) { return type == JKC_TYPE_JIS || type == JKC_TYPE_SJIS || type == JKC_TYPE_EUC; }
+
+// Takes the last character off a UTF-8 text.
+uint64_t without_last_character(const char *text, uint64_t len) {
+    do {
+        --len;
+    } while (len > 0 && jkc::is_trail(static_cast<uint8_t>(text[len])));
+    return len;
+}
+
+} // namespace
+
+int32_t _convert_buf_writer(const uint8_t *data, uint64_t len) {
+    const auto room = static_cast<uint64_t>(area_end - cursor);
+    if (len >= room) { // one byte is the NUL's
+        overflowed = true;
+        return JKC_EWRITE;
+    }
+    memcpy(cursor, data, len);
+    cursor += len;
+    *cursor = '\0';
+    return JKC_SUCCESS;
+}
+
+uint32_t jkc::recode_message(JkcContext *ctx, char *text, uint64_t len, int32_t dst_type, uint64_t capacity) {
+    if (!is_message_type(dst_type)) {
+        return static_cast<uint32_t>(len);
+    }
+    uint8_t area[kAreaSize];
+    const uint64_t original = len;
+    const uint64_t size = std::min(kAreaSize, capacity);
+    // A converted character has one byte at least, so nothing behind this can fit.
+    if (len > size * kLongestUtf8) {
+        len = without_last_character(text, size * kLongestUtf8 + 1);
+    }
+    for (;;) {
+        area[0] = '\0';
+        cursor = area;
+        area_end = area + size;
+        overflowed = false;
+        jkc_convert_buffer(ctx, reinterpret_cast<const uint8_t *>(text), len, JKC_TYPE_UTF8, dst_type, false, nullptr,
+                           gather, nullptr);
+        if (!overflowed) {
+            break;
+        }
+        len = without_last_character(text, len); // too long: cut at a character, closing escape sequence and all
+    }
+    const auto converted = static_cast<uint64_t>(cursor - area);
+    memcpy(text, area, converted);
+    if (converted != original) {
+        text[converted] = '\0';
+    }
+    cursor = nullptr;
+    area_end = nullptr;
+    return static_cast<uint32_t>(converted);
+}
+
+int32_t _convert_buf(JkcContext *ctx, char *text, uint64_t len, int32_t dst_type) {
+    return static_cast<int32_t>(jkc::recode_message(ctx, text, len, dst_type, kAreaSize));
+}

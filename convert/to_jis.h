@@ -1,0 +1,126 @@
+// Writes ISO-2022-JP.
+#pragma once
+
+#include <cstring>
+
+#include "convert/line_type.h"
+#include "core/wide.h"
+
+namespace jkc {
+
+// Character sets by their numbers in the designation tables.
+enum Designation : uint8_t {
+    kAscii = 0,
+    kKatakana = 1,
+    kRoman = 2,
+    kJisC6226 = 3,
+    kJisX0208 = 4,
+    kNoSet = 5,
+    kJisX0212 = 6,
+    kJisX0213Plane1 = 7,
+    kJisX0213Plane1Of2004 = 8,
+    kJisX0213Plane2 = 9,
+    kDesignations
+};
+
+struct EscapeSequence {
+    uint8_t bytes[4];
+    uint8_t length;
+};
+
+constexpr EscapeSequence kEscapes[kDesignations] = {
+    {{kEsc, '(', 'B', 0}, 3},   {{kEsc, '(', 'I', 0}, 3},   {{kEsc, '(', 'J', 0}, 3},   {{kEsc, '$', '@', 0}, 3},
+    {{kEsc, '$', 'B', 0}, 3},   {{0, 0, 0, 0}, 0},          {{kEsc, '$', '(', 'D'}, 4}, {{kEsc, '$', '(', 'O'}, 4},
+    {{kEsc, '$', '(', 'Q'}, 4}, {{kEsc, '$', '(', 'P'}, 4},
+};
+
+// What stands for a character that JIS lacks: the full-width question mark of JIS X 0208.
+constexpr uint32_t kJisQuestionMark = 0x2129;
+
+class JisWriter {
+public:
+    static constexpr size_t kFlushAbove = 8159;
+    static constexpr size_t kLongestStep = 6; // an escape sequence of four bytes and a code of two
+    static constexpr size_t kPlainWidth = 1;
+    static constexpr bool kHasMark = false;
+
+    explicit JisWriter(JkcContext *ctx)
+        : table_(ctx->jis_dst_table), bits_(ctx->jis_dst_bits), count_(ctx->jis_dst_count),
+          designated_(ctx->jis_dst_count < ctx->jis_dst_bits_count ? ctx->jis_dst_count : ctx->jis_dst_bits_count) {}
+
+    uint8_t *plain(uint8_t *o, uint8_t b) {
+        o = enter(o, kAscii);
+        *o = b;
+        return o + 1;
+    }
+    uint8_t *plain_wide(uint8_t *o, const uint8_t *p) { // after a plain byte: the set is ASCII
+        memcpy(o, p, kWide);
+        return o + kWide;
+    }
+    // A line end that is dropped goes back to ASCII all the same.
+    uint8_t *line_end(uint8_t *o, LineEnd end) {
+        o = enter(o, kAscii);
+        memcpy(o, end.bytes, sizeof end.bytes);
+        return o + end.length;
+    }
+    // A half-width katakana, given as its Shift_JIS byte or its 7-bit code.
+    uint8_t *katakana(uint8_t *o, uint8_t b) {
+        o = enter(o, kKatakana);
+        *o = b & 0x7F;
+        return o + 1;
+    }
+
+    // Writes a BMP character in its own set, as two bytes whatever the code; null, with nothing written, when it has
+    // no code or no set of its own.
+    uint8_t *put(uint8_t *o, uint32_t c) {
+        const uint32_t code = c < designated_ ? table_[c] : 0;
+        return code != 0 ? put_code(o, code, bits_[c]) : nullptr;
+    }
+    uint8_t *put_code(uint8_t *o, uint32_t code, uint8_t set) { return two_bytes(enter(o, set), code); }
+
+    // Writes the code that the table has at `index` in JIS X 0208, or the question mark: `found` tells which.
+    uint8_t *put_in_jisx0208(uint8_t *o, uint64_t index, bool &found) {
+        const uint32_t code = entry(index);
+        found = code != 0;
+        return two_bytes(enter(o, kJisX0208), found ? code : kJisQuestionMark);
+    }
+    uint8_t *question_mark(uint8_t *o) { return two_bytes(enter(o, kJisX0208), kJisQuestionMark); }
+
+    uint32_t entry(uint64_t index) const { return index < count_ ? table_[index] : 0; }
+    uint8_t set_of(uint32_t c) const { return bits_[c]; }
+    bool has_set(uint32_t c) const { return c < designated_; }
+    bool in_jisx0208() const { return set_ == kJisX0208; }
+
+    // What the table has in the slot of U+0000: a substitute of its own, or 0.
+    uint32_t own_substitute() const { return entry(0); }
+    uint8_t *put_own_substitute(uint8_t *o) { return two_bytes(enter(o, kJisX0208), entry(0)); }
+
+    uint8_t *enter(uint8_t *o, uint8_t set) {
+        if (set == set_) [[likely]] {
+            return o;
+        }
+        set_ = set;
+        if (set < kDesignations) { // a number beyond the sets has no sequence
+            memcpy(o, kEscapes[set].bytes, sizeof kEscapes[set].bytes);
+            o += kEscapes[set].length;
+        }
+        return o;
+    }
+
+    uint8_t *finish(uint8_t *o) { return enter(o, kAscii); }
+
+private:
+    static uint8_t *two_bytes(uint8_t *o, uint32_t code) {
+        o[0] = static_cast<uint8_t>(code >> 8);
+        o[1] = static_cast<uint8_t>(code);
+        return o + 2;
+    }
+
+    const uint16_t *table_;
+    const uint8_t *bits_;
+    uint64_t count_;
+    uint64_t designated_; // characters below this may have a set of their own
+    uint8_t set_ = kAscii;
+};
+
+} // namespace jkc

@@ -1,0 +1,62 @@
+// Writes Shift_JIS.
+#pragma once
+
+#include <cstring>
+
+#include "convert/line_type.h"
+#include "core/wide.h"
+
+namespace jkc {
+
+class SjisWriter {
+public:
+    static constexpr size_t kFlushAbove = 8189;
+    static constexpr size_t kLongestStep = 2;
+    static constexpr size_t kPlainWidth = 1;
+    static constexpr bool kHasMark = false;
+
+    explicit SjisWriter(JkcContext *ctx) : table_(ctx->sjis_dst_table), count_(ctx->sjis_dst_count) {}
+
+    uint8_t *plain(uint8_t *o, uint8_t b) {
+        *o = b;
+        return o + 1;
+    }
+    uint8_t *plain_wide(uint8_t *o, const uint8_t *p) {
+        memcpy(o, p, kWide);
+        return o + kWide;
+    }
+    uint8_t *line_end(uint8_t *o, LineEnd end) {
+        memcpy(o, end.bytes, sizeof end.bytes);
+        return o + end.length;
+    }
+    // A half-width katakana, given as its Shift_JIS byte.
+    uint8_t *katakana(uint8_t *o, uint8_t b) { return plain(o, b); }
+
+    // Writes a BMP character; null, with nothing written, when there is no code for it.
+    uint8_t *put(uint8_t *o, uint32_t c) {
+        const uint32_t code = c < count_ ? table_[c] : 0;
+        if (code > 0xFF) {
+            o[0] = static_cast<uint8_t>(code >> 8);
+            o[1] = static_cast<uint8_t>(code);
+            return o + 2;
+        }
+        if (code == 0) {
+            return nullptr;
+        }
+        *o = static_cast<uint8_t>(code);
+        return o + 1;
+    }
+    uint8_t *question_mark(uint8_t *o) { return plain(o, '?'); }
+
+    // What the table has in the slot of U+0000: a substitute of its own, or 0.
+    uint32_t own_substitute() const { return count_ > 0 ? table_[0] : 0; }
+    uint8_t *put_own_substitute(uint8_t *o) { return put(o, 0); }
+
+    uint8_t *finish(uint8_t *o) { return o; }
+
+private:
+    const uint16_t *table_;
+    uint64_t count_;
+};
+
+} // namespace jkc

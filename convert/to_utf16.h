@@ -1,0 +1,46 @@
+// Writes UTF-16 in either byte order.
+#pragma once
+
+#include "convert/line_type.h"
+#include "core/unicode.h"
+#include "core/wide.h"
+
+namespace jkc {
+
+template <class Order>
+class Utf16Writer {
+public:
+    static constexpr size_t kFlushAbove = 8187;
+    static constexpr size_t kLongestStep = 4;
+    static constexpr size_t kPlainWidth = 2;
+    static constexpr bool kHasMark = true;
+
+    explicit Utf16Writer(const JkcContext * /*ctx*/) {}
+
+    uint8_t *mark(uint8_t *o) { return unit(o, 0xFEFF); }
+
+    uint8_t *unit(uint8_t *o, uint32_t value) {
+        Order::put(o, value);
+        return o + 2;
+    }
+    uint8_t *plain(uint8_t *o, uint8_t b) { return unit(o, b); }
+    uint8_t *plain_wide(uint8_t *o, const uint8_t *p) {
+        for (size_t i = 0; i < kWide; ++i) {
+            Order::put(o + 2 * i, p[i]);
+        }
+        return o + 2 * kWide;
+    }
+    uint8_t *line_end(uint8_t *o, LineEnd end) {
+        for (uint8_t i = 0; i < end.length; ++i) {
+            o = unit(o, end.bytes[i]);
+        }
+        return o;
+    }
+    uint8_t *put(uint8_t *o, uint32_t c) { return unit(o, c); }
+    uint8_t *put_supplementary(uint8_t *o, uint32_t c) { return unit(unit(o, high_surrogate(c)), low_surrogate(c)); }
+    uint8_t *question_mark(uint8_t *o) { return unit(o, '?'); }
+
+    uint8_t *finish(uint8_t *o) { return o; }
+};
+
+} // namespace jkc
