@@ -148,7 +148,7 @@ void measure(benchmark::State &state, const Route &route, Text text, size_t size
     std::vector<double> ours;
     std::vector<double> iconvs;
     std::vector<double> copies;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         ours.push_back(time_batch(calls, [&] { return row.run_jkc(); }));
         if (row.converts()) {
             iconvs.push_back(time_batch(calls, [&] { return row.run_iconv(); }));

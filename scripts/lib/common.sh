@@ -13,12 +13,16 @@ die() {
 
 # configure PRESET [CMAKE OPTION...]
 configure() {
-    local preset=$1 launcher=()
+    local preset=$1 options=()
     shift
-    if command -v ccache >/dev/null; then
-        launcher=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+    if [ ! -e "build/$preset/CMakeCache.txt" ]; then
+        # Only scripts/test needs GoogleTest, and says so; a build that has the tests keeps them.
+        options+=(-DJKC_BUILD_TESTS=OFF)
     fi
-    cmake --preset "$preset" "${launcher[@]}" "$@"
+    if command -v ccache >/dev/null; then
+        options+=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+    fi
+    cmake --preset "$preset" "${options[@]}" "$@"
 }
 
 # build PRESET [TARGET...]

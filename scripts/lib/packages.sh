@@ -13,9 +13,10 @@ declare -A package_probe=(
     [libbenchmark-dev]=/usr/include/benchmark/benchmark.h
 )
 
+# missing_packages PACKAGE...: prints those that are not there, each once.
 missing_packages() {
     local package probe
-    for package in "$@"; do
+    for package in $(printf '%s\n' "$@" | sort -u); do
         probe=${package_probe[$package]}
         if [[ $probe == /* ]]; then
             [ -e "$probe" ] || echo "$package"

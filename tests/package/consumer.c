@@ -17,8 +17,8 @@ int main(void) {
         return 1;
     }
     int type = jkc_judges_buffer(ctx, NULL, NULL, sjis, sizeof sjis - 1, JKC_TYPE_SJIS);
-    int32_t status = jkc_convert_buffer(ctx, (const uint8_t *)sjis, sizeof sjis - 1, JKC_TYPE_SJIS, JKC_TYPE_UTF8, false,
-                                        NULL, append, utf8);
+    int32_t status = jkc_convert_buffer(ctx, (const uint8_t *)sjis, sizeof sjis - 1, JKC_TYPE_SJIS, JKC_TYPE_UTF8,
+                                        false, NULL, append, utf8);
     release_jkc(ctx);
     /* Through the table too: exported data must be reachable from outside. */
     int through_table = _sjis2unibe932_table[0x93fa] == 0x65e5 && _sjis2unibe932_table_size > 0x93fa;
