@@ -32,6 +32,12 @@ struct Route {
 constexpr Route kRoutes[] = {
     {"utf8->sjis", "UTF-8", JKC_TYPE_UTF8, "CP932", JKC_TYPE_SJIS},
     {"sjis->utf8", "CP932", JKC_TYPE_SJIS, "UTF-8", JKC_TYPE_UTF8},
+    {"utf8->euc", "UTF-8", JKC_TYPE_UTF8, "EUC-JP", JKC_TYPE_EUC},
+    {"euc->utf8", "EUC-JP", JKC_TYPE_EUC, "UTF-8", JKC_TYPE_UTF8},
+    {"utf8->jis", "UTF-8", JKC_TYPE_UTF8, "ISO-2022-JP", JKC_TYPE_JIS},
+    {"jis->utf8", "ISO-2022-JP", JKC_TYPE_JIS, "UTF-8", JKC_TYPE_UTF8},
+    {"utf8->utf16le", "UTF-8", JKC_TYPE_UTF8, "UTF-16LE", JKC_TYPE_UTF16LE},
+    {"utf16le->utf8", "UTF-16LE", JKC_TYPE_UTF16LE, "UTF-8", JKC_TYPE_UTF8},
     {"judge utf8", "UTF-8", JKC_TYPE_UTF8, nullptr, 0},
     {"judge sjis", "CP932", JKC_TYPE_SJIS, nullptr, 0},
 };
