@@ -27,7 +27,7 @@ struct Table {
 };
 
 #define TABLE(name)                                                                                                    \
-    Table { #name, name, sizeof name[0], name##_size }
+    Table { #name, name, sizeof *(name), name##_size }
 
 /** How often each value stands in a table. */
 std::map<uint32_t, int> spread(const Table &table) {
