@@ -16,30 +16,36 @@ using EucOfOneTable = EucWriter<Cascade::kNone>;
 
 // --- What each target does with a decoded character; null when it lacks it. ---
 
-// The overline has no code in these tables, but its place in JIS X 0201 is that of the tilde.
+constexpr bool is_half_width_katakana(uint32_t c) { return c >= 0xFF61 && c <= 0xFF9F; }
+constexpr uint8_t katakana_byte(uint32_t c) { return static_cast<uint8_t>(c - 0xFEC0); }
+
 template <class Writer>
-uint8_t *write_to_table(uint8_t *o, Writer &w, uint32_t c) {
-    return c == kOverline ? w.plain(o, 0x7E) : w.put(o, c);
+uint8_t *put(uint8_t *o, Writer &w, uint32_t c) {
+    return w.put(o, c);
+}
+// In JIS a one-byte code is 7-bit text. A code of a character that has no set of its own goes to JIS X 0208.
+uint8_t *put(uint8_t *o, JisWriter &w, uint32_t c) {
+    const uint32_t code = w.entry(c);
+    if (code < 0x100) [[unlikely]] {
+        return code == 0 ? nullptr : w.plain(o, static_cast<uint8_t>(code));
+    }
+    uint8_t *written = w.put(o, c);
+    bool found = true;
+    return written != nullptr ? written : w.put_in_jisx0208(o, c, found);
+}
+// Half-width katakana need no table. The overline has no code in the tables, but its place in JIS X 0201 is that of
+// the tilde.
+template <class Writer>
+uint8_t *write_table(uint8_t *o, Writer &w, uint32_t c) {
+    if (is_half_width_katakana(c)) {
+        return w.katakana(o, katakana_byte(c));
+    }
+    return c == kOverline ? w.plain(o, '~') : put(o, w, c);
 }
 
-uint8_t *write(uint8_t *o, SjisWriter &w, uint32_t c) { return write_to_table(o, w, c); }
-uint8_t *write(uint8_t *o, EucOfOneTable &w, uint32_t c) { return write_to_table(o, w, c); }
-
-// One-byte codes: half-width katakana have a set of their own, everything else is 7-bit text.
-uint8_t *write(uint8_t *o, JisWriter &w, uint32_t c) {
-    const uint32_t code = c == kOverline ? 0x7E : w.entry(c);
-    if (code >= 0x100) [[likely]] {
-        uint8_t *written = w.put(o, c);
-        bool found = true;
-        return written != nullptr ? written : w.put_in_jisx0208(o, c, found);
-    }
-    if (code == 0) {
-        return nullptr;
-    }
-    const bool katakana = w.has_set(c) && w.set_of(c) == kKatakana;
-    return katakana ? w.katakana(o, static_cast<uint8_t>(code)) : w.plain(o, static_cast<uint8_t>(code));
-}
-
+uint8_t *write(uint8_t *o, SjisWriter &w, uint32_t c) { return write_table(o, w, c); }
+uint8_t *write(uint8_t *o, EucOfOneTable &w, uint32_t c) { return write_table(o, w, c); }
+uint8_t *write(uint8_t *o, JisWriter &w, uint32_t c) { return write_table(o, w, c); }
 template <class Order>
 uint8_t *write(uint8_t *o, Utf16Writer<Order> &w, uint32_t c) {
     return w.put(o, c);

@@ -87,9 +87,6 @@ public:
     uint8_t *question_mark(uint8_t *o) { return two_bytes(enter(o, kJisX0208), kJisQuestionMark); }
 
     uint32_t entry(uint64_t index) const { return index < count_ ? table_[index] : 0; }
-    uint8_t set_of(uint32_t c) const { return bits_[c]; }
-    bool has_set(uint32_t c) const { return c < designated_; }
-    bool in_jisx0208() const { return set_ == kJisX0208; }
 
     // What the table has in the slot of U+0000: a substitute of its own, or 0.
     uint32_t own_substitute() const { return entry(0); }

@@ -144,11 +144,10 @@ int judge(JkcContext *ctx, const Answers &answers, int preferred, bool plain_is_
         return take_rest(ctx, answers, verdict.result, keep);
     }
     if (answers.type_out != nullptr) {
-        const bool single = verdict.line_type != kNoLineCheck && verdict.result < kAsciiBit;
-        *answers.type_out = single ? verdict.result : judgement.possible;
+        *answers.type_out = verdict.kind == Verdict::Kind::kSingle ? verdict.result : judgement.possible;
     }
-    if (answers.line_out != nullptr && verdict.line_type != kNoLineCheck) {
-        *answers.line_out = _check_ln(ctx, 0, verdict.line_type);
+    if (answers.line_out != nullptr && verdict.kind != Verdict::Kind::kSet) {
+        *answers.line_out = _check_ln(ctx, 0, verdict.result);
     }
     return verdict.result;
 }

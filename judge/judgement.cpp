@@ -27,13 +27,12 @@ bool Judgement::take_block(JkcBlock &block, bool last) {
 
     feed(kFromSjis, [&](const uint8_t *p) { return sjis_.scan(p, end, last, data, total_); });
     if (sjis_.jis2004) {
-        verdict = {JKC_TYPE_JIS2004, JKC_TYPE_JIS2004};
+        verdict = {JKC_TYPE_JIS2004, Verdict::Kind::kSingle};
         return true;
     }
     const int64_t total = total_ + (end - data);
     if (last && is_tolerable(sjis_.found.errors, total) && (sjis_.jis_escape || plain_is_preferred_)) {
-        const int type = sjis_.jis_escape ? static_cast<int>(JKC_TYPE_JIS) : preferred_;
-        verdict = {type, type};
+        verdict = {sjis_.jis_escape ? static_cast<int>(JKC_TYPE_JIS) : preferred_, Verdict::Kind::kSingle};
         return true;
     }
     if (sjis_.coded) {
@@ -157,7 +156,7 @@ void Judgement::decide() {
     } else {
         possible = kPlainSet;
         if (weigh_utf16()) {
-            verdict = {JKC_TYPE_ASCII, JKC_TYPE_ASCII};
+            verdict = {JKC_TYPE_ASCII, Verdict::Kind::kSingle};
             return;
         }
     }

@@ -22,7 +22,7 @@ public:
     // What the end of the input decides, once the last block is taken. Fills `possible` and `verdict`.
     void decide();
 
-    Verdict verdict{-1, kNoLineCheck};
+    Verdict verdict{-1, Verdict::Kind::kSet};
     int32_t possible = -1; // the set of candidates that could win; -1 as long as none is known
 
 private:

@@ -29,8 +29,8 @@ void sort(Ranked &ranked) {
     }
 }
 
-Verdict single(int code_type) { return {code_type, code_type}; }
-Verdict several(int32_t set) { return {set, kNoLineCheck}; }
+Verdict single(int code_type) { return {code_type, Verdict::Kind::kSingle}; }
+Verdict several(int32_t set) { return {set, Verdict::Kind::kSet}; }
 
 // Among candidates without errors the preferred one wins.
 bool preferred_is_clean(const Ranked &ranked, int preferred) {
@@ -108,8 +108,8 @@ Verdict rank(Candidate (&candidates)[kCandidates], int32_t possible, int64_t tot
         const int32_t plain_or_utf16 = set & (kAsciiBit | kUtf16BeBit | kUtf16LeBit);
         const bool utf16 = best.type == JKC_TYPE_UTF16BE || best.type == JKC_TYPE_UTF16LE;
         if (utf16 && (plain_or_utf16 & kAsciiBit) != 0 && plain_or_utf16 != kAsciiBit) {
-            // 7-bit text that reads as UTF-16 too. No single type has line ends to check: the check refuses the set.
-            return {plain_or_utf16, plain_or_utf16};
+            // 7-bit text that reads as UTF-16 too.
+            return {plain_or_utf16, Verdict::Kind::kCheckedSet};
         }
         return single(best.type);
     }

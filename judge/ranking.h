@@ -6,11 +6,14 @@
 namespace jkc {
 
 struct Verdict {
-    int result;    // a code type, a set of code types, or -1
-    int line_type; // code type for the line-end check; kNoLineCheck: none
+    enum class Kind : uint8_t {
+        kSingle,     // one code type, whose line ends can be told
+        kSet,        // several code types or none
+        kCheckedSet, // ASCII or UTF-16: the line-end check is asked all the same, and refuses
+    };
+    int result;
+    Kind kind;
 };
-
-constexpr int kNoLineCheck = -1;
 
 // `possible` is the set of candidates that may win, `total` the bytes scanned. Changes the candidates' scores.
 Verdict rank(Candidate (&candidates)[kCandidates], int32_t possible, int64_t total, int preferred);

@@ -6,7 +6,7 @@ namespace jkc {
 
 namespace {
 
-// A big-endian pair and the little-endian unit behind it.
+// What one decision looks at, at most: a big-endian pair and the little-endian unit behind it.
 constexpr int kLookAhead = 6;
 
 // What the two sides count differently. Stored judgements rely on these counts, so the differences stay.
@@ -21,39 +21,57 @@ struct LittleRules : LittleEndian {
 
 } // namespace
 
+bool Utf16Scanner::wants_partner(uint32_t unit) const {
+    const uint16_t bits = classes_[unit];
+    return is_high_surrogate(unit) || ((bits & kAnyText) == kEvidence && (bits & kAnyBase) != 0);
+}
+
+template <class Rules>
+bool Utf16Scanner::has_partner(uint32_t unit, const uint8_t *next) const {
+    const uint32_t partner = Rules::unit(next);
+    return wants_partner(unit) && (is_high_surrogate(unit) ? is_low_surrogate(partner) : is_combining_mark(partner));
+}
+
 // Counts one unit; `next` is the unit behind it. Returns whether that one belongs to it.
 template <class Rules>
 bool Utf16Scanner::take(Side &side, uint32_t unit, const uint8_t *next, const uint8_t *end) {
-    const uint16_t bits = classes_[unit];
-    const bool has_next = end - next >= 2;
-    if ((bits & kAnyText) == kEvidence) {
+    const bool pair = wants_partner(unit) && end - next >= 2 && has_partner<Rules>(unit, next);
+    if ((classes_[unit] & kAnyText) == kEvidence) {
+        side.found.valid += pair ? 4 : 2;
         side.found.kana += is_kana(unit) ? 2 : 0;
-        if ((bits & kAnyBase) != 0 && has_next && is_combining_mark(Rules::unit(next))) {
-            side.found.valid += 4;
-            side.decomposed += 4;
-            return true;
-        }
-        side.found.valid += 2;
-        return false;
-    }
-    if (is_high_surrogate(unit)) {
-        if (has_next && is_low_surrogate(Rules::unit(next))) {
-            side.found.valid += 4;
-            side.surrogates += 4;
-            return true;
-        }
+        side.decomposed += pair ? 4 : 0;
+    } else if (pair) {
+        side.found.valid += 4;
+        side.surrogates += 4;
+    } else if (is_high_surrogate(unit)) {
         side.found.errors += Rules::kLoneSurrogateErrors;
-        return false;
+    } else {
+        (unit == Rules::kExempt ? side.found.valid : side.found.errors) += 2;
     }
-    (unit == Rules::kExempt ? side.found.valid : side.found.errors) += 2;
-    return false;
+    return pair;
+}
+
+// Whether the decisions on the unit at p need bytes behind `end`.
+bool Utf16Scanner::is_cut(const uint8_t *p, const uint8_t *end) const {
+    const uint32_t big_unit = BigEndian::unit(p);
+    const uint32_t little_unit = LittleEndian::unit(p);
+    p += 2;
+    if (wants_partner(big_unit)) {
+        if (end - p < 2) {
+            return true;
+        }
+        p += has_partner<BigRules>(big_unit, p) ? 2 : 0;
+    }
+    return wants_partner(little_unit) && end - p < 2;
 }
 
 // One cursor serves both byte orders: behind a big-endian pair the little-endian side looks for its partner after
 // that pair. The counts of both sides depend on it.
 const uint8_t *Utf16Scanner::scan(const uint8_t *p, const uint8_t *end, bool last) {
-    const int needed = last ? 2 : kLookAhead;
-    while (end - p >= needed) {
+    while (end - p >= 2) {
+        if (end - p < kLookAhead && !last && is_cut(p, end)) {
+            return p;
+        }
         const uint32_t big_unit = BigEndian::unit(p);
         const uint32_t little_unit = LittleEndian::unit(p);
         p += 2;

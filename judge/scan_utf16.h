@@ -23,6 +23,10 @@ public:
     Side little;
 
 private:
+    bool wants_partner(uint32_t unit) const;
+    template <class Rules>
+    bool has_partner(uint32_t unit, const uint8_t *next) const;
+    bool is_cut(const uint8_t *p, const uint8_t *end) const;
     template <class Rules>
     bool take(Side &side, uint32_t unit, const uint8_t *next, const uint8_t *end);
 
