@@ -48,10 +48,10 @@ a file is in is judged from its bytes.
                         are joined
   --in-place[=SUFFIX]   replace each file, and keep the old one as FILE+SUFFIX
   --eol KIND            line ends: keep (default), lf, crlf or cr
-  --compose             compose letters and their marks when the source is Unicode
+  --compose             compose letters with their marks (Unicode sources)
   --suppress            leave out what CODE lacks; otherwise '?' stands for it
-  --strict              take lost characters as failure: status 1, and OUT or the
-                        file in place stays as it was
+  --strict              take lost characters as failure: status 1, and OUT or
+                        the file in place stays as it was
   -q, --quiet           tell only what failed
 
 OUT and files in place are written beside and renamed when all went well.

@@ -72,7 +72,7 @@ std::string backup_suffix_option(const char *suffix) {
     if (suffix == nullptr) {
         return "";
     }
-    const std::string text = suffix;
+    std::string text = suffix;
     if (text.empty() || text.find('/') != std::string::npos) {
         throw UsageError("--in-place takes a suffix such as .bak");
     }

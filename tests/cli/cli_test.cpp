@@ -1,0 +1,327 @@
+// The program, run as a process: what it prints, its exit status, and what it does to files.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+using Files = std::map<std::string, std::string>; // name to bytes
+using namespace std::string_literals;
+
+std::string read_file(const fs::path &path) {
+    std::ostringstream bytes;
+    bytes << std::ifstream(path, std::ios::binary).rdbuf();
+    return bytes.str();
+}
+
+// A directory of files in which commands run, with what the last one printed.
+class Sandbox {
+public:
+    explicit Sandbox(const Files &files) {
+        std::string name = (fs::temp_directory_path() / "jkc-cli-XXXXXX").string();
+        if (mkdtemp(name.data()) == nullptr) {
+            throw fs::filesystem_error("mkdtemp", std::error_code(errno, std::generic_category()));
+        }
+        root_ = name;
+        fs::create_directory(work());
+        for (const auto &[file, bytes] : files) {
+            std::ofstream(work() / file, std::ios::binary) << bytes;
+        }
+    }
+    ~Sandbox() { fs::remove_all(root_); }
+    Sandbox(const Sandbox &) = delete;
+    Sandbox &operator=(const Sandbox &) = delete;
+
+    fs::path work() const { return root_ / "work"; }
+
+    // Runs shell commands, in which "jkc" is the program; answers their exit status.
+    int run(const std::string &commands) {
+        const std::string script = "cd '" + work().string() + "' && exec </dev/null >../out 2>../err && jkc() { '" +
+                                   JKC_PROGRAM + "' \"$@\"; }\n" + commands;
+        std::ofstream(root_ / "script") << script;
+        const int status = std::system(("sh '" + (root_ / "script").string() + "'").c_str());
+        out = read_file(root_ / "out");
+        err = read_file(root_ / "err");
+        for (size_t at; (at = err.find(work().string())) != std::string::npos;) {
+            err.replace(at, work().string().size(), "DIR");
+        }
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+    Files files() const {
+        Files found;
+        for (const auto &entry : fs::directory_iterator(work())) {
+            found[entry.path().filename()] = entry.is_regular_file() ? read_file(entry.path()) : "no regular file";
+        }
+        return found;
+    }
+
+    std::string out;
+    std::string err;
+
+private:
+    fs::path root_;
+};
+
+std::string repeat(const std::string &text, int times) {
+    std::string all;
+    for (int i = 0; i < times; ++i) {
+        all += text;
+    }
+    return all;
+}
+
+struct Case {
+    std::string commands;
+    int status;
+    std::string out;
+    std::string err;
+    Files changed = {}; // files that are new or other than before; all others must be as they were
+};
+
+void check(const Files &before, const std::vector<Case> &cases) {
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.commands);
+        Sandbox box(before);
+        EXPECT_EQ(box.run(c.commands), c.status);
+        EXPECT_EQ(box.out, c.out);
+        EXPECT_EQ(box.err, c.err);
+        Files after = c.changed;
+        after.insert(before.begin(), before.end());
+        EXPECT_EQ(box.files(), after);
+    }
+}
+
+// "これは日本語の文章です。" with a line end of each kind where it stands.
+const std::string kSjis =
+    "\x82\xB1\x82\xEA\x82\xCD\x93\xFA\x96\x7B\x8C\xEA\x82\xCC\x95\xB6\x8F\xCD\x82\xC5\x82\xB7\x81\x42";
+const std::string kEuc =
+    "\xA4\xB3\xA4\xEC\xA4\xCF\xC6\xFC\xCB\xDC\xB8\xEC\xA4\xCE\xCA\xB8\xBE\xCF\xA4\xC7\xA4\xB9\xA1\xA3";
+const std::string kUtf8 = "これは日本語の文章です。";
+const std::string kJis = "\x1B$B$3$l$OF|K\\8l$NJ8>O$G$9!#\x1B(B";
+const std::string kMark = "\xEF\xBB\xBF";
+// 《\r\n and a\r: a bytewise look would see LF, CR and no CR LF.
+const std::string kUtf16le = "\xFF\xFE\x0A\x30\x0D\x00\x0A\x00"s;
+const std::string kUtf16be = "\xFE\xFF\x00\x61\x00\x0D"s;
+const std::string kTie = "\xE4\xD8\xE5\xA5"; // also two kanji in EUC and in UTF-16
+const std::string kWord = "eY";              // also a kanji in either byte order
+// Symbols that SJIS lacks at bytes 36 and 75.
+const std::string kLossy = kUtf8 + "☃" + kUtf8 + "♥\n";
+const std::string kBinary = "\x80\xFF\xFE\x80\xFF\xFE\x80\xFF\xFE\x80\xFF\xFE\x80\xFF\xFE\x80\xFF\xFE\x81\xFF\xFD\xA0"s;
+
+TEST(CliDetect, TellsCodeTypeAndLineEndsOfEachFile) {
+    const Files files{{"sjis", kSjis + "\r\n"},
+                      {"euc", kEuc + "\n" + kEuc + "\r\n"},
+                      {"jis", kJis + "\r"},
+                      {"utf8", kUtf8},
+                      {"mark", kMark + "a\n"},
+                      {"le", kUtf16le},
+                      {"be", kUtf16be},
+                      {"plain text", "Plain text, more than a word.\n"},
+                      {"-dash", kUtf8 + "\n"},
+                      {"empty", ""},
+                      {"tie", kTie},
+                      {"word", kWord},
+                      {"binary", kBinary}};
+    check(files, {{"jkc detect sjis euc jis utf8 mark le be 'plain text' empty", 0,
+                   "sjis: SJIS, CRLF\neuc: EUC, LF+CRLF\njis: JIS(CP50221), CR\nutf8: UTF8, no line ends\n"
+                   "mark: UTF8_BOM, LF\nle: UTF16LE_BOM, CRLF\nbe: UTF16BE_BOM, CR\nplain text: ASCII, LF\n"
+                   "empty: Empty, no line ends\n",
+                   ""},
+                  {"jkc detect <sjis; cat le | jkc detect -", 0, "-: SJIS, CRLF\n-: UTF16LE_BOM, CRLF\n", ""},
+                  {"jkc detect -- -dash ./-dash", 0, "-dash: UTF8, LF\n./-dash: UTF8, LF\n", ""},
+                  // The sets of a judgement number the Unicode forms otherwise than the names' own sets do.
+                  {"jkc detect tie", 1, "tie: undecided (SJIS, EUC, UTF16BE)\n", ""},
+                  {"jkc detect word", 1, "word: undecided (ASCII, UTF16BE, UTF16LE)\n", ""},
+                  {"jkc detect binary utf8", 1, "binary: unknown\nutf8: UTF8, no line ends\n", ""},
+                  {"jkc detect missing . /proc/self/mem tie utf8", 3,
+                   "tie: undecided (SJIS, EUC, UTF16BE)\nutf8: UTF8, no line ends\n",
+                   "jkc: missing: No such file or directory\njkc: .: Is a directory\n"
+                   "jkc: /proc/self/mem: Input/output error\n"},
+                  {"jkc detect <&-", 3, "", "jkc: -: Bad file descriptor\n"},
+                  {"jkc detect utf8 >&-", 3, "", "jkc: standard output: Bad file descriptor\n"},
+                  {"jkc detect utf8 >/dev/full", 3, "", "jkc: standard output: No space left on device\n"}});
+}
+
+TEST(CliConvert, WritesEachTargetAndOption) {
+    const Files files{{"sjis", kSjis + "\r\n"},
+                      {"utf8", kUtf8 + "\n"},
+                      {"lines", "a\r\nb\nc\r"},
+                      {"empty", ""},
+                      {"tie", kTie},
+                      {"word", kWord},
+                      {"decomposed", "か\u3099は\u309A"}};
+    check(
+        files,
+        {{"jkc convert -t utf-8 sjis", 0, kUtf8 + "\r\n", ""},
+         {"jkc convert -t Shift_JIS <utf8", 0, kSjis + "\n", ""},
+         {"cat utf8 | jkc convert --to=cp51932 -", 0, kEuc + "\n", ""},
+         {"jkc convert --to iso2022jp sjis --eol lf", 0, kJis + "\n", ""},
+         {"jkc convert -t utf8 --eol keep lines", 0, "a\r\nb\nc\r", ""},
+         {"jkc convert -t utf8 --eol lf lines", 0, "a\nb\nc\n", ""},
+         {"jkc convert -t utf8 --eol crlf lines", 0, "a\r\nb\r\nc\r\n", ""},
+         {"jkc convert -t utf8 --eol cr lines", 0, "a\rb\rc\r", ""},
+         {"jkc convert -t sjis decomposed", 0, "\x82\xA9?\x82\xCD?",
+          "jkc: decomposed: 2 characters without equivalent in SJIS: first U+3099 at byte 3, last U+309A at byte 9\n"},
+         {"jkc convert -t sjis --compose decomposed", 0, "\x82\xAA\x82\xCF", ""},
+         // Several inputs are joined, with one mark at the front, also when the first is empty.
+         {"jkc convert -t utf-8-sig empty sjis utf8", 0, kMark + kUtf8 + "\r\n" + kUtf8 + "\n", ""},
+         {"jkc convert -t utf-8-sig empty -o out", 0, "", "", {{"out", ""}}},
+         {"jkc convert -t ascii utf8", 0, kSjis + "\n", "jkc: utf8: not plain ASCII, written as SJIS\n"},
+         {"jkc convert -t utf8 -f sjis tie", 0, "蒭螂", ""},
+         {"jkc convert -t utf8 -f us-ascii word; cat word | jkc convert -t utf8 -f jis", 0, "eYeY", ""},
+         {"jkc convert -t utf8 -f utf-16 utf8", 0, kUtf8 + "\n",
+          "jkc: utf8: read as UTF8, which its bytes show, not as UTF16LE_BOM\n"},
+         {"jkc convert -t sjis -f euc-jp utf8 -q", 0, kSjis + "\n", ""},
+         {"jkc convert -t utf8 -f utf-8-bom utf8; jkc convert -t utf8 -f euc-jp lines", 0, kUtf8 + "\n" + "a\r\nb\nc\r",
+          ""}});
+}
+
+TEST(CliConvert, ReportsLostCharacters) {
+    const Files files{{"lossy", kLossy},
+                      {"invalid", "\xFE" + repeat(kUtf8, 20)},
+                      {"legacy", repeat(kSjis + "\n", 20) + "\x85\x40"},
+                      {"good", kUtf8},
+                      {"out", "old"}};
+    const std::string report =
+        "jkc: lossy: 2 characters without equivalent in SJIS: first U+2603 at byte 36, last U+2665 at byte 75\n";
+    check(files, {{"jkc convert -t sjis lossy", 0, kSjis + "?" + kSjis + "?\n", report},
+                  {"jkc convert -t sjis lossy -q --suppress", 0, kSjis + kSjis + "\n", ""},
+                  {"jkc convert -t sjis lossy -o out --strict", 1, "", report},
+                  {"jkc convert -t sjis lossy --in-place --strict -q", 1, "", report},
+                  {"jkc convert -t sjis good lossy -o out --strict", 1, "", report},
+                  {"jkc convert -t utf16le --strict --suppress invalid >/dev/null", 1, "",
+                   "jkc: invalid: 1 character without equivalent in UTF16LE: invalid bytes at byte 0\n"},
+                  {"jkc convert -t utf8 legacy", 0, repeat(kUtf8 + "\n", 20) + "?",
+                   "jkc: legacy: 1 character without equivalent in UTF8: 0x8540 at byte 500\n"}});
+}
+
+TEST(CliConvert, KeepsTheRepertoireOfCp50221) {
+    // The first four bytes of this ordinary text are a surrogate pair when read as UTF-16.
+    const std::string text = repeat("\x90\xDA\x8A\xDD" + kSjis + "\xFB\xFC\x87\x40\n", 400);
+    Sandbox box({{"text", text}});
+    EXPECT_EQ(box.run("jkc convert -t ISO-2022-JP text"), 0);
+    EXPECT_EQ(box.err, "");
+    size_t found = 0;
+    for (size_t at = 0; (at = box.out.find("\x1B$(D\x7C\x62\x1B$B\x2D\x21", at)) != std::string::npos; ++at) {
+        ++found;
+    }
+    EXPECT_EQ(found, 400U);
+}
+
+TEST(CliConvert, CopiesLegacyTextThatLooksDecomposed) {
+    // Read as UTF-16, the bytes hold か and U+3099.
+    const std::string text = kSjis + "0K0\x99\x40";
+    check({{"text", text}}, {{"jkc convert -t sjis --compose text", 0, text, ""},
+                             {"jkc convert -t sjis --compose --in-place text", 0, "", ""}});
+}
+
+TEST(CliConvert, LeavesFilesAsTheyWereOnFailure) {
+    const Files files{{"good", kUtf8},         {"tie", kTie},  {"binary", kBinary},
+                      {"cut", kSjis + "\x82"}, {"out", "old"}, {"big", repeat("Plain text.\n", 10000)},
+                      {"good.bak", "older"}};
+    check(files,
+          {{"jkc convert -t utf8 tie -o out", 1, "", "jkc: tie: undecided (SJIS, EUC, UTF16BE); -f CODE may decide\n"},
+           {"jkc convert -t utf8 binary --in-place", 1, "", "jkc: binary: no code type fits\n"},
+           {"jkc convert -t utf8 cut -o out", 3, "", "jkc: cut: the text ends inside a character\n"},
+           {"jkc convert -t utf8 cut --in-place", 3, "", "jkc: cut: the text ends inside a character\n"},
+           {"jkc convert -t sjis good missing -o out", 3, "", "jkc: missing: No such file or directory\n"},
+           {"jkc convert -t sjis . -o out", 3, "", "jkc: .: Is a directory\n"},
+           {"jkc convert -t sjis /proc/self/mem -o out", 3, "", "jkc: /proc/self/mem: Input/output error\n"},
+           {"jkc convert -t sjis --in-place . missing /dev/null", 3, "",
+            "jkc: .: Is a directory\njkc: missing: No such file or directory\njkc: /dev/null: not a regular file\n"},
+           {"jkc convert -t sjis good -o .", 3, "", "jkc: .: Is a directory\n"},
+           {"jkc convert -t sjis good -o missing/out", 3, "",
+            "jkc: missing/out: cannot create a temporary file beside it: No such file or directory\n"},
+           {"jkc convert -t sjis good --in-place=.bak", 3, "", "jkc: DIR/good.bak: File exists\n"},
+           {"jkc convert -t sjis good -o /dev/full", 3, "", "jkc: /dev/full: No space left on device\n"},
+           {"jkc convert -t sjis good good >/dev/full", 3, "", "jkc: standard output: No space left on device\n"},
+           {"{ jkc convert -t utf8 big; echo $? >&2; } | true", 0, "", "jkc: standard output: Broken pipe\n3\n"},
+           {"(ulimit -f 1; jkc convert -t sjis big --in-place)", 3, "", "jkc: big: File too large\n"},
+           {"(ulimit -f 1; jkc convert -t sjis big -o out)", 3, "", "jkc: out: File too large\n"}});
+}
+
+TEST(CliConvert, ReplacesFilesWhole) {
+    const Files files{{"a b", kSjis}, {"-c", kSjis}, {"out", "old"}};
+    check(files,
+          {{"jkc convert -t utf8 --in-place=.bak 'a b' -- -c",
+            0,
+            "",
+            "",
+            {{"a b", kUtf8}, {"a b.bak", kSjis}, {"-c", kUtf8}, {"-c.bak", kSjis}}},
+           {"jkc convert -t utf8 'a b' -o out", 0, "", "", {{"out", kUtf8}}},
+           {"jkc convert -t utf8 'a b' -o 'a b'", 0, "", "", {{"a b", kUtf8}}},
+           {"jkc convert -t utf8 'a b' ./-c -o new", 0, "", "", {{"new", kUtf8 + kUtf8}}},
+           {"jkc convert -t utf8 'a b' -o -; jkc convert -t utf8 'a b' -o /dev/null", 0, kUtf8, ""},
+           // Written directly: the growing file that standard output is, not a new one in its place.
+           {"{ printf x; jkc convert -t utf8 'a b' -o /dev/stdout; printf y; } >>out",
+            0,
+            "",
+            "",
+            {{"out", "oldx" + kUtf8 + "y"}}},
+           {"ln -s out link; jkc convert -t utf8 'a b' -o link && [ -L link ] && rm link", 0, "", "", {{"out", kUtf8}}},
+           {"ln -s nowhere link; jkc convert -t utf8 'a b' -o link; rm link", 0, "",
+            "jkc: link: No such file or directory\n"},
+           {"chmod 640 out; umask 027; jkc convert -t utf8 'a b' -o out; jkc convert -t utf8 'a b' -o new;"
+            "umask 0; jkc convert -t utf8 'a b' -o out; stat -c %a out new",
+            0,
+            "640\n640\n",
+            "",
+            {{"out", kUtf8}, {"new", kUtf8}}}});
+}
+
+TEST(CliConvert, LeavesNoTraceWhenInterrupted) {
+    for (const std::string signal : {"HUP", "INT", "TERM"}) {
+        // The shell would have a background command ignore INT; env gives it back its default.
+        check({{"out", "old"}},
+              {{"mkfifo pipe; env --default-signal=INT '" JKC_PROGRAM "' convert -t utf8 - -o out <pipe & exec 3>pipe\n"
+                "while ! ls .jkc-* >/dev/null 2>&1; do sleep 0.01; done\n"
+                "kill -" +
+                    signal + " $!; { wait $!; } 2>&-; status=$?; rm pipe; [ $status -gt 128 ]",
+                0, "", ""}});
+    }
+}
+
+TEST(Cli, RefusesBadCommandLines) {
+    check({{"a", "a"}},
+          {{"jkc", 2, "", "jkc: no command (see 'jkc --help')\n"},
+           {"jkc frobnicate", 2, "", "jkc: unknown command 'frobnicate' (see 'jkc --help')\n"},
+           {"jkc detect --foo", 2, "", "jkc: unrecognized option '--foo'\n"},
+           {"jkc convert a", 2, "", "jkc: convert needs the target: -t CODE\n"},
+           {"jkc convert -t", 2, "", "jkc: option requires an argument -- 't'\n"},
+           {"jkc convert -t Empty a", 2, "", "jkc: unknown code type 'Empty' ('jkc --list' shows the known ones)\n"},
+           {"jkc convert -t dummy1 a", 2, "", "jkc: unknown code type 'dummy1' ('jkc --list' shows the known ones)\n"},
+           {"jkc convert -f '' -t sjis a", 2, "", "jkc: unknown code type '' ('jkc --list' shows the known ones)\n"},
+           {"jkc convert -t sjis --eol dos a", 2, "", "jkc: unknown line end 'dos' (keep, lf, crlf or cr)\n"},
+           {"jkc convert -t sjis --in-place", 2, "", "jkc: --in-place needs files, not standard input\n"},
+           {"jkc convert -t sjis --in-place a -", 2, "", "jkc: --in-place needs files, not standard input\n"},
+           {"jkc convert -t sjis --in-place=x/y a", 2, "", "jkc: --in-place takes a suffix such as .bak\n"},
+           {"jkc convert -t sjis --in-place -o b a", 2, "", "jkc: -o and --in-place exclude each other\n"}});
+}
+
+TEST(Cli, HelpFitsOnAScreenAndTheListNamesEveryType) {
+    Sandbox box({});
+    // 24 lines leave room for the prompt.
+    EXPECT_EQ(box.run("for command in '' detect convert; do jkc $command --help | awk 'length > 80 || NR > 24'; done"),
+              0);
+    EXPECT_EQ(box.out, "");
+    // Every name and alias of the list is taken by -t, whatever its case.
+    EXPECT_EQ(
+        box.run("for name in $(jkc --list | awk '/^[^ ]/ { print $1 } /^ / { print }'); do\n"
+                "jkc convert -t \"$name\" && jkc convert -t $(echo \"$name\" | tr A-Z a-z | tr -d _-) || exit; done\n"
+                "jkc --list | grep -c '^[^ ]'"),
+        0);
+    EXPECT_EQ(box.out, "14\n");
+    EXPECT_EQ(box.run("jkc --version"), 0);
+    EXPECT_EQ(box.out, "jkc 2.2 (library 2.2)\n");
+}
+
+} // namespace
