@@ -77,23 +77,22 @@ void warn(const Options &options, const std::string &name, int judged, int prefe
     }
 }
 
-std::string describe_nochar(int64_t code, int64_t offset, bool from_unicode) {
-    std::array<char, 64> text{};
+std::string describe_nochar(int64_t code, int64_t offset, const JkcContext &ctx, int judged) {
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), is_unicode(judged) ? "U+%04" PRIX64 : "0x%" PRIX64,
+                  static_cast<uint64_t>(code));
+    std::string what = text.data();
     if (code == 0) {
-        std::snprintf(text.data(), text.size(), "invalid bytes at byte %" PRId64, offset);
-    } else {
-        std::snprintf(text.data(), text.size(),
-                      from_unicode ? "U+%04" PRIX64 " at byte %" PRId64 : "0x%" PRIX64 " at byte %" PRId64,
-                      static_cast<uint64_t>(code), offset);
+        // Shift_JIS and EUC hold none beyond U+FFFF, and on the way there their four bytes count as invalid.
+        what = ctx.srg_exists != 0 ? "invalid bytes or a character beyond U+FFFF" : "invalid bytes";
     }
-    return text.data();
+    return what + " at byte " + std::to_string(offset);
 }
 
 // "3 characters without equivalent in SJIS: first U+2603 at byte 5, last invalid bytes at byte 40"
 std::string describe_losses(const JkcContext &ctx, int judged, int target) {
-    const bool from_unicode = is_unicode(judged);
-    const std::string first = describe_nochar(ctx.first_nochar, ctx.first_nochar_index, from_unicode);
-    const std::string last = describe_nochar(ctx.last_nochar, ctx.last_nochar_index, from_unicode);
+    const std::string first = describe_nochar(ctx.first_nochar, ctx.first_nochar_index, ctx, judged);
+    const std::string last = describe_nochar(ctx.last_nochar, ctx.last_nochar_index, ctx, judged);
     const bool one = ctx.nochar_count == 1;
     return std::to_string(ctx.nochar_count) + (one ? " character" : " characters") + " without equivalent in " +
            code_type_name(target == JKC_TYPE_ASCII ? JKC_TYPE_SJIS : target) + ": " +

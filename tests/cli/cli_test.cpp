@@ -189,6 +189,7 @@ TEST(CliConvert, ReportsLostCharacters) {
     const Files files{{"lossy", kLossy},
                       {"invalid", "\xFE" + repeat(kUtf8, 20)},
                       {"legacy", repeat(kSjis + "\n", 20) + "\x85\x40"},
+                      {"emoji", kUtf8 + "😅abc"},
                       {"good", kUtf8},
                       {"out", "old"}};
     const std::string report =
@@ -200,6 +201,9 @@ TEST(CliConvert, ReportsLostCharacters) {
                   {"jkc convert -t sjis good lossy -o out --strict", 1, "", report},
                   {"jkc convert -t utf16le --strict --suppress invalid >/dev/null", 1, "",
                    "jkc: invalid: 1 character without equivalent in UTF16LE: invalid bytes at byte 0\n"},
+                  {"jkc convert -t sjis emoji", 0, kSjis + "??abc",
+                   "jkc: emoji: 2 characters without equivalent in SJIS: first invalid bytes or a character beyond "
+                   "U+FFFF at byte 36, last invalid bytes or a character beyond U+FFFF at byte 39\n"},
                   {"jkc convert -t utf8 legacy", 0, repeat(kUtf8 + "\n", 20) + "?",
                    "jkc: legacy: 1 character without equivalent in UTF8: 0x8540 at byte 500\n"}});
 }
