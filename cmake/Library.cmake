@@ -31,12 +31,13 @@ add_library(jkc_static STATIC $<TARGET_OBJECTS:jkc_objects>)
 add_library(jkc::jkc ALIAS jkc)
 add_library(jkc::jkc_static ALIAS jkc_static)
 foreach(library IN ITEMS jkc jkc_static)
-    set_target_properties(${library} PROPERTIES OUTPUT_NAME jkc LINKER_LANGUAGE C)
+    set_target_properties(${library} PROPERTIES OUTPUT_NAME jkc)
     target_include_directories(${library} INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>)
 endforeach()
 set_target_properties(jkc PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
     LINK_DEPENDS ${JKC_VERSION_SCRIPT})
-target_link_options(jkc PRIVATE -Wl,--version-script=${JKC_VERSION_SCRIPT})
+# The library uses nothing of libstdc++, which the compiler links all the same: as-needed leaves it out again.
+target_link_options(jkc PRIVATE -Wl,--version-script=${JKC_VERSION_SCRIPT} -Wl,--as-needed)
 if(NOT JKC_SANITIZE)
     # Whatever the C library does not have is found here, not by the user's linker.
     target_link_options(jkc PRIVATE -Wl,-z,defs)
