@@ -100,7 +100,7 @@ void check(const Files &before, const std::vector<Case> &cases) {
     }
 }
 
-// "これは日本語の文章です。" with a line end of each kind where it stands.
+// One sentence in four code types.
 const std::string kSjis =
     "\x82\xB1\x82\xEA\x82\xCD\x93\xFA\x96\x7B\x8C\xEA\x82\xCC\x95\xB6\x8F\xCD\x82\xC5\x82\xB7\x81\x42";
 const std::string kEuc =
