@@ -18,7 +18,8 @@ std::string line_end_names(int line_ends) {
     std::string names;
     for (const auto &[bit, name] : kNames) {
         if ((line_ends & bit) != 0) {
-            names += (names.empty() ? "" : "+") + std::string(name);
+            names += names.empty() ? "" : "+";
+            names += name;
         }
     }
     return names.empty() ? "no line ends" : names;

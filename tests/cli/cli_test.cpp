@@ -187,7 +187,7 @@ TEST(CliConvert, WritesEachTargetAndOption) {
 
 TEST(CliConvert, ReportsLostCharacters) {
     const Files files{{"lossy", kLossy},
-                      {"invalid", "\xFE" + repeat(kUtf8, 20)},
+                      {"invalid", std::string("\xFE").append(repeat(kUtf8, 20))},
                       {"legacy", repeat(kSjis + "\n", 20) + "\x85\x40"},
                       {"emoji", kUtf8 + "😅abc"},
                       {"good", kUtf8},
