@@ -1,9 +1,9 @@
 // Walks the chain of input blocks and keeps characters whole across block edges.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 
 #include "core/internal.h"
 
@@ -43,7 +43,7 @@ private:
         const auto rest = static_cast<int32_t>(end - p);
         next->start -= rest;
         uint8_t *start = next->data + next->start;
-        memcpy(start, p, static_cast<size_t>(rest));
+        std::copy(p, end, start);
         block->end -= rest;
         ctx_->read_offset += block->end - block->start;
         ctx_->block_origin = start;
