@@ -12,10 +12,6 @@ namespace {
 template <class Writer>
 constexpr bool kIsJis = std::is_same_v<Writer, JisWriter>;
 
-constexpr uint8_t kFirstKatakana = 0x21;
-constexpr uint8_t kLastKatakana = 0x5F;
-constexpr bool is_katakana_code(uint8_t b) { return b >= kFirstKatakana && b <= kLastKatakana; }
-
 // The JIS source table that the context has selected.
 class JisTable {
 public:
@@ -44,17 +40,6 @@ private:
     uint64_t offset_ = 0;
     uint64_t count_ = 0;
 };
-
-void select_plane1(JkcContext &ctx) {
-    ctx.jis_src_table = _jis2unibe2022jp2004_table01;
-    ctx.jis_src_offset = 0;
-    ctx.jis_src_count = _jis2unibe2022jp2004_table01_size;
-}
-void select_plane2(JkcContext &ctx) {
-    ctx.jis_src_table = _jis2unibe2022jp2004_table02;
-    ctx.jis_src_offset = _jis2unibe2022jp2004_table02_offset;
-    ctx.jis_src_count = _jis2unibe2022jp2004_table02_size;
-}
 
 // --- JIS to JIS. ---
 
@@ -119,7 +104,7 @@ public:
         const uint8_t b = *in.p;
         if (b == kEsc) {
             shifted_out_ = false;
-            return escape(in, o, w);
+            return escape(in, o);
         }
         if (is_two_byte()) {
             if (in.left() < 2) {
@@ -213,80 +198,28 @@ private:
 
     // --- Escape sequences. Those that are not known are copied raw, whatever the target. ---
 
-    static uint8_t *raw(uint8_t *o, const uint8_t *p, size_t length) {
-        memcpy(o, p, length);
-        return o + length;
-    }
-
-    Flow copy_unknown(BlockCursor &in, uint8_t *&o, size_t length) {
-        o = raw(o, in.p, length);
+    void copy(BlockCursor &in, uint8_t *&o, size_t length) {
+        memcpy(o, in.p, length);
+        o += length;
         in.p += length;
-        return Flow::kNext;
     }
 
-    Flow enter(BlockCursor &in, Designation set, size_t length) {
-        set_ = set;
-        in.p += length;
-        return Flow::kNext;
-    }
-
-    Flow escape(BlockCursor &in, uint8_t *&o, Writer & /*w*/) {
-        if (in.left() < 3) { // cut off by the end of the input
-            copy_unknown(in, o, in.left());
+    Flow escape(BlockCursor &in, uint8_t *&o) {
+        const SeenEscape seen = read_escape(in.p, in.left());
+        switch (seen.kind) {
+        case SeenEscape::kCut: // by the end of the input
+            copy(in, o, in.left());
             return end(JKC_SUCCESS);
-        }
-        if (in.p[1] == '$') {
-            return escape_two_byte(in, o);
-        }
-        if (in.p[1] == '(') {
-            switch (in.p[2]) {
-            case 'I':
-                return enter(in, kKatakana, 3);
-            case 'B':
-            case 'H':
-            case 'J':
-                return enter(in, kAscii, 3);
-            default:
-                return copy_unknown(in, o, 2);
-            }
-        }
-        copy_unknown(in, o, 1);
-        return kIsJis<Writer> ? end(JKC_SUCCESS) : Flow::kNext; // JIS output ends at an escape that is none
-    }
-
-    Flow escape_two_byte(BlockCursor &in, uint8_t *&o) {
-        switch (in.p[2]) {
-        case '@':
-        case 'B':
-        case 'J':
-            return enter(in, kJisX0208, 3);
-        case '(':
-            return escape_four_bytes(in, o);
+        case SeenEscape::kUnknown:
+            copy(in, o, seen.length);
+            // JIS output ends at an escape that is none.
+            return kIsJis<Writer> && seen.length == 1 ? end(JKC_SUCCESS) : Flow::kNext;
         default:
-            return copy_unknown(in, o, 2);
-        }
-    }
-
-    // A plane that is selected stays so in the context; what is designated without a plane is decoded in it.
-    Flow escape_four_bytes(BlockCursor &in, uint8_t *&o) {
-        if (in.left() < 4) {
-            copy_unknown(in, o, 3);
-            return end(JKC_SUCCESS);
-        }
-        switch (in.p[3]) {
-        case 'D':
-            return enter(in, kJisX0212, 4);
-        case 'O':
-        case 'Q':
-            select_plane1(ctx_);
+            set_ = seen.set;
+            select_plane(ctx_, set_);
             table_.load(ctx_);
-            return enter(in, kJisX0213Plane1Of2004, 4);
-        case 'P':
-            select_plane2(ctx_);
-            table_.load(ctx_);
-            return enter(in, kJisX0213Plane2, 4);
-        default:
-            return copy_unknown(in, o, 3);
+            in.p += seen.length;
+            return Flow::kNext;
         }
     }
 

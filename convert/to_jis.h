@@ -3,25 +3,11 @@
 
 #include <cstring>
 
+#include "convert/jis_escape.h"
 #include "convert/line_type.h"
 #include "core/wide.h"
 
 namespace jkc {
-
-// Character sets by their numbers in the designation tables.
-enum Designation : uint8_t {
-    kAscii = 0,
-    kKatakana = 1,
-    kRoman = 2,
-    kJisC6226 = 3,
-    kJisX0208 = 4,
-    kNoSet = 5,
-    kJisX0212 = 6,
-    kJisX0213Plane1 = 7,
-    kJisX0213Plane1Of2004 = 8,
-    kJisX0213Plane2 = 9,
-    kDesignations
-};
 
 struct EscapeSequence {
     uint8_t bytes[4];
