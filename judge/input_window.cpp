@@ -95,6 +95,8 @@ int InputWindow::read(uint8_t *dst, size_t room, size_t &count) {
     return JKC_SUCCESS;
 }
 
+bool InputWindow::in_memory() const { return source_of(*ctx_) == Source::kBuffer; }
+
 int InputWindow::at_end(bool &end) {
     switch (source_of(*ctx_)) {
     case Source::kBuffer:

@@ -15,6 +15,9 @@ public:
     // Reads until `room` bytes are at dst or the source ends; adds their number to count. 0 or EREAD.
     int read(uint8_t *dst, size_t room, size_t &count);
 
+    // Whether the source lies in memory as a whole.
+    bool in_memory() const;
+
     // Tells whether nothing is left. 0 or EREAD.
     int at_end(bool &end);
 

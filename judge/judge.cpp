@@ -90,16 +90,80 @@ void start_next_block(JkcBlock &block) {
     memcpy(block.scan_start, scan_start, sizeof scan_start);
 }
 
+// Feeds a judgement its blocks until the answer stands. `next(room, count, last)` puts more data behind the `count`
+// bytes that the block has, and returns a status.
+template <class Next>
+int feed_blocks(Judgement &judgement, size_t count, Next next) {
+    JkcBlock &block = _buffser_info;
+    for (int32_t &start : block.scan_start) {
+        start = JKC_BLOCK_HEADROOM;
+    }
+    for (;;) {
+        bool last = false;
+        const int status = next(block, count, last);
+        if (status != JKC_SUCCESS) {
+            return status;
+        }
+        if (judgement.take_block(block, last)) {
+            return JKC_SUCCESS;
+        }
+        if (last) {
+            judgement.decide();
+            return JKC_SUCCESS;
+        }
+        start_next_block(block);
+        count = 0;
+    }
+}
+
+int feed_source(JkcContext *ctx, Judgement &judgement, size_t count, bool keep) {
+    InputWindow window(ctx);
+    return feed_blocks(judgement, count, [&](JkcBlock &block, size_t filled, bool &last) {
+        int status = window.read(block.data + JKC_BLOCK_HEADROOM + filled, JKC_BLOCK_READ - filled, filled);
+        if (status == JKC_SUCCESS) {
+            status = window.at_end(last);
+        }
+        block.end = JKC_BLOCK_HEADROOM + static_cast<int32_t>(filled);
+        return status == JKC_SUCCESS && keep ? keep_block(ctx, block) : status;
+    });
+}
+
+void feed_kept_blocks(const JkcContext *ctx, Judgement &judgement) {
+    const JkcListNode *node = ctx->blocks;
+    feed_blocks(judgement, 0, [&node](JkcBlock &block, size_t /*filled*/, bool &last) {
+        const auto *kept = static_cast<const JkcBlock *>(node->data);
+        block.end = kept->end;
+        memcpy(block.data + kept->start, kept->data + kept->start, static_cast<size_t>(kept->end - kept->start));
+        node = node->next;
+        last = node == nullptr;
+        return static_cast<int>(JKC_SUCCESS);
+    });
+}
+
+// Counts once more to the end, for the set of possible candidates: the input is kept or lies in memory from `begin` on.
+int32_t count_to_the_end(JkcContext *ctx, int preferred, bool plain_is_preferred, bool keep, const uint8_t *begin) {
+    select_source_tables(ctx);
+    reset_block(_buffser_info);
+    Judgement judgement(ctx, preferred, plain_is_preferred, Counting::kToTheEnd);
+    if (keep) {
+        feed_kept_blocks(ctx, judgement);
+    } else {
+        ctx->in_ptr = begin;
+        feed_source(ctx, judgement, 0, false);
+    }
+    return judgement.possible;
+}
+
 int judge(JkcContext *ctx, const Answers &answers, int preferred, bool plain_is_preferred, bool keep) {
     JkcBlock &block = _buffser_info;
     reset_block(block);
     ctx->srg_exists = 0;
     ctx->utfmac_exists = 0;
+    const uint8_t *const begin = ctx->in_ptr;
 
     InputWindow window(ctx);
     size_t count = 0;
-    uint8_t *data = block.data + JKC_BLOCK_HEADROOM;
-    const int mark = read_mark(window, data, count);
+    const int mark = read_mark(window, block.data + JKC_BLOCK_HEADROOM, count);
     if (mark < 0) {
         return answers.answer(mark);
     }
@@ -111,40 +175,24 @@ int judge(JkcContext *ctx, const Answers &answers, int preferred, bool plain_is_
     }
 
     select_source_tables(ctx);
-    Judgement judgement(ctx, preferred, plain_is_preferred);
-    for (int32_t &start : block.scan_start) {
-        start = JKC_BLOCK_HEADROOM;
+    const bool can_count_again = keep || window.in_memory();
+    Judgement judgement(ctx, preferred, plain_is_preferred,
+                        can_count_again || answers.type_out == nullptr ? Counting::kWhileItCounts
+                                                                       : Counting::kEucToTheEnd);
+    const int status = feed_source(ctx, judgement, count, keep);
+    if (status != JKC_SUCCESS) {
+        return answers.answer(status);
     }
-    bool last = false;
-    bool decided = false;
-    while (!last && !decided) {
-        int status = window.read(data + count, JKC_BLOCK_READ - count, count);
-        if (status == JKC_SUCCESS) {
-            status = window.at_end(last);
-        }
-        block.end = JKC_BLOCK_HEADROOM + static_cast<int32_t>(count);
-        if (status == JKC_SUCCESS && keep) {
-            status = keep_block(ctx, block);
-        }
-        if (status != JKC_SUCCESS) {
-            return answers.answer(status);
-        }
-        decided = judgement.take_block(block, last);
-        if (!last && !decided) {
-            start_next_block(block);
-            count = 0;
-        }
-    }
-    if (!decided) {
-        judgement.decide();
-    }
-
     const Verdict verdict = judgement.verdict;
     if (verdict.result == JKC_TYPE_JIS2004 || verdict.result == JKC_TYPE_ASCII) {
         return take_rest(ctx, answers, verdict.result, keep);
     }
-    if (answers.type_out != nullptr) {
-        *answers.type_out = verdict.kind == Verdict::Kind::kSingle ? verdict.result : judgement.possible;
+    if (verdict.kind == Verdict::Kind::kSingle) {
+        answers.answer(verdict.result);
+    } else if (answers.type_out != nullptr) {
+        *answers.type_out = judgement.set_is_right()
+                                ? judgement.possible
+                                : count_to_the_end(ctx, preferred, plain_is_preferred, keep, begin);
     }
     if (answers.line_out != nullptr && verdict.kind != Verdict::Kind::kSet) {
         *answers.line_out = _check_ln(ctx, 0, verdict.result);

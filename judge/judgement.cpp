@@ -9,6 +9,9 @@ namespace {
 // The scanners' places in JkcBlock::scan_start.
 enum ScanStart : uint8_t { kFromSjis, kFromEuc, kFromUtf16, kFromUtf8 };
 
+// Bytes after which a scanner is asked whether its encoding can still win.
+constexpr ptrdiff_t kSlice = 1024;
+
 // The counters of a candidate are 32 bits wide; more bytes than this decide nothing more.
 int32_t counter(int64_t value) {
     constexpr int64_t kCeiling = 0x3FFFFFFF / 4;
@@ -17,15 +20,72 @@ int32_t counter(int64_t value) {
 
 } // namespace
 
+// Feeds one scanner the block in slices, as long as it counts, and the rest of the block to its watch. Each of the two
+// returns where it stopped, or null when it is the other's turn.
+template <class Scan, class Watch>
+void Judgement::feed(int32_t &start, JkcBlock &block, bool last, Scan scan, Watch watch) {
+    const uint8_t *p = block.data + start;
+    const uint8_t *const end = block.data + block.end;
+    const uint8_t *slice_end = p;
+    while (slice_end != end) {
+        const uint8_t *watched = watch(p, end);
+        if (watched != nullptr) {
+            p = watched;
+            break;
+        }
+        slice_end = end - slice_end > kSlice ? slice_end + kSlice : end;
+        p = scan(p, slice_end, last && slice_end == end);
+    }
+    start = JKC_BLOCK_HEADROOM - static_cast<int32_t>(end - p);
+}
+
+void Judgement::feed_euc(JkcBlock &block, bool last) {
+    feed(
+        block.scan_start[kFromEuc], block, last,
+        [this](const uint8_t *p, const uint8_t *end, bool at_end) { return euc_.scan(p, end, at_end); },
+        [this](const uint8_t *p, const uint8_t *end) -> const uint8_t * {
+            if (counting_ != Counting::kWhileItCounts || !euc_.is_out()) {
+                return nullptr;
+            }
+            set_is_right_ = false;
+            return euc_.watch(p, end);
+        });
+}
+
+void Judgement::feed_utf16(JkcBlock &block, bool last) {
+    feed(
+        block.scan_start[kFromUtf16], block, last,
+        [this](const uint8_t *p, const uint8_t *end, bool at_end) { return utf16_.scan(p, end, at_end); },
+        [this, last](const uint8_t *p, const uint8_t *end) -> const uint8_t * {
+            if (counting_ == Counting::kToTheEnd || !utf16_.is_out()) {
+                return nullptr;
+            }
+            return utf16_.watch(p, end, last, {ctx_->srg_exists == 0, ctx_->utfmac_exists == 0});
+        });
+}
+
+void Judgement::feed_utf8(JkcBlock &block, bool last) {
+    feed(
+        block.scan_start[kFromUtf8], block, last,
+        [this](const uint8_t *p, const uint8_t *end, bool at_end) { return utf8_.scan(p, end, at_end); },
+        [this](const uint8_t *p, const uint8_t *end) -> const uint8_t * {
+            if (counting_ == Counting::kToTheEnd || !utf8_.is_out()) {
+                return nullptr;
+            }
+            return utf8_.watch(p, end, {ctx_->srg_exists == 0, ctx_->utfmac_exists == 0});
+        });
+}
+
 bool Judgement::take_block(JkcBlock &block, bool last) {
     const uint8_t *data = block.data + block.start;
     const uint8_t *end = block.data + block.end;
-    const auto feed = [&](ScanStart scanner, auto scan) {
-        const uint8_t *stopped = scan(block.data + block.scan_start[scanner]);
-        block.scan_start[scanner] = JKC_BLOCK_HEADROOM - static_cast<int32_t>(end - stopped);
-    };
 
-    feed(kFromSjis, [&](const uint8_t *p) { return sjis_.scan(p, end, last, data, total_); });
+    // NULs and escape sequences count only as long as UTF-16 or Shift_JIS can win.
+    if (counting_ == Counting::kToTheEnd || sjis_.found.errors < kTooManyErrors || !utf16_.is_out()) {
+        int32_t &start = block.scan_start[kFromSjis];
+        const uint8_t *stopped = sjis_.scan(block.data + start, end, last, data, total_);
+        start = JKC_BLOCK_HEADROOM - static_cast<int32_t>(end - stopped);
+    }
     if (sjis_.jis2004) {
         verdict = {JKC_TYPE_JIS2004, Verdict::Kind::kSingle};
         return true;
@@ -36,14 +96,11 @@ bool Judgement::take_block(JkcBlock &block, bool last) {
         return true;
     }
     if (sjis_.coded) {
-        feed(kFromEuc, [&](const uint8_t *p) { return euc_.scan(p, end, last); });
+        feed_euc(block, last);
     }
-    feed(kFromUtf16, [&](const uint8_t *p) { return utf16_.scan(p, end, last); });
+    feed_utf16(block, last);
     if (sjis_.coded) {
-        feed(kFromUtf8, [&](const uint8_t *p) { return utf8_.scan(p, end, last); });
-    } else {
-        block.scan_start[kFromEuc] = JKC_BLOCK_HEADROOM;
-        block.scan_start[kFromUtf8] = JKC_BLOCK_HEADROOM;
+        feed_utf8(block, last);
     }
     raise_flags();
     total_ = total;

@@ -2,6 +2,7 @@
 
 #include "core/bytes.h"
 #include "core/wide.h"
+#include "judge/follow.h"
 
 namespace jkc {
 
@@ -13,7 +14,49 @@ void count(Evidence &flavour, bool mapped, int length) { (mapped ? flavour.valid
 
 bool maps(const uint16_t *table, uint64_t entries, uint32_t code) { return code < entries && table[code] != 0; }
 
+bool is_cut(const uint8_t *p, const uint8_t *end) { return end - p < (*p == kSs3 ? 3 : 2); }
+
+// The table selection depends on the last code that the generic table lacks: every two-byte code of that kind ends in
+// CP51932 (which has all codes of the generic table), every three-byte code in CP20932, whatever was selected before.
+struct TableFollower {
+    enum class State : uint8_t { kUnknown, kCp51932, kCp20932 };
+    static constexpr State kUnknown = State::kUnknown;
+
+    static const uint8_t *pass(const uint8_t *p, const uint8_t *end, State &state) {
+        if (is_plain(*p)) {
+            return p + 1;
+        }
+        if (is_cut(p, end)) {
+            return nullptr;
+        }
+        if (*p == kSs3) {
+            state = State::kCp20932;
+            return p + 3;
+        }
+        if (*p != kSs2 && _euc2unibecommon_table00[two_byte_code(p[0], p[1])] == 0) {
+            state = State::kCp51932;
+        }
+        return p + 2;
+    }
+};
+
 } // namespace
+
+bool EucScanner::is_out() const {
+    return found.errors >= kTooManyErrors && own[kCp20932].errors >= kTooManyErrors &&
+           own[kCp51932].errors >= kTooManyErrors && own[kEucMs].errors >= kTooManyErrors;
+}
+
+const uint8_t *EucScanner::watch(const uint8_t *p, const uint8_t *end) {
+    TableFollower::State state = TableFollower::kUnknown;
+    const uint8_t *stands = follow(TableFollower(), p, end, end, state);
+    if (state == TableFollower::State::kCp51932) {
+        select_cp51932();
+    } else if (state == TableFollower::State::kCp20932) {
+        select_cp20932();
+    }
+    return stands;
+}
 
 void EucScanner::close_katakana_run() {
     if (katakana_run_ == 1) {
@@ -30,10 +73,7 @@ void EucScanner::unmapped_two_byte(uint32_t code) {
     count(own[kCp20932], maps(_euc2unibe20932_table00, _euc2unibe20932_table00_size, code), 2);
     count(own[kCp51932], maps(_euc2unibe51932_table00, _euc2unibe51932_table00_size, code), 2);
     count(own[kEucMs], maps(_euc2unibems_table00, _euc2unibems_table00_size, code), 2);
-    ctx_->euc_src_table = _euc2unibe51932_table00;
-    ctx_->euc_src_count = _euc2unibe51932_table00_size;
-    ctx_->euc_src_table_8f = nullptr;
-    ctx_->euc_src_count_8f = 0;
+    select_cp51932();
 }
 
 void EucScanner::unmapped_three_byte(uint32_t code) {
@@ -41,6 +81,17 @@ void EucScanner::unmapped_three_byte(uint32_t code) {
     count(own[kCp20932], maps(_euc2unibe20932_table8f, _euc2unibe20932_table8f_size, code), 3);
     count(own[kCp51932], false, 3);
     count(own[kEucMs], maps(_euc2unibems_table8f, _euc2unibems_table8f_size, code), 3);
+    select_cp20932();
+}
+
+void EucScanner::select_cp51932() {
+    ctx_->euc_src_table = _euc2unibe51932_table00;
+    ctx_->euc_src_count = _euc2unibe51932_table00_size;
+    ctx_->euc_src_table_8f = nullptr;
+    ctx_->euc_src_count_8f = 0;
+}
+
+void EucScanner::select_cp20932() {
     ctx_->euc_src_table = _euc2unibe20932_table00;
     ctx_->euc_src_count = _euc2unibe20932_table00_size;
     ctx_->euc_src_table_8f = _euc2unibe20932_table8f;
@@ -55,8 +106,7 @@ const uint8_t *EucScanner::scan(const uint8_t *p, const uint8_t *end, bool last)
             p = skip_plain(p + 1, end);
             continue;
         }
-        const auto left = static_cast<size_t>(end - p);
-        if (left < (b == kSs3 ? 3 : 2)) {
+        if (is_cut(p, end)) {
             break;
         }
         if (b == kSs2 && is_sjis_katakana(p[1])) {

@@ -12,6 +12,12 @@ public:
     // Takes the bytes from p to end. Returns where it stopped: at a character that goes on behind `end`.
     const uint8_t *scan(const uint8_t *p, const uint8_t *end, bool last);
 
+    // As scan(), but counts nothing and only keeps the table selection as scan() would leave it. For input that is_out().
+    const uint8_t *watch(const uint8_t *p, const uint8_t *end);
+
+    // Whether no flavour can win any more.
+    bool is_out() const;
+
     // The flavours whose codes the current table does not map, in the order in which they are tried.
     enum Flavour : uint8_t { kCp20932, kCp51932, kEucMs, kFlavours };
 
@@ -24,6 +30,8 @@ private:
     void close_katakana_run();
     void unmapped_two_byte(uint32_t code);
     void unmapped_three_byte(uint32_t code);
+    void select_cp51932();
+    void select_cp20932();
 
     JkcContext *ctx_;
     int katakana_run_ = 0; // half-width katakana in a row, counted to 2

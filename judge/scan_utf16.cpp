@@ -1,6 +1,7 @@
 #include "judge/scan_utf16.h"
 
 #include "core/unicode.h"
+#include "judge/pattern.h"
 
 namespace jkc {
 
@@ -19,7 +20,43 @@ struct LittleRules : LittleEndian {
     static constexpr int64_t kLoneSurrogateErrors = 2;
 };
 
+// Of the positions of sixteen bytes, those at which a unit begins.
+constexpr Bytes16 kUnits = {0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0};
+
+// Surrogate pairs of either byte order.
+struct Pairs {
+    static Bytes16 match(const uint8_t *p) {
+        const Bytes16 big = equals_masked<0xFC>(load16(p), 0xD8) & equals_masked<0xFC>(load16(p + 2), 0xDC);
+        const Bytes16 little = equals_masked<0xFC>(load16(p + 1), 0xD8) & equals_masked<0xFC>(load16(p + 3), 0xDC);
+        return (big | little) & kUnits;
+    }
+};
+
+// Combining marks of either byte order: U+0306, U+0308, U+3099, U+309A.
+struct Marks {
+    static Bytes16 match(const uint8_t *p) {
+        const Bytes16 first = load16(p);
+        const Bytes16 second = load16(p + 1);
+        return (is_mark(first, second) | is_mark(second, first)) & kUnits;
+    }
+    static Bytes16 is_mark(Bytes16 high, Bytes16 low) {
+        return (equals(high, 0x03) & (equals(low, 0x06) | equals(low, 0x08))) |
+               (equals(high, 0x30) & (equals(low, 0x99) | equals(low, 0x9A)));
+    }
+};
+
 } // namespace
+
+// As long as nothing that is looked for stands in a block, every unit of it is looked at and none is a partner, so the
+// block can be passed. Otherwise it is scanned.
+const uint8_t *Utf16Scanner::watch(const uint8_t *p, const uint8_t *end, bool last, Wanted wanted) {
+    if ((wanted.surrogates || wanted.decomposed) &&
+        (find_pattern<Pairs>(p, end) != end || find_pattern<Marks>(p, end) != end)) {
+        return scan(p, end, last);
+    }
+    const uint8_t *stands = end - (end - p) % 2;
+    return stands - p >= 2 && is_cut(stands - 2, stands) ? stands - 2 : stands;
+}
 
 bool Utf16Scanner::wants_partner(uint32_t unit) const {
     const uint16_t bits = classes_[unit];

@@ -19,6 +19,17 @@ public:
     // Takes the bytes from p to end. Returns where it stopped: at a unit whose decision needs bytes behind `end`.
     const uint8_t *scan(const uint8_t *p, const uint8_t *end, bool last);
 
+    // What watch() still looks for.
+    struct Wanted {
+        bool surrogates;
+        bool decomposed;
+    };
+    // As scan(), but looks only for what is wanted. For input that is_out().
+    const uint8_t *watch(const uint8_t *p, const uint8_t *end, bool last, Wanted wanted);
+
+    // Whether neither byte order can win any more.
+    bool is_out() const { return big.found.errors >= kTooManyErrors && little.found.errors >= kTooManyErrors; }
+
     Side big;
     Side little;
 

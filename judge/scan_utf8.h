@@ -12,6 +12,17 @@ public:
     // Takes the bytes from p to end. Returns where it stopped: at a character that goes on behind `end`.
     const uint8_t *scan(const uint8_t *p, const uint8_t *end, bool last);
 
+    // What watch() still looks for.
+    struct Wanted {
+        bool four_byte;
+        bool decomposed;
+    };
+    // As scan(), but counts only what is wanted, and of that only whether there is any. For input that is_out().
+    const uint8_t *watch(const uint8_t *p, const uint8_t *end, Wanted wanted);
+
+    // Whether UTF-8 cannot win any more, and has shown the valid character that keeps it in the set all the same.
+    bool is_out() const { return found.errors >= kTooManyErrors && found.valid > 0; }
+
     Evidence found;
     int64_t four_byte = 0;  // bytes of four-byte sequences
     int64_t decomposed = 0; // bytes of bases with their marks
@@ -20,6 +31,13 @@ private:
     size_t two_byte(const uint8_t *p);
     size_t three_byte(const uint8_t *p);
     size_t four_byte_or_error(const uint8_t *p);
+
+    // Where the scanner stands, and what it knows there.
+    struct Place {
+        const uint8_t *p;
+        bool base;
+    };
+    Place advance(Place from, const uint8_t *to, const uint8_t *end) const;
 
     const uint16_t *classes_;
     bool base_ = false; // the last character that tells can take a combining mark
