@@ -2,7 +2,7 @@
  * @file jkc.h
  * @brief libjkc: judge which Japanese encoding a text is in, and convert it.
  *
- * Three ways of use, from small to large:
+ * Four ways of use:
  *
  * 1. Judge only. Create a context, call jkc_judges_buffer(), jkc_judges_stream()
  *    or jkc_judges_file(), read the code type from the result:
@@ -20,7 +20,10 @@
  *    first; the observer is told the answer and may stop the conversion. The writer
  *    receives the output in pieces of at most 8193 bytes.
  *
- * 3. Look up characters yourself in the mapping tables: define
+ * 3. Read a text file line by line, or convert one file into another, without a
+ *    context and callbacks: jkc_io_open(), jkc_io_get_line() and their kin.
+ *
+ * 4. Look up characters yourself in the mapping tables: define
  *    JKC_INTERNAL_API before including this header. The names below that fence are
  *    exported too, but they may change with the major version.
  *
@@ -410,6 +413,206 @@ JKC_API uint32_t jkc_statusto_message(JkcContext *ctx, char *buf, int status, in
 JKC_API uint32_t jkc_get_strerror(JkcContext *ctx, int errnum, char *buf, size_t size, int code_type);
 
 /* ------------------------------------------------------------------------- */
+/* File slots: converted files, read line by line                            */
+/* ------------------------------------------------------------------------- */
+
+/**
+ * @name File slots
+ *
+ * A slot holds a whole file, converted in memory. 100 of them, numbered from 0, exist in the process;
+ * jkc_io_open() fills one, jkc_io_get_line() reads it, jkc_io_close() frees it. No context is needed.
+ *
+ * All results are 64 bits wide. Each function that takes a slot gives #JKC_EIOFDRANGE for a number that is
+ * not 0 to 99 and #JKC_EIONOTOPEN for a slot that is not open.
+ *
+ * Opening, closing and converting must not run at the same time as any judgement or conversion in the process.
+ * Different slots may be read in different threads.
+ */
+/** @{ */
+
+/** What the last open or file conversion did; see jkc_io_get_ope_type(). */
+enum JkcOperation {
+    JKC_OPERATION_NONE = 0,        /**< nothing, or it failed */
+    JKC_OPERATION_COPY = 1,        /**< source and target are of one code type */
+    JKC_OPERATION_ADD_MARK = 2,    /**< a byte-order mark was added */
+    JKC_OPERATION_REMOVE_MARK = 3, /**< the byte-order mark was left out */
+    JKC_OPERATION_CONVERT = 4      /**< any other pair */
+};
+
+/**
+ * Reads a file into a free slot, converted as jkc_convert_file() does with every option off.
+ *
+ * @param path        the file
+ * @param mode        0 or 3: lines can be read; 1 or 2: they cannot. Nothing of this layer writes into a slot.
+ * @param src_type    the code type that is expected, as for jkc_convert_buffer()
+ * @param dst_type    the code type in which the slot holds the text. A type that does not exist holds nothing.
+ * @param source_hint not 0: take text that could be @p src_type as @p src_type, as for jkc_convert_buffer()
+ * @param judged_type null, or receives what the file was judged to be; 0 on failure
+ * @return the slot, to be freed with jkc_io_close(). Where several code types fit, the slot holds nothing,
+ *         *judged_type is their set (64 or more) and jkc_io_is_decided() tells 0. Else a negative status:
+ *         #JKC_EIOMODE for another @p mode, #JKC_EIOMAX when all slots are open, #JKC_EALLOC, #JKC_EROPEN,
+ *         #JKC_EREAD (also for a directory), -1 when no code type fits, #JKC_EUEXPEOD when a character is cut
+ *         off by the end of the file. The slot is free then.
+ */
+JKC_API int64_t jkc_io_open(const char *path, int64_t mode, int64_t src_type, int64_t dst_type, uint8_t source_hint,
+                            uint64_t *judged_type);
+
+/** Frees a slot. @return 0 */
+JKC_API int64_t jkc_io_close(int64_t slot);
+
+/** Goes back to the first line. @return 0; #JKC_EIOMODE when the slot's lines cannot be read. */
+JKC_API int64_t jkc_io_rewind(int64_t slot);
+
+/**
+ * Copies the next line of a slot, without its line end: LF, CR or CR LF.
+ *
+ * A line longer than @p size comes in pieces, and what is cut between them is told at the jkc_*_strln() functions.
+ * With jkc_io_get_size() bytes of room only a text that is itself damaged is cut. A text that ends inside a
+ * character can give 0 characters and 0 bytes for ever.
+ *
+ * @param buf    room for @p size bytes; no NUL is added
+ * @param size   0 reads nothing
+ * @param length null, or receives the number of bytes copied, also with #JKC_ECHAR and #JKC_EUEXPEOD. #JKC_EOF and
+ *               the refusals leave it alone, but for #JKC_ECTYPE, which stores 0.
+ * @return the number of characters; #JKC_EOF behind the last line; #JKC_EIOMODE when the slot's lines cannot be
+ *         read; #JKC_ECTYPE when it holds a code type without lines (#JKC_TYPE_EMPTY, #JKC_TYPE_JIS2004 and those
+ *         that do not exist); #JKC_ECHAR or #JKC_EUEXPEOD where the text is not valid
+ */
+JKC_API int64_t jkc_io_get_line(int64_t slot, void *buf, uint64_t size, uint64_t *length);
+
+/** @return the length of the slot's text in bytes. */
+JKC_API int64_t jkc_io_get_size(int64_t slot);
+
+/** @return the code type that the slot's file was judged to be, or the set of several. */
+JKC_API int64_t jkc_io_get_stype(int64_t slot);
+
+/** @return the code type that the slot holds its text in: @p dst_type of jkc_io_open(). */
+JKC_API int64_t jkc_io_get_dtype(int64_t slot);
+
+/** @return the errno that reading the slot's file left behind; it means something only after a failure. */
+JKC_API int64_t jkc_io_get_errno(int64_t slot);
+
+/** As jkc_get_strerror(), with the slot's context. @return the length written, without the NUL */
+JKC_API int64_t jkc_io_get_strerror(int64_t slot, int64_t errnum, char *buf, uint64_t size, int64_t code_type);
+
+/** @return 1 when slots of this open mode can be read (0 and 3), else 0. */
+JKC_API int64_t jkc_io_is_can_read(int64_t mode);
+
+/** @return 1 when this open mode asks for writing (1, 2 and 3), else 0. */
+JKC_API int64_t jkc_io_is_can_write(int64_t mode);
+/** @} */
+
+/**
+ * Converts one file into another, with every option off.
+ *
+ * The destination is made once the source is judged, so an undecided source leaves it as it is; the whole source has
+ * been read by then, so both may be one file. After a failure what was written stays.
+ *
+ * @param src_path    the source
+ * @param src_type    the code type that is expected, as for jkc_convert_buffer()
+ * @param dst_path    the destination; an existing file is overwritten
+ * @param dst_type    the code type wanted. For a type that does not exist the destination is left empty.
+ * @param source_hint not 0: take text that could be @p src_type as @p src_type
+ * @return 0; the set of code types (64 or more) when several fit; else a negative status: #JKC_ENOTEXISTS,
+ *         #JKC_ENOTFILE, #JKC_EALLOC, #JKC_EROPEN, #JKC_EREAD, -1 when no code type fits, #JKC_EWOPEN,
+ *         #JKC_EWRITE (also for a source judged #JKC_TYPE_JIS2004, for which no destination is made), #JKC_EUEXPEOD.
+ *         An empty source gives 0 and makes no destination.
+ */
+JKC_API int64_t jkc_io_convert_file(const char *src_path, int64_t src_type, const char *dst_path, int64_t dst_type,
+                                    uint8_t source_hint);
+
+/**
+ * Judges a file by its path.
+ * @param preferred the code type that wins ties, as for jkc_judges_file()
+ * @return as jkc_judges_file(); #JKC_ENOTEXISTS, #JKC_ENOTFILE when it is not a regular file, #JKC_EALLOC
+ */
+JKC_API int64_t jkc_io_path(const char *path, int64_t preferred);
+
+/**
+ * @return 1 when the last open or file conversion found a single code type (and, for the latter, one for which it
+ *         makes a destination, and could make it), else 0
+ */
+JKC_API int64_t jkc_io_is_decided(void);
+
+/**
+ * @return what the last open or file conversion judged its source to be, 1 when it could not be opened; after a file
+ *         conversion that failed, its result
+ */
+JKC_API int64_t jkc_io_get_ctype(void);
+
+/** @return the JkcOperation of the last open or file conversion. */
+JKC_API int64_t jkc_io_get_ope_type(void);
+
+/** @name The functions on names and messages, for callers that have no context */
+/** @{ */
+/** As jkc_cmp_bom(). */
+JKC_API int64_t jkc_io_cmp_bom(int64_t a, int64_t b);
+/** As jkc_typeto_name(). */
+JKC_API int64_t jkc_io_typeto_name(char *buf, int64_t code_type);
+/** As jkc_nameto_type(). */
+JKC_API int64_t jkc_io_nameto_type(const char *name);
+/** As jkc_multi_type_names(). */
+JKC_API int64_t jkc_io_multi_type_names(char *buf, uint64_t size, int64_t mask_or_type);
+/** As jkc_all_type_names(). */
+JKC_API int64_t jkc_io_all_type_names(char *buf, uint64_t size);
+/** As jkc_all_type_names_length(). */
+JKC_API int64_t jkc_io_all_type_names_length(void);
+/** As jkc_statusto_message(); #JKC_EALLOC when memory is short. */
+JKC_API int64_t jkc_io_statusto_message(char *buf, int64_t status, int64_t code_type);
+/** @} */
+
+/* ------------------------------------------------------------------------- */
+/* Line scanners                                                             */
+/* ------------------------------------------------------------------------- */
+
+/**
+ * @name Line scanners
+ *
+ * Each takes the next line of a text in one code type, as jkc_io_get_line() does for the text of a slot. They look at
+ * the first L bytes: the smaller of @p size and @p remaining. The line ends at LF, CR, or CR LF when both lie within L,
+ * and at L itself. Its line end is neither copied nor counted.
+ *
+ * What is cut by L, or by the end of the text:
+ * - a CR LF: the LF is the empty line that follows;
+ * - a Shift_JIS or EUC character: it waits for the next call, so that a buffer too small for it gives 0 for ever;
+ * - a UTF-16 pair behind two or more units of the line: it waits, together with the unit in front of it;
+ * - a UTF-8 character: its first two or three bytes are copied and not counted; a lead byte alone waits;
+ * - a JIS pair: its first byte is copied and the result is #JKC_EUEXPEOD.
+ *
+ * A byte-order mark in front of a UTF-16 or UTF-8 line is copied and not counted; so are the escape sequences and the
+ * shift bytes SO and SI of JIS.
+ *
+ * @param ctx       the context: its sts receives the status, its source tables tell what is valid Shift_JIS
+ * @param buf       room for @p size bytes; no NUL is added
+ * @param size      0 reads nothing
+ * @param length    receives the number of bytes copied: those from the old position on
+ * @param position  the text; moved behind the line and its line end
+ * @param remaining bytes of text at *position
+ * @return the number of characters (a line must have less than 2^31), or #JKC_ECHAR where the text is not valid:
+ *         the bytes before are copied, and the position stands behind the lead byte of a Shift_JIS or EUC character with
+ *         a wrong trail byte, behind two bytes or four of a UTF-8 character, and otherwise at the bad byte (where the next
+ *         call fails again). UTF-16 is always valid.
+ */
+/** @{ */
+JKC_API int32_t jkc_sjis_strln(JkcContext *ctx, void *buf, uint64_t size, uint64_t *length, const uint8_t **position,
+                               uint64_t remaining);
+JKC_API int32_t jkc_euc_strln(JkcContext *ctx, void *buf, uint64_t size, uint64_t *length, const uint8_t **position,
+                              uint64_t remaining);
+JKC_API int32_t jkc_unibe_strln(JkcContext *ctx, void *buf, uint64_t size, uint64_t *length, const uint8_t **position,
+                                uint64_t remaining);
+JKC_API int32_t jkc_unile_strln(JkcContext *ctx, void *buf, uint64_t size, uint64_t *length, const uint8_t **position,
+                                uint64_t remaining);
+JKC_API int32_t jkc_utf8_strln(JkcContext *ctx, void *buf, uint64_t size, uint64_t *length, const uint8_t **position,
+                               uint64_t remaining);
+/**
+ * @param shift_state the character set in force, a designation number: 0 in front of the first line; receives that
+ *                    at the new position. A designation of JIS X 0213 also selects its table in the context.
+ */
+JKC_API int32_t jkc_jis_strln(JkcContext *ctx, void *buf, uint64_t size, uint64_t *length, const uint8_t **position,
+                              uint64_t remaining, uint32_t *shift_state);
+/** @} */
+
+/* ------------------------------------------------------------------------- */
 /* Second tier: internal routines and data, exported as they are             */
 /* ------------------------------------------------------------------------- */
 
@@ -548,6 +751,43 @@ JKC_API extern const JkcTypeName _typeNames[];
 JKC_API extern const uint64_t _typeNamesSize;
 JKC_API extern const JkcStatusMessage _satusMessage[];
 JKC_API extern const uint64_t _satusMessageSize;
+
+/* --- file slots --- */
+
+/** A slot. It is free when data is null. */
+typedef struct FileSlot {
+    JkcContext *context;        /**< the slot's own */
+    uint8_t *data;              /**< the converted text */
+    uint64_t size;              /**< its length in bytes */
+    uint64_t capacity;          /**< bytes allocated for it */
+    uint8_t *read_position;     /**< where the next line begins */
+    uint64_t mode;              /**< open mode, 0 to 3 */
+    uint64_t src_type;          /**< code type that was judged */
+    uint64_t dst_type;          /**< code type that the text is in */
+    uint32_t jis_state;         /**< shift state at read_position */
+} FileSlot;
+
+/** The slot that is being filled; -1 when none was free. */
+JKC_API extern int64_t _fd;
+/** Destination of the running file conversion. */
+JKC_API extern const char *_dpath;
+/** Its stream; null until the source is judged. Closed, but not cleared, at the end. */
+JKC_API extern FILE *_dfp;
+
+/** @return the first free slot; -1 when all are open. */
+JKC_API int64_t _getTIO(void);
+/** @return the context of an open slot; else null. */
+JKC_API JkcContext *_get_jkc(int64_t slot);
+/** @return 0 when there is nothing at @p path, 1 for a directory, 2 for a regular file, 9 for anything else. */
+JKC_API int32_t __check_stat(const char *path);
+/** Notes what the file was judged to be in slot _fd. @return 0; -1 when several code types fit. */
+JKC_API int32_t _io_fd_buf_observer(int32_t code_type, void *user_data);
+/** Appends to the text of slot _fd. @return 0; #JKC_EALLOC */
+JKC_API int32_t _io_fd_buf_writer(const uint8_t *data, uint64_t length, void *user_data);
+/** Opens _dpath for a source of a single code type. @return 0; -1 when several fit or it cannot be opened. */
+JKC_API int32_t _io_observer(int32_t code_type, void *user_data);
+/** Writes to _dfp. @return 0; #JKC_EWRITE */
+JKC_API int32_t _io_writer(const uint8_t *data, uint64_t length, void *user_data);
 
 /* --- mapping tables: indexed by code; 0 is "no mapping"; each _size counts entries --- */
 

@@ -1,0 +1,64 @@
+#include "core/unicode.h"
+#include "io/line.h"
+
+namespace jkc {
+
+namespace {
+
+constexpr int kUnit = 2;
+constexpr int kPair = 4;
+
+template <class ByteOrder>
+struct Units : ByteOrder {
+    static constexpr int kWidth = kUnit;
+};
+
+template <class ByteOrder>
+struct Utf16Scanner {
+    const uint8_t *first = nullptr; // unit of the line, behind a mark
+
+    void begin(Line &line) {
+        uint8_t mark[kUnit];
+        ByteOrder::put(mark, 0xFEFF);
+        pass_mark(line, mark);
+        first = line.p;
+    }
+
+    Scan step(Line &line) const {
+        if (line.left() < kUnit) {
+            return Scan::kStop;
+        }
+        if (!is_high_surrogate(ByteOrder::unit(line.p))) {
+            return take_unit<Units<ByteOrder>>(line);
+        }
+        if (line.left() < kPair) {
+            return cut_pair(line);
+        }
+        return line.take(is_low_surrogate(ByteOrder::unit(line.p + kUnit)) ? kPair : kUnit);
+    }
+
+    // The limit cuts a pair. At the front of the line its first half is taken as a character, since the scan would
+    // not get on otherwise; further up the line ends one unit earlier than it need, where it has always been cut.
+    Scan cut_pair(Line &line) const {
+        if (line.p - first < 2 * kUnit) {
+            return line.take(kUnit);
+        }
+        line.p -= kUnit;
+        --line.characters;
+        return Scan::kStop;
+    }
+};
+
+} // namespace
+
+} // namespace jkc
+
+int32_t jkc_unibe_strln(JkcContext *ctx, void *buf, uint64_t size, uint64_t *length, const uint8_t **position,
+                        uint64_t remaining) {
+    return jkc::scan_line(jkc::Utf16Scanner<jkc::BigEndian>(), ctx, buf, size, length, position, remaining);
+}
+
+int32_t jkc_unile_strln(JkcContext *ctx, void *buf, uint64_t size, uint64_t *length, const uint8_t **position,
+                        uint64_t remaining) {
+    return jkc::scan_line(jkc::Utf16Scanner<jkc::LittleEndian>(), ctx, buf, size, length, position, remaining);
+}
