@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "judge/input_window.h"
-#include "judge/judgement.h"
+#include "judge/judge.h"
 #include "judge/source_bits.h"
 
 namespace jkc {
@@ -154,7 +154,26 @@ int32_t count_to_the_end(JkcContext *ctx, int preferred, bool plain_is_preferred
     return judgement.possible;
 }
 
-int judge(JkcContext *ctx, const Answers &answers, int preferred, bool plain_is_preferred, bool keep) {
+int judge_source(JkcContext *ctx, int *type_out, int *line_out, int preferred) {
+    const int result = _jkc_judges(ctx, type_out, line_out, preferred, false, line_out != nullptr);
+    clear_source(ctx);
+    ll_clear(ctx->blocks);
+    ctx->sts = result;
+    return result;
+}
+
+} // namespace
+
+int judge(JkcContext *ctx, int *type_out, int *line_out, int preferred, bool plain_is_preferred, bool keep,
+          Counting counting) {
+    const Answers answers{type_out, line_out};
+    if (type_out != nullptr) {
+        *type_out = -1;
+    }
+    if (line_out != nullptr) {
+        *line_out = 0;
+        keep = true; // the line-end check reads the kept blocks
+    }
     JkcBlock &block = _buffser_info;
     reset_block(block);
     ctx->srg_exists = 0;
@@ -176,9 +195,10 @@ int judge(JkcContext *ctx, const Answers &answers, int preferred, bool plain_is_
 
     select_source_tables(ctx);
     const bool can_count_again = keep || window.in_memory();
-    Judgement judgement(ctx, preferred, plain_is_preferred,
-                        can_count_again || answers.type_out == nullptr ? Counting::kWhileItCounts
-                                                                       : Counting::kEucToTheEnd);
+    if (counting == Counting::kWhileItCounts && type_out != nullptr && !can_count_again) {
+        counting = Counting::kEucToTheEnd;
+    }
+    Judgement judgement(ctx, preferred, plain_is_preferred, counting);
     const int status = feed_source(ctx, judgement, count, keep);
     if (status != JKC_SUCCESS) {
         return answers.answer(status);
@@ -200,28 +220,11 @@ int judge(JkcContext *ctx, const Answers &answers, int preferred, bool plain_is_
     return verdict.result;
 }
 
-int judge_source(JkcContext *ctx, int *type_out, int *line_out, int preferred) {
-    const int result = _jkc_judges(ctx, type_out, line_out, preferred, false, line_out != nullptr);
-    clear_source(ctx);
-    ll_clear(ctx->blocks);
-    ctx->sts = result;
-    return result;
-}
-
-} // namespace
-
 } // namespace jkc
 
 int _jkc_judges(JkcContext *ctx, int *type_out, int *line_out, int preferred, bool plain_is_preferred,
                 bool keep_blocks) {
-    if (type_out != nullptr) {
-        *type_out = -1;
-    }
-    if (line_out != nullptr) {
-        *line_out = 0;
-    }
-    // The line-end check reads the kept blocks.
-    return jkc::judge(ctx, {type_out, line_out}, preferred, plain_is_preferred, keep_blocks || line_out != nullptr);
+    return jkc::judge(ctx, type_out, line_out, preferred, plain_is_preferred, keep_blocks);
 }
 
 int jkc_judges_buffer(JkcContext *ctx, int *type_out, int *line_out, const char *buf, size_t len, int preferred) {

@@ -80,8 +80,9 @@ bool Judgement::take_block(JkcBlock &block, bool last) {
     const uint8_t *data = block.data + block.start;
     const uint8_t *end = block.data + block.end;
 
-    // NULs and escape sequences count only as long as UTF-16 or Shift_JIS can win.
-    if (counting_ == Counting::kToTheEnd || sjis_.found.errors < kTooManyErrors || !utf16_.is_out()) {
+    // Escape sequences count only as long as Shift_JIS could win. NULs only lower the byte order of UTF-16 that has more
+    // errors, which cannot win anyway.
+    if (counting_ == Counting::kToTheEnd || sjis_.found.errors < kTooManyErrors) {
         int32_t &start = block.scan_start[kFromSjis];
         const uint8_t *stopped = sjis_.scan(block.data + start, end, last, data, total_);
         start = JKC_BLOCK_HEADROOM - static_cast<int32_t>(end - stopped);

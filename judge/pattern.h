@@ -25,8 +25,14 @@ inline Bytes16 equals_masked(Bytes16 bytes, uint8_t b) {
     return equals(bytes & all16(kMask), b);
 }
 
+inline bool any(Bytes16 bytes) {
+    uint64_t halves[2];
+    memcpy(halves, &bytes, sizeof halves);
+    return (halves[0] | halves[1]) != 0;
+}
+
 // A pattern tells with match(p) at which of the positions p to p + 15 it begins, by nonzero bytes; it reads at most
-// kPatternReach bytes behind p.
+// kPatternReach bytes behind p. With may_match(bytes) it tells at once of most sixteen bytes that it does not.
 constexpr size_t kPatternReach = 16 + 3;
 
 // The first position from p on at which the pattern begins, or end. Up to kPatternReach bytes behind `end` must be
@@ -34,12 +40,10 @@ constexpr size_t kPatternReach = 16 + 3;
 template <class Pattern>
 inline const uint8_t *find_pattern(const uint8_t *p, const uint8_t *end) {
     for (; p < end; p += sizeof(Bytes16)) {
-        const Bytes16 hits = Pattern::match(p);
-        uint64_t halves[2];
-        memcpy(halves, &hits, sizeof halves);
-        if ((halves[0] | halves[1]) == 0) {
+        if (!any(Pattern::may_match(load16(p)))) [[likely]] {
             continue;
         }
+        const Bytes16 hits = Pattern::match(p);
         for (size_t i = 0; i < sizeof(Bytes16); ++i) {
             if (hits[i] != 0) {
                 return p + i < end ? p + i : end;

@@ -2,6 +2,7 @@
 
 #include "core/unicode.h"
 #include "judge/pattern.h"
+#include "tables/scan_classes.h"
 
 namespace jkc {
 
@@ -12,68 +13,42 @@ constexpr int kLookAhead = 6;
 
 // What the two sides count differently. Stored judgements rely on these counts, so the differences stay.
 struct BigRules : BigEndian {
-    static constexpr uint32_t kExempt = 0xFFFD;        // a unit without evidence of its own that is no error
+    static constexpr uint32_t kExempt = kReplacement;  // a unit without evidence of its own that is no error
     static constexpr int64_t kLoneSurrogateErrors = 0; // a high surrogate without its partner
 };
 struct LittleRules : LittleEndian {
-    static constexpr uint32_t kExempt = 0xFDFF; // what U+FFFD gives when read in the other order
+    static constexpr uint32_t kExempt = kSwappedReplacement;
     static constexpr int64_t kLoneSurrogateErrors = 2;
 };
 
-// Of the positions of sixteen bytes, those at which a unit begins.
-constexpr Bytes16 kUnits = {0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0};
-
-// Surrogate pairs of either byte order.
-struct Pairs {
-    static Bytes16 match(const uint8_t *p) {
-        const Bytes16 big = equals_masked<0xFC>(load16(p), 0xD8) & equals_masked<0xFC>(load16(p + 2), 0xDC);
-        const Bytes16 little = equals_masked<0xFC>(load16(p + 1), 0xD8) & equals_masked<0xFC>(load16(p + 3), 0xDC);
-        return (big | little) & kUnits;
-    }
-};
-
-// Combining marks of either byte order: U+0306, U+0308, U+3099, U+309A.
-struct Marks {
-    static Bytes16 match(const uint8_t *p) {
-        const Bytes16 first = load16(p);
-        const Bytes16 second = load16(p + 1);
-        return (is_mark(first, second) | is_mark(second, first)) & kUnits;
-    }
-    static Bytes16 is_mark(Bytes16 high, Bytes16 low) {
-        return (equals(high, 0x03) & (equals(low, 0x06) | equals(low, 0x08))) |
-               (equals(high, 0x30) & (equals(low, 0x99) | equals(low, 0x9A)));
-    }
-};
-
-} // namespace
-
-// As long as nothing that is looked for stands in a block, every unit of it is looked at and none is a partner, so the
-// block can be passed. Otherwise it is scanned.
-const uint8_t *Utf16Scanner::watch(const uint8_t *p, const uint8_t *end, bool last, Wanted wanted) {
-    if ((wanted.surrogates || wanted.decomposed) &&
-        (find_pattern<Pairs>(p, end) != end || find_pattern<Marks>(p, end) != end)) {
-        return scan(p, end, last);
-    }
-    const uint8_t *stands = end - (end - p) % 2;
-    return stands - p >= 2 && is_cut(stands - 2, stands) ? stands - 2 : stands;
-}
-
-bool Utf16Scanner::wants_partner(uint32_t unit) const {
-    const uint16_t bits = classes_[unit];
-    return is_high_surrogate(unit) || ((bits & kAnyText) == kEvidence && (bits & kAnyBase) != 0);
-}
+// A unit that may belong together with the next one.
+bool wants_partner(uint32_t unit) { return is_high_surrogate(unit) || (kScanClasses[unit] & kScanBase) != 0; }
 
 template <class Rules>
-bool Utf16Scanner::has_partner(uint32_t unit, const uint8_t *next) const {
+bool has_partner(uint32_t unit, const uint8_t *next) {
     const uint32_t partner = Rules::unit(next);
     return wants_partner(unit) && (is_high_surrogate(unit) ? is_low_surrogate(partner) : is_combining_mark(partner));
 }
 
+// Whether the decisions on the unit at p need bytes behind `end`.
+bool is_cut(const uint8_t *p, const uint8_t *end) {
+    const uint32_t big_unit = BigEndian::unit(p);
+    const uint32_t little_unit = LittleEndian::unit(p);
+    p += 2;
+    if (wants_partner(big_unit)) {
+        if (end - p < 2) {
+            return true;
+        }
+        p += has_partner<BigRules>(big_unit, p) ? 2 : 0;
+    }
+    return wants_partner(little_unit) && end - p < 2;
+}
+
 // Counts one unit; `next` is the unit behind it. Returns whether that one belongs to it.
 template <class Rules>
-bool Utf16Scanner::take(Side &side, uint32_t unit, const uint8_t *next, const uint8_t *end) {
+bool take(Utf16Scanner::Side &side, uint32_t unit, const uint8_t *next, const uint8_t *end) {
     const bool pair = wants_partner(unit) && end - next >= 2 && has_partner<Rules>(unit, next);
-    if ((classes_[unit] & kAnyText) == kEvidence) {
+    if ((kScanClasses[unit] & kScanEvidence) != 0) {
         side.found.valid += pair ? 4 : 2;
         side.found.kana += is_kana(unit) ? 2 : 0;
         side.decomposed += pair ? 4 : 0;
@@ -88,24 +63,104 @@ bool Utf16Scanner::take(Side &side, uint32_t unit, const uint8_t *next, const ui
     return pair;
 }
 
-// Whether the decisions on the unit at p need bytes behind `end`.
-bool Utf16Scanner::is_cut(const uint8_t *p, const uint8_t *end) const {
-    const uint32_t big_unit = BigEndian::unit(p);
-    const uint32_t little_unit = LittleEndian::unit(p);
-    p += 2;
-    if (wants_partner(big_unit)) {
-        if (end - p < 2) {
-            return true;
-        }
-        p += has_partner<BigRules>(big_unit, p) ? 2 : 0;
+// Units that stand alone, counted.
+struct Run {
+    int64_t units = 0;
+    int64_t evidence = 0;
+    int64_t kana = 0;
+
+    void add(uint8_t scan_class) {
+        evidence += scan_class & kScanEvidence;
+        kana += scan_class >> 1 & scan_class & kScanEvidence; // a kana counts only where it is evidence
     }
-    return wants_partner(little_unit) && end - p < 2;
+    void add_to(Evidence &found) const {
+        found.valid += 2 * evidence;
+        found.errors += 2 * (units - evidence);
+        found.kana += 2 * kana;
+    }
+};
+static_assert(kScanKana >> 1 == kScanEvidence);
+
+// Of the positions of sixteen bytes, those at which a unit begins.
+constexpr Bytes16 kUnits = {0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0};
+
+// Surrogate pairs of either byte order.
+struct Pairs {
+    static Bytes16 may_match(Bytes16 bytes) { return equals_masked<0xFC>(bytes, 0xD8); }
+    static Bytes16 match(const uint8_t *p) {
+        const Bytes16 big = equals_masked<0xFC>(load16(p), 0xD8) & equals_masked<0xFC>(load16(p + 2), 0xDC);
+        const Bytes16 little = equals_masked<0xFC>(load16(p + 1), 0xD8) & equals_masked<0xFC>(load16(p + 3), 0xDC);
+        return (big | little) & kUnits;
+    }
+};
+
+// Combining marks of either byte order: U+0306, U+0308, U+3099, U+309A.
+struct Marks {
+    static Bytes16 may_match(Bytes16 bytes) { return equals(bytes, 0x03) | equals(bytes, 0x30); }
+    static Bytes16 match(const uint8_t *p) {
+        const Bytes16 first = load16(p);
+        const Bytes16 second = load16(p + 1);
+        return (is_mark(first, second) | is_mark(second, first)) & kUnits;
+    }
+    static Bytes16 is_mark(Bytes16 high, Bytes16 low) {
+        return (equals(high, 0x03) & (equals(low, 0x06) | equals(low, 0x08))) |
+               (equals(high, 0x30) & (equals(low, 0x99) | equals(low, 0x9A)));
+    }
+};
+
+} // namespace
+
+// As long as nothing that is looked for stands in a block, the block can be passed. Otherwise it is scanned, also for
+// what makes the cursor jump: surrogate pairs count once compositions are taken out between their units. Where the
+// next block begins depends on the last units alone, if these are no partners.
+const uint8_t *Utf16Scanner::watch(const uint8_t *p, const uint8_t *end, bool last, Wanted wanted) {
+    constexpr ptrdiff_t kTail = 8;
+    const auto has_pairs = [end](const uint8_t *from) { return find_pattern<Pairs>(from, end) != end; };
+    const bool wanted_here =
+        (wanted.surrogates && has_pairs(p)) ||
+        ((wanted.surrogates || wanted.decomposed) && find_pattern<Marks>(p, end) != end) ||
+        (wanted.decomposed && !wanted.surrogates && has_pairs(end - p > kTail ? end - (end - p) % 2 - kTail : p));
+    if (wanted_here) {
+        return scan(p, end, last);
+    }
+    const uint8_t *stands = end - (end - p) % 2;
+    return stands - p >= 2 && is_cut(stands - 2, stands) ? stands - 2 : stands;
+}
+
+// Takes the units from p on in which neither byte order has anything but single characters; returns where they end. The
+// next unit, four bytes in all, must be visible.
+const uint8_t *Utf16Scanner::take_singles(const uint8_t *p, const uint8_t *end) {
+    Run big_run;
+    Run little_run;
+    const uint8_t *const begin = p;
+    uint8_t big_class = kScanClasses[BigEndian::unit(p)];
+    uint8_t little_class = kScanClasses[LittleEndian::unit(p)];
+    while (end - p >= 4) {
+        const uint8_t big_next = kScanClasses[BigEndian::unit(p + 2)];
+        const uint8_t little_next = kScanClasses[LittleEndian::unit(p + 2)];
+        const int pairs = (big_class << 1 & big_next) | (little_class << 1 & little_next);
+        if ((pairs & kScanMark) != 0 || ((big_class | little_class) & kScanSpecial) != 0) [[unlikely]] {
+            break;
+        }
+        big_run.add(big_class);
+        little_run.add(little_class);
+        big_class = big_next;
+        little_class = little_next;
+        p += 2;
+    }
+    big_run.units = little_run.units = (p - begin) / 2;
+    big_run.add_to(big.found);
+    little_run.add_to(little.found);
+    return p;
 }
 
 // One cursor serves both byte orders: behind a big-endian pair the little-endian side looks for its partner after
 // that pair. The counts of both sides depend on it.
 const uint8_t *Utf16Scanner::scan(const uint8_t *p, const uint8_t *end, bool last) {
     while (end - p >= 2) {
+        if (end - p >= 4) {
+            p = take_singles(p, end);
+        }
         if (end - p < kLookAhead && !last && is_cut(p, end)) {
             return p;
         }

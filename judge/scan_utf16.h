@@ -7,8 +7,6 @@ namespace jkc {
 
 class Utf16Scanner {
 public:
-    explicit Utf16Scanner(const JkcContext &ctx) : classes_(ctx.uni_def_table) {}
-
     // What one byte order finds.
     struct Side {
         Evidence found;
@@ -34,14 +32,7 @@ public:
     Side little;
 
 private:
-    bool wants_partner(uint32_t unit) const;
-    template <class Rules>
-    bool has_partner(uint32_t unit, const uint8_t *next) const;
-    bool is_cut(const uint8_t *p, const uint8_t *end) const;
-    template <class Rules>
-    bool take(Side &side, uint32_t unit, const uint8_t *next, const uint8_t *end);
-
-    const uint16_t *classes_;
+    const uint8_t *take_singles(const uint8_t *p, const uint8_t *end);
 };
 
 } // namespace jkc

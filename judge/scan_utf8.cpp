@@ -5,6 +5,8 @@
 #include "core/wide.h"
 #include "judge/follow.h"
 #include "judge/pattern.h"
+#include "judge/utf8_run.h"
+#include "tables/scan_classes.h"
 
 namespace jkc {
 
@@ -18,14 +20,11 @@ size_t announced_length(uint8_t lead) {
 }
 
 // Whether the last telling character can take a combining mark.
-class BaseFollower {
-public:
+struct BaseFollower {
     enum class State : uint8_t { kUnknown, kNo, kYes };
     static constexpr State kUnknown = State::kUnknown;
 
-    explicit BaseFollower(const uint16_t *classes) : classes_(classes) {}
-
-    const uint8_t *pass(const uint8_t *p, const uint8_t *end, State &state) const {
+    static const uint8_t *pass(const uint8_t *p, const uint8_t *end, State &state) {
         const size_t length = announced_length(*p);
         if (length > static_cast<size_t>(end - p)) {
             return nullptr;
@@ -33,15 +32,12 @@ public:
         switch (length) {
         case 2:
             if (is_trail(p[1])) {
-                const uint16_t bits = classes_[utf8_code_point(p[0], p[1])];
-                tell((bits & kAnyText) != 0, (bits & kCyrillicBase) != 0, state);
+                tell(kScanClasses[utf8_code_point(p[0], p[1])], kScanText, state);
             }
             return p + 2;
         case 3:
             if (is_trail(p[1]) && is_trail(p[2])) {
-                const uint32_t c = utf8_code_point(p[0], p[1], p[2]);
-                const uint16_t bits = classes_[c];
-                tell((bits & kAnyText) != 0 && is_kana(c), (bits & kKanaBase) != 0, state);
+                tell(kScanClasses[utf8_code_point(p[0], p[1], p[2])], kScanKana, state);
             }
             return p + 3;
         case 4:
@@ -51,19 +47,17 @@ public:
         }
     }
 
-private:
-    static void tell(bool tells, bool base, State &state) {
-        if (tells) {
-            state = base ? State::kYes : State::kNo;
+    static void tell(uint8_t scan_class, ScanClass telling, State &state) {
+        if ((scan_class & telling) != 0) {
+            state = (scan_class & kScanBase) != 0 ? State::kYes : State::kNo;
         }
     }
-
-    const uint16_t *classes_;
 };
 
 // Where a four-byte sequence may stand.
 struct FourBytes {
     static constexpr int kLength = 4;
+    static Bytes16 may_match(Bytes16 bytes) { return equals_masked<0xF8>(bytes, 0xF0); }
     static Bytes16 match(const uint8_t *p) {
         return equals_masked<0xF8>(load16(p), 0xF0) & equals_masked<0xC0>(load16(p + 1), 0x80) &
                equals_masked<0xC0>(load16(p + 2), 0x80) & equals_masked<0xC0>(load16(p + 3), 0x80);
@@ -72,6 +66,7 @@ struct FourBytes {
 
 // Where one of the marks may stand: CC 86, CC 88, E3 82 99, E3 82 9A.
 struct Marks {
+    static Bytes16 may_match(Bytes16 bytes) { return equals(bytes, 0xCC) | equals(bytes, 0xE3); }
     static Bytes16 match(const uint8_t *p) {
         const Bytes16 first = load16(p);
         const Bytes16 second = load16(p + 1);
@@ -83,9 +78,9 @@ struct Marks {
 
 } // namespace
 
-Utf8Scanner::Place Utf8Scanner::advance(Place from, const uint8_t *to, const uint8_t *end) const {
+Utf8Scanner::Place Utf8Scanner::advance(Place from, const uint8_t *to, const uint8_t *end) {
     BaseFollower::State state = from.base ? BaseFollower::State::kYes : BaseFollower::State::kNo;
-    const uint8_t *p = follow(BaseFollower(classes_), from.p, to, end, state);
+    const uint8_t *p = follow(BaseFollower(), from.p, to, end, state);
     return {p, state == BaseFollower::State::kYes};
 }
 
@@ -115,69 +110,99 @@ const uint8_t *Utf8Scanner::watch(const uint8_t *p, const uint8_t *end, Wanted w
     return place.p;
 }
 
-size_t Utf8Scanner::two_byte(const uint8_t *p) {
-    const uint32_t c = utf8_code_point(p[0], p[1]);
-    if (!is_trail(p[1]) || (classes_[c] & kAnyText) == 0) {
-        found.errors += 2;
+// What a scan counts, on the stack as long as it runs.
+struct Utf8Scanner::Tally {
+    Evidence found;
+    int64_t four_byte;
+    int64_t decomposed;
+    // Whether the last telling character before `told_at` can take a combining mark. Runs are counted without looking
+    // at that, so it may lag behind.
+    bool base;
+    const uint8_t *told_at;
+
+    bool base_at(const uint8_t *p, const uint8_t *end) {
+        if (told_at < p) {
+            base = advance({told_at, base}, p, end).base;
+            told_at = p;
+        }
+        return base;
+    }
+    void tell(bool is_base, const uint8_t *behind) {
+        base = is_base;
+        told_at = behind;
+    }
+
+    // Each counts the sequence at p and returns its length.
+    size_t two_byte(const uint8_t *p, const uint8_t *end) {
+        const uint8_t scan_class = kScanClasses[utf8_code_point(p[0], p[1])];
+        if (!is_trail(p[1]) || (scan_class & kScanText) == 0) {
+            found.errors += 2;
+            return 2;
+        }
+        found.valid += 2;
+        decomposed += (scan_class & kScanMark) != 0 && base_at(p, end) ? 4 : 0;
+        tell((scan_class & kScanBase) != 0, p + 2);
         return 2;
     }
-    found.valid += 2;
-    if ((classes_[c] & kCyrillicBase) != 0) {
-        base_ = true;
-    } else if (base_) {
-        base_ = false;
-        decomposed += c == kBreve || c == kDiaeresis ? 4 : 0;
-    }
-    return 2;
-}
 
-size_t Utf8Scanner::three_byte(const uint8_t *p) {
-    const uint32_t c = utf8_code_point(p[0], p[1], p[2]);
-    if (!is_trail(p[1]) || !is_trail(p[2]) || (classes_[c] & kAnyText) == 0) {
-        found.errors += 3;
+    // One flag serves kana and Cyrillic, so a Cyrillic base followed by a kana mark counts as well.
+    size_t three_byte(const uint8_t *p, const uint8_t *end) {
+        const uint8_t scan_class = kScanClasses[utf8_code_point(p[0], p[1], p[2])];
+        if (!is_trail(p[1]) || !is_trail(p[2]) || (scan_class & kScanText) == 0) {
+            found.errors += 3;
+            return 3;
+        }
+        found.valid += 3;
+        if ((scan_class & kScanKana) != 0) {
+            found.kana += 3;
+            decomposed += (scan_class & kScanMark) != 0 && base_at(p, end) ? 6 : 0;
+            tell((scan_class & kScanBase) != 0, p + 3);
+        }
         return 3;
     }
-    found.valid += 3;
-    if (is_kana(c)) {
-        found.kana += 3;
-        // One flag serves kana and Cyrillic, so a Cyrillic base followed by a kana mark counts as well.
-        if ((classes_[c] & kKanaBase) != 0) {
-            base_ = true;
-        } else if (base_) {
-            base_ = false;
-            decomposed += c == kVoicedMark || c == kSemiVoicedMark ? 6 : 0;
-        }
-    }
-    return 3;
-}
 
-size_t Utf8Scanner::four_byte_or_error(const uint8_t *p) {
-    if (announced_length(p[0]) == 4 && is_trail(p[1]) && is_trail(p[2]) && is_trail(p[3])) {
-        found.valid += 4;
-        four_byte += 4;
-        return 4;
+    size_t four_byte_or_error(const uint8_t *p) {
+        if (announced_length(p[0]) == 4 && is_trail(p[1]) && is_trail(p[2]) && is_trail(p[3])) {
+            found.valid += 4;
+            four_byte += 4;
+            return 4;
+        }
+        found.errors += 1;
+        return 1;
     }
-    found.errors += 1;
-    return 1;
-}
+};
 
 const uint8_t *Utf8Scanner::scan(const uint8_t *p, const uint8_t *end, bool last) {
+    Tally tally{found, four_byte, decomposed, base_, p};
     while (p < end) {
-        if (is_plain(*p)) {
-            p = skip_plain(p + 1, end);
-            continue;
+        const Utf8Run run = common_run(p, end);
+        tally.found.valid += run.valid;
+        tally.found.kana += run.kana;
+        p = run.end;
+        if (p == end) {
+            break;
         }
-        const size_t length = announced_length(*p);
-        const auto left = static_cast<size_t>(end - p);
-        if (length > left) {
-            // Goes on in the next block; at the end of the input the cut bytes and the missing one count.
-            if (last) {
-                found.errors += static_cast<int64_t>(left) + 1;
+        // What stopped the run lies within sixteen bytes.
+        const uint8_t *const close = end - p > static_cast<ptrdiff_t>(kWide) ? p + kWide : end;
+        while (p < close) {
+            const size_t length = announced_length(*p);
+            const auto left = static_cast<size_t>(end - p);
+            if (length > left) {
+                // Goes on in the next block; at the end of the input the cut bytes and the missing one count.
+                tally.found.errors += last ? static_cast<int64_t>(left) + 1 : 0;
+                end = p;
+                break;
             }
-            return p;
+            p += is_plain(*p)  ? 1
+                 : length == 3 ? tally.three_byte(p, end)
+                 : length == 2 ? tally.two_byte(p, end)
+                               : tally.four_byte_or_error(p);
         }
-        p += length == 3 ? three_byte(p) : length == 2 ? two_byte(p) : four_byte_or_error(p);
     }
+    base_ = tally.base_at(p, end);
+    found = tally.found;
+    four_byte = tally.four_byte;
+    decomposed = tally.decomposed;
     return p;
 }
 

@@ -7,8 +7,6 @@ namespace jkc {
 
 class Utf8Scanner {
 public:
-    explicit Utf8Scanner(const JkcContext &ctx) : classes_(ctx.uni_def_table) {}
-
     // Takes the bytes from p to end. Returns where it stopped: at a character that goes on behind `end`.
     const uint8_t *scan(const uint8_t *p, const uint8_t *end, bool last);
 
@@ -28,18 +26,15 @@ public:
     int64_t decomposed = 0; // bytes of bases with their marks
 
 private:
-    size_t two_byte(const uint8_t *p);
-    size_t three_byte(const uint8_t *p);
-    size_t four_byte_or_error(const uint8_t *p);
+    struct Tally;
 
     // Where the scanner stands, and what it knows there.
     struct Place {
         const uint8_t *p;
         bool base;
     };
-    Place advance(Place from, const uint8_t *to, const uint8_t *end) const;
+    static Place advance(Place from, const uint8_t *to, const uint8_t *end);
 
-    const uint16_t *classes_;
     bool base_ = false; // the last character that tells can take a combining mark
 };
 

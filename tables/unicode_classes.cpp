@@ -5,6 +5,7 @@
 #include "tables/charts.h"
 #include "tables/export.h"
 #include "tables/look_alikes.h"
+#include "tables/scan_classes.h"
 #include "tables/table_builder.h"
 
 namespace jkc::tables {
@@ -103,3 +104,36 @@ constexpr Classes make_classes() {
 } // namespace jkc::tables
 
 JKC_EXPORT_TABLE(_unibe_def_table, 0x10000, jkc::tables::make_classes());
+
+namespace jkc {
+namespace {
+
+constexpr bool is_kana(uint32_t unit) {
+    return (unit >= 0x3041 && unit <= 0x309F) || (unit >= 0x30A1 && unit <= 0x30FF) ||
+           (unit >= 0x3031 && unit <= 0x3035);
+}
+
+constexpr uint8_t scan_class(uint32_t unit, uint16_t bits) {
+    const bool evidence = (bits & tables::kOtherText) == tables::kJapanese;
+    const bool text = (bits & tables::kOtherText) != 0;
+    const bool base = (bits & 0x00F0) != 0;
+    const bool mark = unit == 0x0306 || unit == 0x0308 || unit == 0x3099 || unit == 0x309A;
+    const bool special = (unit & 0xFC00) == 0xD800 || unit == kReplacement || unit == kSwappedReplacement;
+    return static_cast<uint8_t>((evidence ? kScanEvidence : 0) | (text && is_kana(unit) ? kScanKana : 0) |
+                                (text ? kScanText : 0) | (special ? kScanSpecial : 0) | (base ? kScanBase : 0) |
+                                (mark ? kScanMark : 0));
+}
+
+constexpr std::array<uint8_t, 0x10000> make_scan_classes() {
+    std::array<uint8_t, 0x10000> classes{};
+    for (uint32_t unit = 0; unit < classes.size(); unit++) {
+        classes[unit] = scan_class(unit, _unibe_def_table_data[unit]);
+    }
+    return classes;
+}
+
+} // namespace
+
+constexpr std::array<uint8_t, 0x10000> kScanClasses = make_scan_classes();
+
+} // namespace jkc

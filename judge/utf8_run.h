@@ -1,0 +1,76 @@
+// Counts runs of ordinary Japanese UTF-8 text, sixteen bytes at a time.
+#pragma once
+
+#include "judge/pattern.h"
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace jkc {
+
+struct Utf8Run {
+    const uint8_t *end; // of the run, the begin of a character
+    int64_t valid = 0;  // bytes of characters that are not ASCII
+    int64_t kana = 0;   // bytes of kana
+};
+
+#if defined(__SSE2__)
+
+// Each returns all bits of the bytes for which it holds.
+inline Bytes16 above(Bytes16 bytes, uint8_t b) { return reinterpret_cast<Bytes16>(bytes > all16(b)); }
+inline Bytes16 between(Bytes16 bytes, uint8_t first, uint8_t last) {
+    return reinterpret_cast<Bytes16>(bytes - all16(first) <= all16(static_cast<uint8_t>(last - first)));
+}
+inline uint32_t mask_of(Bytes16 bytes) {
+    return static_cast<uint32_t>(_mm_movemask_epi8(reinterpret_cast<__m128i>(bytes)));
+}
+
+// Three-byte characters that need a closer look, told by their first byte (which is E3 to E9, or EF), second and third:
+// all of the rest are text, of E3 those from E3 81 on are kana and the others are not. Left out are U+302A to U+3040,
+// U+3097 to U+309A, U+30A0, U+3100 to U+4DFF, U+9F80 to U+9FFF, and of EF everything but U+FF01 to U+FF3F.
+inline Bytes16 uncommon(Bytes16 first, Bytes16 second, Bytes16 third) {
+    const Bytes16 symbol = equals(second, 0x80) & above(third, 0xA9);
+    const Bytes16 hiragana = equals(second, 0x81) & equals(third, 0x80);
+    const Bytes16 katakana = equals(second, 0x82) & (between(third, 0x97, 0x9A) | equals(third, 0xA0));
+    return (equals(first, 0xE3) & (symbol | hiragana | katakana | above(second, 0x83))) |
+           (equals(first, 0xE4) & ~above(second, 0xB7)) | (equals(first, 0xE9) & above(second, 0xBD)) |
+           (equals(first, 0xEF) & ~(equals(second, 0xBC) & ~equals(third, 0x80)));
+}
+
+// Counts from p, the begin of a character, to the first sixteen bytes that hold something else than ASCII and common
+// three-byte characters, or to the last sixteen bytes. Two bytes behind `end` must be readable.
+inline Utf8Run common_run(const uint8_t *p, const uint8_t *end) {
+    constexpr uint32_t kAll = 0xFFFF;
+    Utf8Run run{p};
+    while (end - p >= static_cast<ptrdiff_t>(sizeof(Bytes16))) {
+        const Bytes16 first = load16(p);
+        const Bytes16 second = load16(p + 1);
+        const Bytes16 third = load16(p + 2);
+        const Bytes16 lead = between(first, 0xE3, 0xE9) | equals(first, 0xEF);
+        const uint32_t leads = mask_of(lead);
+        const uint32_t trails = mask_of(equals_masked<0xC0>(first, 0x80));
+        const uint32_t plain = ~mask_of(first) & kAll;
+        // A lead in the last two places reaches over the sixteen bytes: it is counted the next time.
+        const uint32_t whole = leads & (kAll >> 2);
+        const uint32_t passed = (leads & 0x4000) != 0 ? 14 : (leads & 0x8000) != 0 ? 15 : 16;
+        if ((leads | trails | plain) != kAll || trails != ((leads << 1 | leads << 2) & kAll) ||
+            (mask_of(lead & uncommon(first, second, third)) & whole) != 0) {
+            break;
+        }
+        const uint32_t kana = mask_of(equals(first, 0xE3) & above(second, 0x80)) & whole;
+        run.valid += 3 * __builtin_popcount(whole);
+        run.kana += 3 * __builtin_popcount(kana);
+        p += passed;
+    }
+    run.end = p;
+    return run;
+}
+
+#else
+
+inline Utf8Run common_run(const uint8_t *p, const uint8_t * /*end*/) { return {p}; }
+
+#endif
+
+} // namespace jkc
