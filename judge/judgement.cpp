@@ -9,7 +9,8 @@ namespace {
 // The scanners' places in JkcBlock::scan_start.
 enum ScanStart : uint8_t { kFromSjis, kFromEuc, kFromUtf16, kFromUtf8 };
 
-// Bytes after which a scanner is asked whether its encoding can still win.
+// Bytes of the first block after which a scanner is asked whether its encoding can still win. Mostly that is settled
+// there; later it is asked once a block.
 constexpr ptrdiff_t kSlice = 1024;
 
 // The counters of a candidate are 32 bits wide; more bytes than this decide nothing more.
@@ -26,6 +27,7 @@ template <class Scan, class Watch>
 void Judgement::feed(int32_t &start, JkcBlock &block, bool last, Scan scan, Watch watch) {
     const uint8_t *p = block.data + start;
     const uint8_t *const end = block.data + block.end;
+    const ptrdiff_t slice = total_ == 0 ? kSlice : sizeof block.data;
     const uint8_t *slice_end = p;
     while (slice_end != end) {
         const uint8_t *watched = watch(p, end);
@@ -33,7 +35,7 @@ void Judgement::feed(int32_t &start, JkcBlock &block, bool last, Scan scan, Watc
             p = watched;
             break;
         }
-        slice_end = end - slice_end > kSlice ? slice_end + kSlice : end;
+        slice_end = end - slice_end > slice ? slice_end + slice : end;
         p = scan(p, slice_end, last && slice_end == end);
     }
     start = JKC_BLOCK_HEADROOM - static_cast<int32_t>(end - p);

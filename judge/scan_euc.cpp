@@ -8,7 +8,8 @@ namespace jkc {
 
 namespace {
 
-bool is_kana_code(uint32_t code) { return (code >= 0xA4A1 && code <= 0xA4F3) || (code >= 0xA5A1 && code <= 0xA5F3); }
+// Hiragana and katakana: the same cells of rows 4 and 5.
+bool is_kana_code(uint32_t code) { return (code - 0xA4A1 <= 0x52) | (code - 0xA5A1 <= 0x52); }
 
 void count(Evidence &flavour, bool mapped, int length) { (mapped ? flavour.valid : flavour.errors) += length; }
 
@@ -98,6 +99,24 @@ void EucScanner::select_cp20932() {
     ctx_->euc_src_count_8f = _euc2unibe20932_table8f_size;
 }
 
+// Takes two-byte codes from p on as long as the table in use maps them; returns where they end.
+const uint8_t *EucScanner::take_mapped_codes(const uint8_t *p, const uint8_t *end) {
+    const uint16_t *table = ctx_->euc_src_table;
+    const uint8_t *const begin = p;
+    int64_t kana = 0;
+    while (end - p >= 2 && !is_plain(*p) && *p != kSs2 && *p != kSs3) {
+        const uint32_t code = two_byte_code(p[0], p[1]);
+        if (table[code] == 0) {
+            break;
+        }
+        kana += is_kana_code(code) ? 2 : 0;
+        p += 2;
+    }
+    found.valid += p - begin;
+    found.kana += kana;
+    return p;
+}
+
 const uint8_t *EucScanner::scan(const uint8_t *p, const uint8_t *end, bool last) {
     while (p < end) {
         const uint8_t b = *p;
@@ -127,14 +146,12 @@ const uint8_t *EucScanner::scan(const uint8_t *p, const uint8_t *end, bool last)
             }
             p += 3;
         } else {
-            const uint32_t code = two_byte_code(p[0], p[1]);
-            if (ctx_->euc_src_table[code] != 0) {
-                found.valid += 2;
-                found.kana += is_kana_code(code) ? 2 : 0;
-            } else {
-                unmapped_two_byte(code);
+            const uint8_t *behind = take_mapped_codes(p, end);
+            if (behind == p) {
+                unmapped_two_byte(two_byte_code(p[0], p[1]));
+                behind += 2;
             }
-            p += 2;
+            p = behind;
         }
     }
     if (last) {

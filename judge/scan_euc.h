@@ -28,6 +28,7 @@ public:
 
 private:
     void close_katakana_run();
+    const uint8_t *take_mapped_codes(const uint8_t *p, const uint8_t *end);
     void unmapped_two_byte(uint32_t code);
     void unmapped_three_byte(uint32_t code);
     void select_cp51932();

@@ -10,7 +10,7 @@ namespace {
 
 constexpr size_t kLongestEscape = 4;
 
-bool is_kana_code(uint32_t code) { return (code >= 0x829F && code <= 0x82F1) || (code >= 0x8340 && code <= 0x8393); }
+bool is_kana_code(uint32_t code) { return (code - 0x829F <= 0x52) | (code - 0x8340 <= 0x53); }
 
 } // namespace
 
@@ -56,6 +56,25 @@ size_t SjisScanner::escape_length(const uint8_t *p, size_t left, int64_t offset)
     return 1;
 }
 
+// Takes two-byte codes from p on as long as the table maps them; returns where they end.
+const uint8_t *SjisScanner::take_mapped_codes(const uint8_t *p, const uint8_t *end) {
+    const uint16_t *table = table_;
+    const uint64_t count = count_;
+    const uint8_t *const begin = p;
+    int64_t kana = 0;
+    while (end - p >= 2 && !is_plain(*p) && !is_sjis_katakana(*p)) {
+        const uint32_t code = two_byte_code(p[0], p[1]);
+        if (code >= count || table[code] == 0) {
+            break;
+        }
+        kana += is_kana_code(code) ? 2 : 0;
+        p += 2;
+    }
+    found.valid += p - begin;
+    found.kana += kana;
+    return p;
+}
+
 const uint8_t *SjisScanner::scan(const uint8_t *p, const uint8_t *end, bool last, const uint8_t *origin,
                                  int64_t offset) {
     while (p < end) {
@@ -72,14 +91,12 @@ const uint8_t *SjisScanner::scan(const uint8_t *p, const uint8_t *end, bool last
             if (end - p < 2) {
                 break; // cut: goes on in the next block, and at the end of the input counts nothing
             }
-            const uint32_t code = two_byte_code(p[0], p[1]);
-            if (code < count_ && table_[code] != 0) {
-                found.valid += 2;
-                found.kana += is_kana_code(code) ? 2 : 0;
-            } else {
+            const uint8_t *behind = take_mapped_codes(p, end);
+            if (behind == p) {
                 found.errors += 2;
+                behind += 2;
             }
-            p += 2;
+            p = behind;
         } else if (b == 0) {
             const bool at_even_offset = ((p - origin) & 1) == 0;
             if (at_even_offset && !last && p + 1 == end) {

@@ -11,8 +11,8 @@ namespace jkc {
 
 struct Utf8Run {
     const uint8_t *end; // of the run, the begin of a character
-    int64_t valid = 0;  // bytes of characters that are not ASCII
-    int64_t kana = 0;   // bytes of kana
+    int64_t valid;      // bytes of characters that are not ASCII
+    int64_t kana;       // bytes of kana
 };
 
 #if defined(__SSE2__)
@@ -38,38 +38,58 @@ inline Bytes16 uncommon(Bytes16 first, Bytes16 second, Bytes16 third) {
            (equals(first, 0xEF) & ~(equals(second, 0xBC) & ~equals(third, 0x80)));
 }
 
+// Adds up how many of the sixteen bytes have their lowest bit.
+class ByteCount {
+public:
+    void add(Bytes16 bits) {
+        sums_ = _mm_add_epi64(sums_, _mm_sad_epu8(reinterpret_cast<__m128i>(bits & all16(1)), _mm_setzero_si128()));
+    }
+    int64_t total() const {
+        int64_t halves[2];
+        memcpy(halves, &sums_, sizeof halves);
+        return halves[0] + halves[1];
+    }
+
+private:
+    __m128i sums_ = _mm_setzero_si128();
+};
+
 // Counts from p, the begin of a character, to the first sixteen bytes that hold something else than ASCII and common
 // three-byte characters, or to the last sixteen bytes. Two bytes behind `end` must be readable.
 inline Utf8Run common_run(const uint8_t *p, const uint8_t *end) {
     constexpr uint32_t kAll = 0xFFFF;
-    Utf8Run run{p};
+    // A lead in the last two places reaches over the sixteen bytes: it is counted the next time.
+    constexpr Bytes16 kWhole = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,
+                                0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0,    0};
+    ByteCount characters;
+    ByteCount kana;
     while (end - p >= static_cast<ptrdiff_t>(sizeof(Bytes16))) {
         const Bytes16 first = load16(p);
+        const uint32_t coded = mask_of(first);
+        if (coded == 0) { // ASCII alone
+            p += sizeof(Bytes16);
+            continue;
+        }
         const Bytes16 second = load16(p + 1);
         const Bytes16 third = load16(p + 2);
         const Bytes16 lead = between(first, 0xE3, 0xE9) | equals(first, 0xEF);
+        const Bytes16 whole = lead & kWhole;
         const uint32_t leads = mask_of(lead);
         const uint32_t trails = mask_of(equals_masked<0xC0>(first, 0x80));
-        const uint32_t plain = ~mask_of(first) & kAll;
-        // A lead in the last two places reaches over the sixteen bytes: it is counted the next time.
-        const uint32_t whole = leads & (kAll >> 2);
-        const uint32_t passed = (leads & 0x4000) != 0 ? 14 : (leads & 0x8000) != 0 ? 15 : 16;
-        if ((leads | trails | plain) != kAll || trails != ((leads << 1 | leads << 2) & kAll) ||
-            (mask_of(lead & uncommon(first, second, third)) & whole) != 0) {
+        if ((leads | trails) != coded || trails != ((leads << 1 | leads << 2) & kAll) ||
+            any(whole & uncommon(first, second, third))) {
             break;
         }
-        const uint32_t kana = mask_of(equals(first, 0xE3) & above(second, 0x80)) & whole;
-        run.valid += 3 * __builtin_popcount(whole);
-        run.kana += 3 * __builtin_popcount(kana);
-        p += passed;
+        characters.add(whole);
+        kana.add(whole & equals(first, 0xE3) & above(second, 0x80));
+        p += (leads & 0x4000) != 0 ? 14 : (leads & 0x8000) != 0 ? 15 : 16;
     }
-    run.end = p;
-    return run;
+    return {p, 3 * characters.total(), 3 * kana.total()};
 }
 
 #else
 
-inline Utf8Run common_run(const uint8_t *p, const uint8_t * /*end*/) { return {p}; }
+inline Utf8Run common_run(const uint8_t *p, const uint8_t * /*end*/) { return {p, 0, 0}; }
 
 #endif
 
