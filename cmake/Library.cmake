@@ -10,11 +10,19 @@ if(JKC_HAVE_NO_SEMANTIC_INTERPOSITION)
 endif()
 jkc_set_warnings(jkc_objects)
 
-# exports.txt holds one exported name a line; the version script is made from it.
-set(JKC_EXPORTS_LIST ${PROJECT_SOURCE_DIR}/cmake/exports.txt)
+# These hold one exported name a line; the version script is made from them.
+set(JKC_EXPORTS_LIST ${PROJECT_SOURCE_DIR}/cmake/exports.txt) # declared in jkc.h
+set(JKC_EXPORTS_LISTS ${JKC_EXPORTS_LIST})
+if(JKC_HAVE_JNI)
+    list(APPEND JKC_EXPORTS_LISTS ${PROJECT_SOURCE_DIR}/cmake/exports_jni.txt)
+endif()
 set(JKC_VERSION_SCRIPT ${PROJECT_BINARY_DIR}/jkc.map)
-set_property(DIRECTORY ${PROJECT_SOURCE_DIR} APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${JKC_EXPORTS_LIST})
-file(STRINGS ${JKC_EXPORTS_LIST} export_names REGEX "^[^#]")
+set_property(DIRECTORY ${PROJECT_SOURCE_DIR} APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${JKC_EXPORTS_LISTS})
+set(export_names)
+foreach(list IN LISTS JKC_EXPORTS_LISTS)
+    file(STRINGS ${list} names REGEX "^[^#]")
+    list(APPEND export_names ${names})
+endforeach()
 list(TRANSFORM export_names PREPEND "        ")
 list(JOIN export_names ";\n" export_lines)
 file(CONFIGURE OUTPUT ${JKC_VERSION_SCRIPT} @ONLY CONTENT

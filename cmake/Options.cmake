@@ -1,6 +1,8 @@
 option(JKC_BUILD_CLI "Build the program jkc" ${PROJECT_IS_TOP_LEVEL})
 option(JKC_BUILD_TESTS "Build the tests (needs GoogleTest)" ${PROJECT_IS_TOP_LEVEL})
 option(JKC_BUILD_BENCH "Build the benchmark (needs Google Benchmark)" OFF)
+set(JKC_JNI AUTO CACHE STRING "Build the native methods for Java and jkc.jar: ON, OFF, or AUTO (when there is a JDK)")
+set_property(CACHE JKC_JNI PROPERTY STRINGS AUTO ON OFF)
 option(JKC_WERROR "Treat compiler warnings as errors" OFF)
 set(JKC_SANITIZE "" CACHE STRING "Sanitizers to build with, such as address,undefined")
 

@@ -1,0 +1,23 @@
+# JKC_HAVE_JNI: the library gets the native methods of the Java class, for which a JDK is needed. Nothing of the JDK
+# is linked: its headers, javac and jar are all that is used.
+set(JKC_JAVA_RELEASE 17)
+set(JKC_HAVE_JNI FALSE)
+if(JKC_JNI)
+    find_package(Java ${JKC_JAVA_RELEASE} COMPONENTS Development QUIET)
+    if(Java_FOUND)
+        # Beside that javac, not those of some other JDK.
+        file(REAL_PATH ${Java_JAVAC_EXECUTABLE} javac)
+        cmake_path(GET javac PARENT_PATH jdk)
+        cmake_path(GET jdk PARENT_PATH jdk)
+        find_path(JKC_JNI_INCLUDE_DIR jni.h HINTS ${jdk}/include NO_DEFAULT_PATH)
+        find_path(JKC_JNI_MD_INCLUDE_DIR jni_md.h HINTS ${jdk}/include PATH_SUFFIXES linux NO_DEFAULT_PATH)
+    endif()
+    if(JKC_JNI_INCLUDE_DIR AND JKC_JNI_MD_INCLUDE_DIR)
+        set(JKC_HAVE_JNI TRUE)
+        message(STATUS "Java: native methods and jkc.jar, with the JDK ${Java_VERSION_STRING} in ${jdk}")
+    elseif(JKC_JNI STREQUAL "AUTO")
+        message(STATUS "Java: left out, since there is no JDK ${JKC_JAVA_RELEASE} or later")
+    else()
+        message(FATAL_ERROR "JKC_JNI is ${JKC_JNI}, but there is no JDK ${JKC_JAVA_RELEASE} or later (see JAVA_HOME)")
+    endif()
+endif()

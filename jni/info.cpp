@@ -1,0 +1,86 @@
+// Creation and release of the native side of a Java object.
+#include "jni/info.h"
+
+#include <cstdlib>
+
+#include "jni/exceptions.h"
+#include "kestro_jkc_Jkc.h"
+
+namespace jkc {
+
+namespace {
+
+void set_handle(JNIEnv *env, jobject self, jfieldID handle, const InfoRecord *info) {
+    env->SetLongField(self, handle, reinterpret_cast<jlong>(info));
+}
+
+void free_info(InfoRecord *info) {
+    release_jkc(info->context);
+    free(info);
+}
+
+// Looks up the fields that calls write to. False, with an exception pending, when the class has them not.
+bool find_fields(JNIEnv *env, InfoRecord &info) {
+    info.sts = env->GetFieldID(info.cls, "sts", "I");
+    if (info.sts == nullptr) {
+        return false;
+    }
+    info.nversion = env->GetStaticFieldID(info.cls, "nversion", "F");
+    return info.nversion != nullptr;
+}
+
+} // namespace
+
+jfieldID handle_field(JNIEnv *env, jobject self) {
+    return env->GetFieldID(env->GetObjectClass(self), "_hjkcInfo", "J");
+}
+
+InfoRecord *info_of(JNIEnv *env, jobject self) {
+    const jfieldID handle = handle_field(env, self);
+    if (handle == nullptr) {
+        return nullptr;
+    }
+    auto *info = reinterpret_cast<InfoRecord *>(env->GetLongField(self, handle));
+    if (info == nullptr) {
+        throw_new(env, "java/lang/IllegalStateException", "this object was not created, or is released");
+    }
+    return info;
+}
+
+} // namespace jkc
+
+jint Java_kestro_jkc_Jkc__1createJkc(JNIEnv *env, jobject self) {
+    const jfieldID handle = jkc::handle_field(env, self);
+    if (handle == nullptr) {
+        return JKC_EALLOC;
+    }
+    env->SetLongField(self, handle, 0);
+    JkcContext *context = create_jkc();
+    if (context == nullptr) {
+        return JKC_EALLOC;
+    }
+    auto *info = static_cast<jkc::InfoRecord *>(calloc(1, sizeof(jkc::InfoRecord)));
+    if (info == nullptr) {
+        release_jkc(context);
+        return JKC_EALLOC;
+    }
+    jkc::set_handle(env, self, handle, info);
+    *info = {env, env->GetObjectClass(self), self, context, nullptr, nullptr};
+    if (!jkc::find_fields(env, *info)) {
+        const jkc::ExceptionAside aside(env);
+        jkc::set_handle(env, self, handle, nullptr);
+        jkc::free_info(info);
+        return JKC_EALLOC;
+    }
+    env->SetStaticFloatField(info->cls, info->nversion, context->version);
+    env->SetIntField(self, info->sts, JKC_SUCCESS);
+    return JKC_SUCCESS;
+}
+
+void Java_kestro_jkc_Jkc__1releaseJkc(JNIEnv *env, jobject self) {
+    jkc::InfoRecord *info = jkc::info_of(env, self);
+    if (info != nullptr) {
+        jkc::set_handle(env, self, jkc::handle_field(env, self), nullptr);
+        jkc::free_info(info);
+    }
+}
