@@ -228,7 +228,7 @@ private:
     PlainText<kEsc, kSo, kSi> text_;
     bool suppress_;
     bool drops_lost_;
-    Designation set_ = kAscii;
+    JisSet set_ = kAscii;
     bool shifted_out_ = false;
 };
 

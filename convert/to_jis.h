@@ -3,8 +3,8 @@
 
 #include <cstring>
 
-#include "convert/jis_escape.h"
 #include "convert/line_type.h"
+#include "core/jis_escape.h"
 #include "core/wide.h"
 
 namespace jkc {
@@ -14,7 +14,7 @@ struct EscapeSequence {
     uint8_t length;
 };
 
-constexpr EscapeSequence kEscapes[kDesignations] = {
+constexpr EscapeSequence kEscapes[kJisSets] = {
     {{kEsc, '(', 'B', 0}, 3},   {{kEsc, '(', 'I', 0}, 3},   {{kEsc, '(', 'J', 0}, 3},   {{kEsc, '$', '@', 0}, 3},
     {{kEsc, '$', 'B', 0}, 3},   {{0, 0, 0, 0}, 0},          {{kEsc, '$', '(', 'D'}, 4}, {{kEsc, '$', '(', 'O'}, 4},
     {{kEsc, '$', '(', 'Q'}, 4}, {{kEsc, '$', '(', 'P'}, 4},
@@ -83,7 +83,7 @@ public:
             return o;
         }
         set_ = set;
-        if (set < kDesignations) { // a number beyond the sets has no sequence
+        if (set < kJisSets) { // a number beyond the sets has no sequence
             memcpy(o, kEscapes[set].bytes, sizeof kEscapes[set].bytes);
             o += kEscapes[set].length;
         }

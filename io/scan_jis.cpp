@@ -1,4 +1,4 @@
-#include "convert/jis_escape.h"
+#include "core/jis_escape.h"
 #include "io/line.h"
 
 namespace jkc {
@@ -9,7 +9,7 @@ constexpr bool is_jis_byte(uint8_t b) { return b >= 0x21 && b <= 0x7E; }
 
 struct JisScanner : Scanner {
     JkcContext &ctx;
-    uint32_t &set; // a Designation
+    uint32_t &set; // a JisSet
     bool shifted_out = false;
 
     JisScanner(JkcContext &context, uint32_t &shift_state) : ctx(context), set(shift_state) {}
@@ -26,7 +26,7 @@ struct JisScanner : Scanner {
             return is_katakana_code(*line.p) ? line.take(1) : Scan::kInvalid;
         case kJisX0208:
         case kJisX0212:
-        case kJisX0213Plane1Of2004:
+        case kJisX0213Plane1New:
         case kJisX0213Plane2:
             return two_byte(line);
         default:

@@ -1,6 +1,6 @@
 #include "judge/scan_sjis.h"
 
-#include "core/bytes.h"
+#include "core/jis_escape.h"
 #include "core/unicode.h"
 #include "core/wide.h"
 
@@ -23,37 +23,19 @@ void SjisScanner::close_katakana_run() {
 
 bool SjisScanner::is_latin(uint8_t b) const { return (classes_[b] & kAnyText) == kEvidence; }
 
-// Length of the known escape sequence at p, or 1 to pass the ESC alone. `offset` is that of p in the input.
-size_t SjisScanner::escape_length(const uint8_t *p, size_t left, int64_t offset) {
-    if (left < 3) {
+// Takes the escape sequence at p and returns its length; one that is not known passes the ESC alone. `offset` is that
+// of p in the input.
+size_t SjisScanner::take_escape(const uint8_t *p, size_t left, int64_t offset) {
+    const SeenEscape escape = read_escape(p, left);
+    if (escape.kind != SeenEscape::kKnown) {
         return 1;
     }
-    if (p[1] == '(') {
-        if (p[2] == 'B' || p[2] == 'H' || p[2] == 'I' || p[2] == 'J') {
-            jis_escape = true;
-            return 3;
-        }
-        return 1;
-    }
-    if (p[1] != '$') {
-        return 1;
-    }
-    if (p[2] == '@' || p[2] == 'B' || p[2] == 'J') {
+    if (escape.set == kJisX0213Plane1New || escape.set == kJisX0213Plane2) {
+        jis2004 = is_tolerable(found.errors, offset + escape.length);
+    } else {
         jis_escape = true;
-        return 3;
     }
-    if (p[2] != '(' || left < kLongestEscape) {
-        return 1;
-    }
-    if (p[3] == 'D') {
-        jis_escape = true;
-        return kLongestEscape;
-    }
-    if (p[3] == 'O' || p[3] == 'P' || p[3] == 'Q') {
-        jis2004 = is_tolerable(found.errors, offset + static_cast<int64_t>(kLongestEscape));
-        return kLongestEscape;
-    }
-    return 1;
+    return escape.length;
 }
 
 // Takes two-byte codes from p on as long as the table maps them; returns where they end.
@@ -114,7 +96,7 @@ const uint8_t *SjisScanner::scan(const uint8_t *p, const uint8_t *end, bool last
             if (left < kLongestEscape && !last) {
                 break;
             }
-            p += escape_length(p, left, offset + (p - origin));
+            p += take_escape(p, left, offset + (p - origin));
             if (jis2004) {
                 return p;
             }

@@ -25,7 +25,7 @@ private:
     void close_katakana_run();
     const uint8_t *take_mapped_codes(const uint8_t *p, const uint8_t *end);
     bool is_latin(uint8_t b) const;
-    size_t escape_length(const uint8_t *p, size_t left, int64_t offset);
+    size_t take_escape(const uint8_t *p, size_t left, int64_t offset);
 
     const uint16_t *table_;
     uint64_t count_;

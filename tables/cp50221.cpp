@@ -36,7 +36,7 @@ constexpr JisSet set_of(uint32_t character) {
 
     // One byte, for which the converters do not look here.
     if (character == '~' || character == 0x7F || character == kYenSign) {
-        return JisSet::kNoSet;
+        return JisSet::kOutsideJis;
     }
     if (character < 0x7F) {
         return JisSet::kAscii;
@@ -46,7 +46,7 @@ constexpr JisSet set_of(uint32_t character) {
     }
     const uint32_t jis = kEncoding[character];
     if (jis == 0) {
-        return JisSet::kNoSet;
+        return JisSet::kOutsideJis;
     }
     // Rows 89 to 92 are no part of JIS X 0208 and go out behind the escape of JIS X 0212, as does the full-width tilde,
     // which JIS X 0212 has. Two characters of these rows are written as JIS X 0208 all the same.

@@ -28,8 +28,8 @@ struct Encoding {
     std::array<uint8_t, kSupplementaryLast - kSupplementaryFirst + 1> supplementary_sets{};
 
     constexpr Encoding() {
-        sets.fill(static_cast<uint8_t>(JisSet::kNoSet));
-        supplementary_sets.fill(static_cast<uint8_t>(JisSet::kNoSet));
+        sets.fill(static_cast<uint8_t>(JisSet::kOutsideJis));
+        supplementary_sets.fill(static_cast<uint8_t>(JisSet::kOutsideJis));
     }
 
     constexpr void add(char32_t character, uint32_t code, JisSet set) {
@@ -57,7 +57,7 @@ constexpr Tables make_tables() {
         decoding.plane1[byte] = byte;
         encoding.add(byte, byte, JisSet::kAscii);
     }
-    encoding.add(0x7F, 0x7F, JisSet::kNoSet);
+    encoding.add(0x7F, 0x7F, JisSet::kOutsideJis);
     for (uint32_t i = 0; i < kKatakanaCount; i++) {
         encoding.add(kFirstKatakana + i, 0x21 + i, JisSet::kKatakana);
     }

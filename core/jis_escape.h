@@ -5,23 +5,9 @@
 
 #include "core/bytes.h"
 #include "core/internal.h"
+#include "tables/jis_sets.h"
 
 namespace jkc {
-
-// Character sets by their numbers in the designation tables.
-enum Designation : uint8_t {
-    kAscii = 0,
-    kKatakana = 1,
-    kRoman = 2,
-    kJisC6226 = 3,
-    kJisX0208 = 4,
-    kNoSet = 5,
-    kJisX0212 = 6,
-    kJisX0213Plane1 = 7,
-    kJisX0213Plane1Of2004 = 8,
-    kJisX0213Plane2 = 9,
-    kDesignations
-};
 
 // What begins with an ESC.
 struct SeenEscape {
@@ -32,7 +18,7 @@ struct SeenEscape {
     };
     Kind kind;
     uint8_t length;
-    Designation set; // that a reader decodes with: several sequences have the same
+    JisSet set; // that a reader decodes with: several sequences have the same
 };
 
 constexpr SeenEscape read_four_byte_escape(uint8_t final_byte) {
@@ -41,7 +27,7 @@ constexpr SeenEscape read_four_byte_escape(uint8_t final_byte) {
         return {SeenEscape::kKnown, 4, kJisX0212};
     case 'O':
     case 'Q':
-        return {SeenEscape::kKnown, 4, kJisX0213Plane1Of2004};
+        return {SeenEscape::kKnown, 4, kJisX0213Plane1New};
     case 'P':
         return {SeenEscape::kKnown, 4, kJisX0213Plane2};
     default:
@@ -82,8 +68,8 @@ constexpr SeenEscape read_escape(const uint8_t *p, size_t left) {
 
 // A plane of JIS X 0213 that is designated stays selected in the context; what is designated without a plane is
 // decoded in it.
-inline void select_plane(JkcContext &ctx, Designation set) {
-    if (set == kJisX0213Plane1Of2004) {
+inline void select_plane(JkcContext &ctx, JisSet set) {
+    if (set == kJisX0213Plane1New) {
         ctx.jis_src_table = _jis2unibe2022jp2004_table01;
         ctx.jis_src_offset = 0;
         ctx.jis_src_count = _jis2unibe2022jp2004_table01_size;
