@@ -68,43 +68,43 @@ extern "C" {
 
 /** An encoding. Values of 64 and more are not code types but sets of them. */
 enum JkcCodeType {
-    JKC_TYPE_EMPTY = 0,       /**< no input at all */
-    JKC_TYPE_ASCII = 1,       /**< 7-bit text without escape sequences */
-    JKC_TYPE_JIS = 2,         /**< ISO-2022-JP with the CP50221 repertoire */
-    JKC_TYPE_JIS2004 = 3,     /**< ISO-2022-JP with the JIS X 0213:2004 planes */
-    JKC_TYPE_SJIS = 4,        /**< Shift_JIS as Microsoft code page 932 */
-    JKC_TYPE_EUC = 5,         /**< EUC-JP, JIS X 0208 by the standard mapping */
-    JKC_TYPE_EUC_20932 = 6,   /**< EUC-JP as Microsoft code page 20932, with JIS X 0212 */
-    JKC_TYPE_EUC_51932 = 7,   /**< EUC-JP as Microsoft code page 51932 */
-    JKC_TYPE_EUC_MS = 8,      /**< eucJP-ms */
-    JKC_TYPE_UTF16BE = 11,    /**< UTF-16 big-endian, no byte-order mark */
+    JKC_TYPE_EMPTY = 0,        /**< no input at all */
+    JKC_TYPE_ASCII = 1,        /**< 7-bit text without escape sequences */
+    JKC_TYPE_JIS = 2,          /**< ISO-2022-JP with the CP50221 repertoire */
+    JKC_TYPE_JIS2004 = 3,      /**< ISO-2022-JP with the JIS X 0213:2004 planes */
+    JKC_TYPE_SJIS = 4,         /**< Shift_JIS as Microsoft code page 932 */
+    JKC_TYPE_EUC = 5,          /**< EUC-JP, JIS X 0208 by the standard mapping */
+    JKC_TYPE_EUC_20932 = 6,    /**< EUC-JP as Microsoft code page 20932, with JIS X 0212 */
+    JKC_TYPE_EUC_51932 = 7,    /**< EUC-JP as Microsoft code page 51932 */
+    JKC_TYPE_EUC_MS = 8,       /**< eucJP-ms */
+    JKC_TYPE_UTF16BE = 11,     /**< UTF-16 big-endian, no byte-order mark */
     JKC_TYPE_UTF16BE_BOM = 12, /**< UTF-16 big-endian after FE FF */
-    JKC_TYPE_UTF16LE = 13,    /**< UTF-16 little-endian, no byte-order mark */
+    JKC_TYPE_UTF16LE = 13,     /**< UTF-16 little-endian, no byte-order mark */
     JKC_TYPE_UTF16LE_BOM = 14, /**< UTF-16 little-endian after FF FE */
-    JKC_TYPE_UTF8 = 15,       /**< UTF-8, no byte-order mark */
-    JKC_TYPE_UTF8_BOM = 16    /**< UTF-8 after EF BB BF */
+    JKC_TYPE_UTF8 = 15,        /**< UTF-8, no byte-order mark */
+    JKC_TYPE_UTF8_BOM = 16     /**< UTF-8 after EF BB BF */
 };
 
 /** The outcome of an operation: 0, or a negative value. */
 enum JkcStatus {
-    JKC_SUCCESS = 0,       /**< done */
-    JKC_EOF = -1,          /**< end of the input file; from a judgement: no code type fits */
-    JKC_ENOTEXISTS = -2,   /**< the file does not exist */
-    JKC_ENOTFILE = -3,     /**< not a regular file */
-    JKC_EALLOC = -4,       /**< memory is short */
-    JKC_EROPEN = -5,       /**< the input file cannot be opened */
-    JKC_EWOPEN = -6,       /**< the output file cannot be opened */
-    JKC_EREAD = -7,        /**< reading failed */
-    JKC_EWRITE = -8,       /**< writing failed */
-    JKC_EIOMODE = -10,     /**< the open mode does not allow this */
-    JKC_EIOFDRANGE = -11,  /**< no such file slot */
-    JKC_EIONOTOPEN = -12,  /**< the file slot is not open */
-    JKC_EIOMAX = -13,      /**< all file slots are open */
-    JKC_ECTYPE = -20,      /**< a code type that does not fit here */
-    JKC_EBOM = -21,        /**< reserved; nothing reports it */
-    JKC_EUEXPEOD = -22,    /**< the data ends inside a character */
-    JKC_ECHAR = -23,       /**< a byte that the code type does not allow */
-    JKC_ELTYPE = -24       /**< a line type that does not exist */
+    JKC_SUCCESS = 0,      /**< done */
+    JKC_EOF = -1,         /**< end of the input file; from a judgement: no code type fits */
+    JKC_ENOTEXISTS = -2,  /**< the file does not exist */
+    JKC_ENOTFILE = -3,    /**< not a regular file */
+    JKC_EALLOC = -4,      /**< memory is short */
+    JKC_EROPEN = -5,      /**< the input file cannot be opened */
+    JKC_EWOPEN = -6,      /**< the output file cannot be opened */
+    JKC_EREAD = -7,       /**< reading failed */
+    JKC_EWRITE = -8,      /**< writing failed */
+    JKC_EIOMODE = -10,    /**< the open mode does not allow this */
+    JKC_EIOFDRANGE = -11, /**< no such file slot */
+    JKC_EIONOTOPEN = -12, /**< the file slot is not open */
+    JKC_EIOMAX = -13,     /**< all file slots are open */
+    JKC_ECTYPE = -20,     /**< a code type that does not fit here */
+    JKC_EBOM = -21,       /**< reserved; nothing reports it */
+    JKC_EUEXPEOD = -22,   /**< the data ends inside a character */
+    JKC_ECHAR = -23,      /**< a byte that the code type does not allow */
+    JKC_ELTYPE = -24      /**< a line type that does not exist */
 };
 
 /**
@@ -147,12 +147,12 @@ enum JkcLineType {
 
 /** Parts of JkcContext::mode. */
 enum JkcModeBits {
-    JKC_MODE_LINE_TYPE = 0x07,   /**< JkcLineType of the output */
-    JKC_MODE_BUFFER = 0x08,      /**< the source is memory */
-    JKC_MODE_STREAM = 0x10,      /**< the source is a stream */
-    JKC_MODE_FILE = 0x30,        /**< the source is a stream that the library opened */
-    JKC_MODE_READER = 0xC0,      /**< both bits: the source is a Java reader */
-    JKC_MODE_SOURCE = 0xF8       /**< all source bits; set and cleared by the entry points */
+    JKC_MODE_LINE_TYPE = 0x07, /**< JkcLineType of the output */
+    JKC_MODE_BUFFER = 0x08,    /**< the source is memory */
+    JKC_MODE_STREAM = 0x10,    /**< the source is a stream */
+    JKC_MODE_FILE = 0x30,      /**< the source is a stream that the library opened */
+    JKC_MODE_READER = 0xC0,    /**< both bits: the source is a Java reader */
+    JKC_MODE_SOURCE = 0xF8     /**< all source bits; set and cleared by the entry points */
 };
 
 /**
@@ -205,9 +205,9 @@ struct JkcReader;
  * tables can be set only where a conversion does not set them again.
  */
 typedef struct JkcContext {
-    const void *jis_src_table;         /**< JIS to Unicode; 16-bit entries when it is _jis2unibe50221_table, else 32-bit */
-    const uint16_t *sjis_src_table;    /**< Shift_JIS to Unicode; 65536 entries must be readable */
-    const uint16_t *euc_src_table;     /**< EUC to Unicode, two-byte codes; 65536 entries must be readable */
+    const void *jis_src_table;      /**< JIS to Unicode; 16-bit entries when it is _jis2unibe50221_table, else 32-bit */
+    const uint16_t *sjis_src_table; /**< Shift_JIS to Unicode; 65536 entries must be readable */
+    const uint16_t *euc_src_table;  /**< EUC to Unicode, two-byte codes; 65536 entries must be readable */
     const uint16_t *euc_src_table_8f;  /**< EUC to Unicode, three-byte codes; null: none */
     const uint16_t *jis_dst_table;     /**< Unicode to JIS */
     const uint8_t *jis_dst_bits;       /**< JIS designation that each character needs */
@@ -240,21 +240,23 @@ typedef struct JkcContext {
                                             the Unicode code types. An observer may clear it. */
     uint8_t utfmac_exists;             /**< result: a base character with a combining mark was seen */
     uint8_t utfmac_to;                 /**< option: compose such pairs when converting from Unicode */
-    uint8_t suppress;                  /**< option: 1 leaves out what the target lacks instead of writing a substitute */
-    int64_t read_offset;               /**< offset of the current block in the input, after any byte-order mark */
-    uint8_t *block_origin;             /**< first byte of the current block */
-    int64_t first_nochar_index;        /**< result: where the first character without equivalent stands: offset in bytes after any byte-order mark, -1: none */
-    int64_t last_nochar_index;         /**< result: where the last one stands */
-    uint32_t nochar_count;             /**< result: how many there were */
-    int64_t first_nochar;              /**< result: code of the first one (source code, or code point from Unicode; 0: invalid bytes), -1: none */
-    int64_t last_nochar;               /**< result: code of the last one */
-    struct JkcListNode *blocks;        /**< the input of the running call */
-    struct JkcReader *reader;          /**< Java source, else null */
-    void *user_data;                   /**< of the last conversion */
-    JkcWriter writer;                  /**< of the last conversion */
-    JkcObserver observer;              /**< of the last conversion */
-    int32_t sts;                       /**< result: what the last judgement or conversion returned */
-    float version;                     /**< 2.2 */
+    uint8_t suppress;      /**< option: 1 leaves out what the target lacks instead of writing a substitute */
+    int64_t read_offset;   /**< offset of the current block in the input, after any byte-order mark */
+    uint8_t *block_origin; /**< first byte of the current block */
+    int64_t
+        first_nochar_index; /**< result: where the first character without equivalent stands: offset in bytes after any byte-order mark, -1: none */
+    int64_t last_nochar_index; /**< result: where the last one stands */
+    uint32_t nochar_count;     /**< result: how many there were */
+    int64_t
+        first_nochar; /**< result: code of the first one (source code, or code point from Unicode; 0: invalid bytes), -1: none */
+    int64_t last_nochar;        /**< result: code of the last one */
+    struct JkcListNode *blocks; /**< the input of the running call */
+    struct JkcReader *reader;   /**< Java source, else null */
+    void *user_data;            /**< of the last conversion */
+    JkcWriter writer;           /**< of the last conversion */
+    JkcObserver observer;       /**< of the last conversion */
+    int32_t sts;                /**< result: what the last judgement or conversion returned */
+    float version;              /**< 2.2 */
 } JkcContext;
 
 /**
@@ -629,9 +631,9 @@ typedef struct JkcListHeader {
 
 /** A node. An empty list is one node whose data is null. */
 typedef struct JkcListNode {
-    void *data;                /**< the list's own copy of the record */
-    struct JkcListNode *prev;  /**< null at the first node */
-    struct JkcListNode *next;  /**< null at the last node */
+    void *data;               /**< the list's own copy of the record */
+    struct JkcListNode *prev; /**< null at the first node */
+    struct JkcListNode *next; /**< null at the last node */
     struct JkcListHeader *header;
 } JkcListNode;
 
@@ -652,9 +654,9 @@ JKC_API JkcListNode *ll_replace(JkcListNode *node, const void *record, size_t si
 
 /** Sizes of an input block, in bytes. */
 enum JkcBlockSizes {
-    JKC_BLOCK_HEADROOM = 32,  /**< free room in front of the data, for what the last block leaves over */
-    JKC_BLOCK_READ = 8128,    /**< bytes read at a time */
-    JKC_BLOCK_AREA = 8192     /**< the data area; also the room for pending output */
+    JKC_BLOCK_HEADROOM = 32, /**< free room in front of the data, for what the last block leaves over */
+    JKC_BLOCK_READ = 8128,   /**< bytes read at a time */
+    JKC_BLOCK_AREA = 8192    /**< the data area; also the room for pending output */
 };
 
 /** A piece of the input. */
@@ -756,15 +758,15 @@ JKC_API extern const uint64_t _satusMessageSize;
 
 /** A slot. It is free when data is null. */
 typedef struct FileSlot {
-    JkcContext *context;        /**< the slot's own */
-    uint8_t *data;              /**< the converted text */
-    uint64_t size;              /**< its length in bytes */
-    uint64_t capacity;          /**< bytes allocated for it */
-    uint8_t *read_position;     /**< where the next line begins */
-    uint64_t mode;              /**< open mode, 0 to 3 */
-    uint64_t src_type;          /**< code type that was judged */
-    uint64_t dst_type;          /**< code type that the text is in */
-    uint32_t jis_state;         /**< shift state at read_position */
+    JkcContext *context;    /**< the slot's own */
+    uint8_t *data;          /**< the converted text */
+    uint64_t size;          /**< its length in bytes */
+    uint64_t capacity;      /**< bytes allocated for it */
+    uint8_t *read_position; /**< where the next line begins */
+    uint64_t mode;          /**< open mode, 0 to 3 */
+    uint64_t src_type;      /**< code type that was judged */
+    uint64_t dst_type;      /**< code type that the text is in */
+    uint32_t jis_state;     /**< shift state at read_position */
 } FileSlot;
 
 /** The slot that is being filled; -1 when none was free. */
