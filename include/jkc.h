@@ -158,7 +158,7 @@ enum JkcModeBits {
 /**
  * The sets that a judgement reports when several code types fit equally: bit
  * (type + 5) for each. (jkc_multi_type_names() numbers the Unicode forms otherwise,
- * see there; jkc_judged_set_names() writes these sets.)
+ * see there.)
  */
 #define JKC_JUDGED_BIT(type) (1 << ((type) + 5))
 
