@@ -1,45 +1,34 @@
 package kestro.jkc;
 
 import java.io.ByteArrayOutputStream;
+import java.util.ArrayList;
+import java.util.List;
 
-/** A writer that keeps the output, and answers or throws something at its n-th call. */
+/** A writer that keeps the output. At its n-th call it can answer or throw something. */
 final class Collector implements Jkc.Writer {
     final ByteArrayOutputStream output = new ByteArrayOutputStream();
-    int calls;
+    final List<Integer> lengths = new ArrayList<>();
     Object user;
+    int call;
+    int answer;
+    RuntimeException exception;
 
-    private final int wayward;
-    private final int answer;
-    private final RuntimeException exception;
-
-    private Collector(int wayward, int answer, RuntimeException exception) {
-        this.wayward = wayward;
-        this.answer = answer;
-        this.exception = exception;
-    }
-
-    Collector() {
-        this(0, 0, null);
-    }
-
-    static Collector answering(int call, int answer) {
-        return new Collector(call, answer, null);
-    }
-
-    static Collector throwing(int call, RuntimeException exception) {
-        return new Collector(call, 0, exception);
+    static Collector at(int call, int answer, RuntimeException exception) {
+        Collector collector = new Collector();
+        collector.call = call;
+        collector.answer = answer;
+        collector.exception = exception;
+        return collector;
     }
 
     @Override
     public int write(byte[] data, int length, Object user) {
         this.user = user;
         output.write(data, 0, length);
-        if (++calls == wayward) {
-            if (exception != null) {
-                throw exception;
-            }
-            return answer;
+        lengths.add(length);
+        if (lengths.size() == call && exception != null) {
+            throw exception;
         }
-        return 0;
+        return lengths.size() == call ? answer : 0;
     }
 }

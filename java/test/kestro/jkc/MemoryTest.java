@@ -1,9 +1,8 @@
 package kestro.jkc;
 
+import static org.junit.Assert.assertThrows;
 import static org.junit.Assert.assertTrue;
 
-import java.io.ByteArrayInputStream;
-import java.io.IOException;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import org.junit.Test;
@@ -14,59 +13,46 @@ public class MemoryTest {
     private static final int ROUNDS = 10;
     private static final long FAR_LESS_THAN_A_LEAK = 1_000_000;
 
-    private static final byte[] TEXT = "text".getBytes();
-
     @Test
-    public void closedObjectsLeaveNothing() throws IOException, InterruptedException {
-        assertSteady(() -> {
-            try (Transcoder transcoder = new Transcoder()) {
+    public void objectsLeaveNothingWhetherTheyAreClosedOrNot() throws Exception {
+        for (boolean closes : new boolean[] {true, false}) {
+            assertSteady(() -> {
+                Transcoder transcoder = new Transcoder();
                 transcoder.encode("text", CodeType.SJIS);
-            }
-        });
+                if (closes) {
+                    transcoder.close();
+                }
+            });
+        }
     }
 
     @Test
-    public void objectsThatAreNeverClosedAreFreedAllTheSame() throws IOException, InterruptedException {
-        assertSteady(() -> new Transcoder().encode("text", CodeType.SJIS));
-    }
-
-    @Test
-    public void callsThatThrowLeaveNothing() throws IOException, InterruptedException {
+    public void callsThatThrowLeaveNothing() throws Exception {
         Jkc jkc = new Jkc();
         jkc._createJkc();
-        assertSteady(() -> {
-            try {
-                jkc.convertStream(new ByteArrayInputStream(TEXT), 4, 15, false, null, (data, length, user) -> {
+        assertSteady(() -> assertThrows(IllegalArgumentException.class,
+                () -> jkc.convertBuffer("text".getBytes(), 4, 4, 15, false, null, (data, length, user) -> {
                     throw new IllegalArgumentException();
-                }, null);
-            } catch (IllegalArgumentException e) {
-                jkc.judgesBuffer(null, null, TEXT, TEXT.length, 0);
-            }
-        });
+                }, null)));
         jkc._releaseJkc();
     }
 
     /** A leak shows in every round, the growth of the virtual machine itself in some. */
-    private static void assertSteady(Runnable use) throws IOException, InterruptedException {
+    private static void assertSteady(Runnable use) throws Exception {
         long least = Long.MAX_VALUE;
         for (int round = 0; round < ROUNDS && least > FAR_LESS_THAN_A_LEAK; ++round) {
-            long before = resident();
-            repeat(use);
-            least = Math.min(least, resident() - before);
+            long before = residentBytes();
+            for (int i = 0; i < OBJECTS; ++i) {
+                use.run();
+            }
+            System.gc();
+            Thread.sleep(500); // for the cleaner
+            least = Math.min(least, residentBytes() - before);
         }
         assertTrue("each time " + OBJECTS + " objects left " + least + " bytes", least < FAR_LESS_THAN_A_LEAK);
     }
 
-    private static void repeat(Runnable use) throws InterruptedException {
-        for (int i = 0; i < OBJECTS; ++i) {
-            use.run();
-        }
-        System.gc();
-        Thread.sleep(500); // for the cleaner
-    }
-
-    private static long resident() throws IOException {
-        String[] pages = Files.readString(Path.of("/proc/self/statm")).split(" ");
-        return Long.parseLong(pages[1]) * 4096;
+    private static long residentBytes() throws Exception {
+        return Long.parseLong(Files.readString(Path.of("/proc/self/statm")).split(" ")[1]) * 4096;
     }
 }
