@@ -1,0 +1,103 @@
+#include "support/case_file.h"
+
+#include <fstream>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+namespace jkc::testing {
+
+namespace {
+
+std::vector<std::string> split_fields(const std::string &line) {
+    std::vector<std::string> fields;
+    std::istringstream in(line);
+    for (std::string field; std::getline(in, field, '|');) {
+        const size_t first = field.find_first_not_of(' ');
+        const size_t last = field.find_last_not_of(' ');
+        fields.push_back(first == std::string::npos ? "" : field.substr(first, last - first + 1));
+    }
+    return fields;
+}
+
+} // namespace
+
+void Options::add(const std::string &words) {
+    std::istringstream in(words);
+    for (std::string word; in >> word;) {
+        const size_t equals = word.find('=');
+        values_[word.substr(0, equals)] = equals == std::string::npos ? "1" : word.substr(equals + 1);
+    }
+}
+
+int64_t Options::number(const std::string &name, int64_t otherwise) const {
+    const auto found = values_.find(name);
+    return found == values_.end() ? otherwise : std::stoll(found->second, nullptr, 0);
+}
+
+std::string Options::text(const std::string &name, const std::string &otherwise) const {
+    const auto found = values_.find(name);
+    return found == values_.end() ? otherwise : found->second;
+}
+
+std::vector<Case> read_cases(const std::string &file) {
+    std::vector<Case> cases;
+    Case head;
+    std::ifstream in(std::string(JKC_TEST_DATA "/") + file);
+    for (std::string line; std::getline(in, line);) {
+        if (line.empty() || line[0] == '#') {
+            continue;
+        }
+        const bool result = line[0] == '>';
+        std::vector<std::string> fields = split_fields(result ? line.substr(1) : line);
+        fields.resize(3);
+        if (result) {
+            cases.push_back(head);
+            cases.back().options.add(fields[0]);
+            cases.back().output = fields[1];
+        } else {
+            head = {fields[0], {}, parse_bytes(fields[2]), ""};
+            head.options.add(fields[1]);
+        }
+    }
+    EXPECT_FALSE(cases.empty()) << file;
+    return cases;
+}
+
+std::vector<std::string> parse_pieces(const std::string &hex) {
+    std::vector<std::string> pieces;
+    std::istringstream in(hex);
+    for (std::string word; in >> word;) {
+        const size_t star = word.find('*');
+        const size_t times = star == std::string::npos ? 1 : std::stoul(word.substr(star + 1));
+        const std::string digits = word.substr(0, star);
+        EXPECT_EQ(digits.size() % 2, 0U) << word;
+        std::string piece;
+        for (size_t i = 0; i + 1 < digits.size(); i += 2) {
+            piece += static_cast<char>(std::stoi(digits.substr(i, 2), nullptr, 16));
+        }
+        pieces.insert(pieces.end(), times, piece);
+    }
+    return pieces;
+}
+
+std::string parse_bytes(const std::string &hex) {
+    std::string bytes;
+    for (const std::string &piece : parse_pieces(hex)) {
+        bytes += piece;
+    }
+    return bytes;
+}
+
+std::string show_bytes(const std::string &bytes) {
+    constexpr size_t kShown = 48;
+    std::ostringstream out;
+    out << bytes.size() << ":" << (bytes.size() > kShown ? "..." : "") << std::hex << std::uppercase;
+    for (size_t i = bytes.size() > kShown ? bytes.size() - kShown : 0; i < bytes.size(); i++) {
+        const auto byte = static_cast<unsigned char>(bytes[i]);
+        out << (byte >> 4) << (byte & 0xF);
+    }
+    return out.str();
+}
+
+} // namespace jkc::testing
