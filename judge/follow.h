@@ -36,7 +36,8 @@ inline const uint8_t *before_plain_run(const uint8_t *begin, const uint8_t *to) 
 // becomes its state there.
 //
 // Follower::pass(p, end, state) returns the end of the character at p, null when `end` cuts it, and sets the state when
-// the character tells it; Follower::kUnknown is the state that nothing has told.
+// the character tells it; Follower::kUnknown is the state that nothing has told. Follower::last_telling(begin, to) is
+// the last position before `to` at which a telling character may begin, null when there is none.
 template <class Follower>
 const uint8_t *follow(const Follower &follower, const uint8_t *begin, const uint8_t *to, const uint8_t *end,
                       typename Follower::State &state) {
@@ -63,10 +64,11 @@ const uint8_t *follow(const Follower &follower, const uint8_t *begin, const uint
             state = found;
             return stands;
         }
-        if (from == begin) {
+        const uint8_t *telling = follower.last_telling(begin, from);
+        if (telling == nullptr) {
             return stands;
         }
-        until = from;
+        until = telling + 1;
     }
 }
 

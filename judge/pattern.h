@@ -40,7 +40,7 @@ constexpr size_t kPatternReach = 16 + 3;
 template <class Pattern>
 inline const uint8_t *find_pattern(const uint8_t *p, const uint8_t *end) {
     for (; p < end; p += sizeof(Bytes16)) {
-        if (!any(Pattern::may_match(load16(p)))) [[likely]] {
+        if (!Pattern::may_match(load16(p))) [[likely]] {
             continue;
         }
         const Bytes16 hits = Pattern::match(p);
@@ -51,6 +51,24 @@ inline const uint8_t *find_pattern(const uint8_t *p, const uint8_t *end) {
         }
     }
     return end;
+}
+
+// The last position before `end` at which the pattern may begin, or null when there is none from `begin` on.
+template <class Pattern>
+inline const uint8_t *find_last_pattern(const uint8_t *begin, const uint8_t *end) {
+    constexpr ptrdiff_t kStep = sizeof(Bytes16);
+    for (const uint8_t *p = end; p > begin; p -= kStep) {
+        const uint8_t *from = p - begin > kStep ? p - kStep : begin;
+        const Bytes16 hits = Pattern::match(from);
+        if (any(hits)) {
+            for (ptrdiff_t i = p - from; i-- > 0;) {
+                if (hits[i] != 0) {
+                    return from + i;
+                }
+            }
+        }
+    }
+    return nullptr;
 }
 
 } // namespace jkc

@@ -23,6 +23,11 @@ struct TableFollower {
     enum class State : uint8_t { kUnknown, kCp51932, kCp20932 };
     static constexpr State kUnknown = State::kUnknown;
 
+    // In text that is not EUC nearly every character tells.
+    static const uint8_t *last_telling(const uint8_t *begin, const uint8_t *to) {
+        return to > begin ? to - 1 : nullptr;
+    }
+
     static const uint8_t *pass(const uint8_t *p, const uint8_t *end, State &state) {
         if (is_plain(*p)) {
             return p + 1;

@@ -86,7 +86,7 @@ constexpr Bytes16 kUnits = {0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0
 
 // Surrogate pairs of either byte order.
 struct Pairs {
-    static Bytes16 may_match(Bytes16 bytes) { return equals_masked<0xFC>(bytes, 0xD8); }
+    static bool may_match(Bytes16 bytes) { return any(equals_masked<0xFC>(bytes, 0xD8)); }
     static Bytes16 match(const uint8_t *p) {
         const Bytes16 big = equals_masked<0xFC>(load16(p), 0xD8) & equals_masked<0xFC>(load16(p + 2), 0xDC);
         const Bytes16 little = equals_masked<0xFC>(load16(p + 1), 0xD8) & equals_masked<0xFC>(load16(p + 3), 0xDC);
@@ -96,7 +96,10 @@ struct Pairs {
 
 // Combining marks of either byte order: U+0306, U+0308, U+3099, U+309A.
 struct Marks {
-    static Bytes16 may_match(Bytes16 bytes) { return equals(bytes, 0x03) | equals(bytes, 0x30); }
+    static bool may_match(Bytes16 bytes) {
+        return any(equals(bytes, 0x03) | equals(bytes, 0x30)) &&
+               any(equals(bytes, 0x06) | equals(bytes, 0x08) | equals(bytes, 0x99) | equals(bytes, 0x9A));
+    }
     static Bytes16 match(const uint8_t *p) {
         const Bytes16 first = load16(p);
         const Bytes16 second = load16(p + 1);
@@ -154,24 +157,60 @@ const uint8_t *Utf16Scanner::take_singles(const uint8_t *p, const uint8_t *end) 
     return p;
 }
 
+// The same for one byte order alone, up to `end`.
+template <class Rules>
+const uint8_t *take_singles_of(Utf16Scanner::Side &side, const uint8_t *p, const uint8_t *end) {
+    Run run;
+    const uint8_t *const begin = p;
+    while (end - p >= 2) {
+        const uint8_t scan_class = kScanClasses[Rules::unit(p)];
+        if ((scan_class & kScanSpecial) != 0) [[unlikely]] {
+            break;
+        }
+        run.add(scan_class);
+        p += 2;
+    }
+    run.units = (p - begin) / 2;
+    run.add_to(side.found);
+    return p;
+}
+
+// Up to where neither byte order has anything but single characters.
+const uint8_t *calm_end(const uint8_t *p, const uint8_t *end) {
+    constexpr ptrdiff_t kBeforeMark = 4; // a base, and a pair in the other byte order
+    const uint8_t *first = find_pattern<Pairs>(p, end);
+    first = find_pattern<Marks>(p, first);
+    return first - p > kBeforeMark ? first - kBeforeMark - (first - p) % 2 : p;
+}
+
 // One cursor serves both byte orders: behind a big-endian pair the little-endian side looks for its partner after
 // that pair. The counts of both sides depend on it.
 const uint8_t *Utf16Scanner::scan(const uint8_t *p, const uint8_t *end, bool last) {
+    constexpr ptrdiff_t kCloseLook = 16; // passes what ended the calm
+    const bool one_side = drops_sides_ && is_out(big) != is_out(little);
+    const uint8_t *calm = p;
     while (end - p >= 2) {
-        if (end - p >= 4) {
-            p = take_singles(p, end);
+        if (one_side) {
+            calm = p < calm ? calm : calm_end(p, end);
+            p = is_out(big) ? take_singles_of<LittleRules>(little, p, calm) : take_singles_of<BigRules>(big, p, calm);
         }
-        if (end - p < kLookAhead && !last && is_cut(p, end)) {
-            return p;
-        }
-        const uint32_t big_unit = BigEndian::unit(p);
-        const uint32_t little_unit = LittleEndian::unit(p);
-        p += 2;
-        if (take<BigRules>(big, big_unit, p, end)) {
+        const uint8_t *const close = one_side && end - p > kCloseLook ? p + kCloseLook : end;
+        while (close - p >= 2) {
+            if (!one_side && end - p >= 4) {
+                p = take_singles(p, end);
+            }
+            if (end - p < kLookAhead && !last && is_cut(p, end)) {
+                return p;
+            }
+            const uint32_t big_unit = BigEndian::unit(p);
+            const uint32_t little_unit = LittleEndian::unit(p);
             p += 2;
-        }
-        if (take<LittleRules>(little, little_unit, p, end)) {
-            p += 2;
+            if (take<BigRules>(big, big_unit, p, end)) {
+                p += 2;
+            }
+            if (take<LittleRules>(little, little_unit, p, end)) {
+                p += 2;
+            }
         }
     }
     if (last && p < end) {

@@ -7,6 +7,9 @@ namespace jkc {
 
 class Utf16Scanner {
 public:
+    // With `drops_sides` a byte order that cannot win any more is not counted any further.
+    explicit Utf16Scanner(bool drops_sides) : drops_sides_(drops_sides) {}
+
     // What one byte order finds.
     struct Side {
         Evidence found;
@@ -26,13 +29,16 @@ public:
     const uint8_t *watch(const uint8_t *p, const uint8_t *end, bool last, Wanted wanted);
 
     // Whether neither byte order can win any more.
-    bool is_out() const { return big.found.errors >= kTooManyErrors && little.found.errors >= kTooManyErrors; }
+    bool is_out() const { return is_out(big) && is_out(little); }
 
     Side big;
     Side little;
 
 private:
+    static bool is_out(const Side &side) { return side.found.errors >= kTooManyErrors; }
     const uint8_t *take_singles(const uint8_t *p, const uint8_t *end);
+
+    bool drops_sides_;
 };
 
 } // namespace jkc

@@ -19,10 +19,24 @@ size_t announced_length(uint8_t lead) {
     return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
 }
 
+// Where a character may stand that tells whether it can take a combining mark: every two-byte one, and U+3000 to U+30FF.
+struct Telling {
+    static Bytes16 match(const uint8_t *p) {
+        const Bytes16 first = load16(p);
+        const Bytes16 second = load16(p + 1);
+        return (equals_masked<0xE0>(first, 0xC0) & equals_masked<0xC0>(second, 0x80)) |
+               (equals(first, 0xE3) & equals_masked<0xFC>(second, 0x80));
+    }
+};
+
 // Whether the last telling character can take a combining mark.
 struct BaseFollower {
     enum class State : uint8_t { kUnknown, kNo, kYes };
     static constexpr State kUnknown = State::kUnknown;
+
+    static const uint8_t *last_telling(const uint8_t *begin, const uint8_t *to) {
+        return find_last_pattern<Telling>(begin, to);
+    }
 
     static const uint8_t *pass(const uint8_t *p, const uint8_t *end, State &state) {
         const size_t length = announced_length(*p);
@@ -57,7 +71,7 @@ struct BaseFollower {
 // Where a four-byte sequence may stand.
 struct FourBytes {
     static constexpr int kLength = 4;
-    static Bytes16 may_match(Bytes16 bytes) { return equals_masked<0xF8>(bytes, 0xF0); }
+    static bool may_match(Bytes16 bytes) { return any(equals_masked<0xF8>(bytes, 0xF0)); }
     static Bytes16 match(const uint8_t *p) {
         return equals_masked<0xF8>(load16(p), 0xF0) & equals_masked<0xC0>(load16(p + 1), 0x80) &
                equals_masked<0xC0>(load16(p + 2), 0x80) & equals_masked<0xC0>(load16(p + 3), 0x80);
@@ -66,7 +80,7 @@ struct FourBytes {
 
 // Where one of the marks may stand: CC 86, CC 88, E3 82 99, E3 82 9A.
 struct Marks {
-    static Bytes16 may_match(Bytes16 bytes) { return equals(bytes, 0xCC) | equals(bytes, 0xE3); }
+    static bool may_match(Bytes16 bytes) { return any(equals(bytes, 0xCC) | equals(bytes, 0xE3)); }
     static Bytes16 match(const uint8_t *p) {
         const Bytes16 first = load16(p);
         const Bytes16 second = load16(p + 1);
