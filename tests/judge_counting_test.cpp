@@ -1,0 +1,160 @@
+// Candidates that are out are not counted any further. That must not show in anything that a caller can see.
+#include <gtest/gtest.h>
+
+#include <iconv.h>
+
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "judge/judge.h"
+#include "support/exact_buffer.h"
+#include "support/selection.h"
+
+namespace jkc::testing {
+namespace {
+
+using std::string;
+
+// What a judgement leaves behind, counted one way or the other.
+string seen(const string &text, int preferred, bool plain_is_preferred, bool keep, bool line_ends, Counting counting) {
+    const ExactBuffer input(text);
+    JkcContext *ctx = create_jkc();
+    ctx->in_ptr = input.data();
+    ctx->in_end = ctx->in_ptr + input.size();
+    ctx->mode = JKC_MODE_BUFFER;
+    int type = 0;
+    int ends = 0;
+    const int result = judge(ctx, &type, line_ends ? &ends : nullptr, preferred, plain_is_preferred, keep, counting);
+    const string answers = "result " + std::to_string(result) + " type " + std::to_string(type) + " ends " +
+                           std::to_string(ends) + " beyond BMP " + std::to_string(ctx->srg_exists) + " decomposed " +
+                           std::to_string(ctx->utfmac_exists) + " EUC " + euc_source(*ctx);
+    release_jkc(ctx);
+    return answers;
+}
+
+string prose() {
+    std::ifstream file(JKC_TEST_DATA "/../../bench/text/prose.txt", std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+string recoded(string text, const char *encoding) {
+    const iconv_t cd = iconv_open(encoding, "UTF-8");
+    string out(text.size() * 3, '\0');
+    char *from = text.data();
+    char *to = out.data();
+    size_t left = text.size();
+    size_t room = out.size();
+    EXPECT_NE(iconv(cd, &from, &left, &to, &room), static_cast<size_t>(-1)) << encoding;
+    iconv_close(cd);
+    out.resize(out.size() - room);
+    return out;
+}
+
+// What one scanner or another must not overlook once it has stopped counting: marks and bases, four-byte sequences,
+// surrogates of both byte orders, codes of the EUC flavours, escape sequences.
+const std::vector<string> kTelling = {
+    "\xCC\x86",         "\xCC\x88",         "\xE3\x82\x99",     "\xE3\x82\x9A",     "\xE3\x81\x8B\xE3\x82\x99",
+    "\xD0\xB8\xCC\x86", "\xF0\x9F\x98\x80", "\xD8\x40\xDC\x0B", "\x40\xD8\x0B\xDC", "\x30\x4B\x30\x99",
+    "\x4B\x30\x99\x30", "\x30\xD8\x30\x99", "\x8F\xB0\xA1",     "\xAD\xA1",         "\xF9\xA1",
+    "\x8E\xB1",         "\x1B$B",           "\x1B(B",           "\x1B$(Q",          "\x8F\xF3\xF3",
+};
+
+class TextMaker {
+public:
+    explicit TextMaker(unsigned seed) : random_(seed) {
+        for (const char *encoding : {"UTF-8", "CP932", "EUC-JP", "ISO-2022-JP", "UTF-16LE", "UTF-16BE"}) {
+            sources_.push_back(recoded(prose(), encoding));
+        }
+    }
+
+    // Pieces of text in several encodings, noise and telling sequences, damaged here and there.
+    string next() {
+        string text;
+        for (size_t pieces = 1 + below(4); pieces > 0; --pieces) {
+            switch (below(6)) {
+            case 0: // bytes of a narrow or wide range
+                append_noise(text, below(256), 1 + below(256), below(3000));
+                break;
+            case 1:
+                append_telling(text, 1 + below(below(2) != 0 ? 4000 : 3));
+                break;
+            default:
+                append_source(text, below(12000));
+            }
+        }
+        for (size_t damages = below(2) * below(40); damages > 0 && !text.empty(); --damages) {
+            const size_t at = below(text.size());
+            switch (below(3)) {
+            case 0:
+                text[at] = byte();
+                break;
+            case 1:
+                text.insert(at, telling());
+                break;
+            default:
+                text.erase(at, 1 + below(3));
+            }
+        }
+        return text;
+    }
+
+    size_t below(size_t limit) { return limit == 0 ? 0 : random_() % limit; }
+
+private:
+    char byte() { return static_cast<char>(random_()); }
+    const string &telling() { return kTelling[below(kTelling.size())]; }
+
+    void append_noise(string &text, size_t lowest, size_t range, size_t length) {
+        for (; length > 0; --length) {
+            text += static_cast<char>(lowest + below(range));
+        }
+    }
+    void append_telling(string &text, size_t times) {
+        for (const string &sequence = telling(); times > 0; --times) {
+            text += sequence;
+            text += below(4) == 0 ? telling() : "";
+        }
+    }
+    void append_source(string &text, size_t length) {
+        const string &source = sources_[below(sources_.size())];
+        for (size_t at = below(source.size()) & ~size_t{1}; length > 0; at = 0) {
+            const size_t taken = std::min(length, source.size() - at);
+            text.append(source, at, taken);
+            length -= taken;
+        }
+    }
+
+    std::mt19937 random_;
+    std::vector<string> sources_;
+};
+
+TEST(JudgeCountingTest, NothingShowsThatCandidatesAreDropped) {
+    constexpr int kPreferred[] = {0,
+                                  JKC_TYPE_SJIS,
+                                  JKC_TYPE_EUC,
+                                  JKC_TYPE_EUC_20932,
+                                  JKC_TYPE_EUC_51932,
+                                  JKC_TYPE_EUC_MS,
+                                  JKC_TYPE_UTF16BE,
+                                  JKC_TYPE_UTF16LE,
+                                  JKC_TYPE_UTF8};
+    TextMaker texts(1);
+    for (int i = 0; i < 1500; ++i) {
+        const string text = texts.next();
+        const int preferred = kPreferred[texts.below(std::size(kPreferred))];
+        const bool hint = texts.below(8) == 0;
+        const bool keep = texts.below(2) == 0;
+        const bool line_ends = texts.below(4) == 0;
+        const string expected = seen(text, preferred, hint, keep, line_ends, Counting::kToTheEnd);
+        ASSERT_EQ(seen(text, preferred, hint, keep, line_ends, Counting::kWhileItCounts), expected)
+            << "text " << i << " of " << text.size() << " bytes, preferred " << preferred;
+        ASSERT_EQ(seen(text, preferred, hint, keep, line_ends, Counting::kEucToTheEnd), expected)
+            << "text " << i << " of " << text.size() << " bytes, EUC to the end, preferred " << preferred;
+    }
+}
+
+} // namespace
+} // namespace jkc::testing
