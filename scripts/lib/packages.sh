@@ -10,6 +10,8 @@ declare -A package_probe=(
     [clang-tidy]=clang-tidy
     [pkg-config]=pkg-config
     [libgtest-dev]=/usr/include/gtest/gtest.h
+    [default-jdk-headless]=javac
+    [junit4]=/usr/share/java/junit4.jar
     [libbenchmark-dev]=/usr/include/benchmark/benchmark.h
 )
 

@@ -2,7 +2,7 @@
 
 source_folders() {
     local folder
-    for folder in include core tables judge convert io jni cli tests bench; do
+    for folder in include core tables judge convert io jni java cli tests bench; do
         if [ -d "$folder" ]; then
             echo "$folder"
         fi
