@@ -131,6 +131,29 @@ private:
     std::vector<string> sources_;
 };
 
+void expect_same(const string &text, int preferred, bool hint, bool keep, bool line_ends, const string &what) {
+    const string expected = seen(text, preferred, hint, keep, line_ends, Counting::kToTheEnd);
+    ASSERT_EQ(seen(text, preferred, hint, keep, line_ends, Counting::kWhileItCounts), expected) << what;
+    ASSERT_EQ(seen(text, preferred, hint, keep, line_ends, Counting::kEucToTheEnd), expected)
+        << what << ", EUC to the end";
+}
+
+TEST(JudgeCountingTest, WhatABlockEdgeCutsIsFollowedInTheNextBlock) {
+    for (const char *encoding : {"UTF-8", "CP932", "EUC-JP", "UTF-16LE", "UTF-16BE"}) {
+        string source = recoded(prose(), encoding);
+        while (source.size() < 3 * size_t{JKC_BLOCK_READ}) {
+            source += source;
+        }
+        for (const string &sequence : kTelling) {
+            for (size_t before = 0; before <= sequence.size(); ++before) {
+                string text = source;
+                text.replace(2 * size_t{JKC_BLOCK_READ} - before, sequence.size(), sequence);
+                expect_same(text, 0, false, false, false, encoding + (" " + std::to_string(before)) + " " + sequence);
+            }
+        }
+    }
+}
+
 TEST(JudgeCountingTest, NothingShowsThatCandidatesAreDropped) {
     constexpr int kPreferred[] = {0,
                                   JKC_TYPE_SJIS,
@@ -148,11 +171,8 @@ TEST(JudgeCountingTest, NothingShowsThatCandidatesAreDropped) {
         const bool hint = texts.below(8) == 0;
         const bool keep = texts.below(2) == 0;
         const bool line_ends = texts.below(4) == 0;
-        const string expected = seen(text, preferred, hint, keep, line_ends, Counting::kToTheEnd);
-        ASSERT_EQ(seen(text, preferred, hint, keep, line_ends, Counting::kWhileItCounts), expected)
-            << "text " << i << " of " << text.size() << " bytes, preferred " << preferred;
-        ASSERT_EQ(seen(text, preferred, hint, keep, line_ends, Counting::kEucToTheEnd), expected)
-            << "text " << i << " of " << text.size() << " bytes, EUC to the end, preferred " << preferred;
+        expect_same(text, preferred, hint, keep, line_ends,
+                    "text " + std::to_string(i) + ", preferred " + std::to_string(preferred));
     }
 }
 
