@@ -10,8 +10,8 @@ import java.io.InputStream;
  * nothing is locked here: a callback must not start another one, nor release the object that is at work.
  *
  * <p>Code types are the numbers of {@link CodeType}, line types those of {@link LineType}. Results are numbers too: 0
- * for success, a negative status, or what was judged (a code type; a set of 64 or more, bit (type + 5) for each; -1 when
- * none fits). A method throws {@link NullPointerException} when data, path or stream is null, and
+ * for success, a negative status, or what was judged (a code type; a set of 64 or more, bit (type + 5) for each; -1
+ * when none fits). A method throws {@link NullPointerException} when data, path or stream is null, and
  * {@link IllegalStateException} on an object that was not created or is released.
  */
 public final class Jkc {

@@ -7,7 +7,7 @@ import java.nio.file.Files;
 import java.nio.file.Path;
 import org.junit.Test;
 
-/** What the native side allocates is freed, however an object ends. An object takes two blocks of 48 and 344 bytes, and a list. */
+/** What the native side allocates is freed, however an object ends. The smallest block of an object has 48 bytes. */
 public class MemoryTest {
     private static final int OBJECTS = 10_000;
     private static final int ROUNDS = 10;

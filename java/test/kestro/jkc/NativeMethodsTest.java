@@ -15,6 +15,7 @@ import java.lang.reflect.Method;
 import java.lang.reflect.Modifier;
 import java.nio.charset.Charset;
 import java.nio.charset.StandardCharsets;
+import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.List;
 import org.junit.After;
@@ -169,6 +170,18 @@ public class NativeMethodsTest {
         assertEquals(List.of(8191, 8192, 1), writer.lengths);
         String once = "が" + "a".repeat(8184) + "𠮷";
         assertEquals(once + once + "\0?", writer.output.toString(StandardCharsets.UTF_8));
+
+        List<Integer> lengths = new ArrayList<>();
+        Jkc.Writer throwing = (data, length, user) -> {
+            lengths.add(length);
+            if (length == 8192) {
+                throw THROWN;
+            }
+            return -22;
+        };
+        assertThrows(RuntimeException.class,
+                () -> Source.BUFFER.convert(jkc, text, 15, 15, false, null, throwing, null));
+        assertEquals("nothing is called after the exception", List.of(8191, 8192), lengths);
     }
 
     /** Every argument null or zero. */
@@ -220,6 +233,7 @@ public class NativeMethodsTest {
             assertEquals(opens ? 4 : -5, jkc.sts);
             assertEquals(opens ? 0 : -5, jkc.convertFile(path, 4, 15, false, null, null, null));
             assertEquals(opens ? 0 : -5, jkc.sts);
+            assertEquals("memory after a file", 4, jkc.judgesBuffer(null, null, SJIS, SJIS.length, 0));
         }
     }
 
