@@ -1,0 +1,69 @@
+#include <gtest/gtest.h>
+
+#include "support/conversion.h"
+
+namespace jkc::testing {
+namespace {
+
+// One file for each family of sources.
+class ConvertTest : public ::testing::TestWithParam<const char *> {
+protected:
+    std::vector<Case> cases() const { return read_cases(std::string(GetParam()) + ".txt"); }
+};
+
+std::string title(const Case &c) { return c.name + ", to " + c.options.text("dst") + ", from " + show_bytes(c.input); }
+
+bool slides(const Case &c) { return c.options.has("flush") && !c.options.has("still"); }
+
+size_t unit_of(int64_t type) { return type >= JKC_TYPE_UTF16BE && type <= JKC_TYPE_UTF16LE_BOM ? 2 : 1; }
+
+TEST_P(ConvertTest, EveryCaseFromBufferStreamFileAndReader) {
+    for (const Case &c : cases()) {
+        SCOPED_TRACE(title(c));
+        for (const Way way : {Way::kBuffer, Way::kStream, Way::kFile, Way::kReader}) {
+            EXPECT_EQ(convert(c, way), expected_outcome(c)) << static_cast<int>(way);
+        }
+    }
+}
+
+TEST_P(ConvertTest, CharactersCutByABlocksEnd) {
+    for (const Case &c : cases()) {
+        if (!slides(c)) {
+            continue;
+        }
+        const size_t unit = unit_of(c.options.number("src"));
+        for (size_t before = unit; before < c.input.size(); before += unit) {
+            const size_t padding = (JKC_BLOCK_READ - before) / unit;
+            SCOPED_TRACE(title(c) + " at " + std::to_string(before));
+            ASSERT_EQ(convert(padded(c, padding), Way::kBuffer), expected_behind_padding(c, padding));
+        }
+    }
+}
+
+TEST_P(ConvertTest, OutputHandedOverAStepTooEarlyOrTooLate) {
+    for (const Case &c : cases()) {
+        if (!slides(c)) {
+            continue;
+        }
+        const auto flush_above = static_cast<size_t>(c.options.number("flush"));
+        const size_t unit = unit_of(c.options.number("dst"));
+        size_t written = 0;
+        for (const std::string &piece : parse_pieces(c.output)) {
+            written += piece.size();
+            // Just not handed over behind this piece, and just so.
+            for (const size_t pending : {flush_above, flush_above + 1}) {
+                const size_t padding = (pending - written) / unit;
+                SCOPED_TRACE(title(c) + " behind " + show_bytes(piece));
+                ASSERT_EQ(convert(padded(c, padding), Way::kBuffer), expected_behind_padding(c, padding));
+            }
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Families, ConvertTest,
+                         ::testing::Values("from_utf8", "from_sjis", "from_euc", "from_jis", "from_utf16", "copies",
+                                           "writer_answers"),
+                         [](const auto &family) { return std::string(family.param); });
+
+} // namespace
+} // namespace jkc::testing

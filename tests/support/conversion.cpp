@@ -1,0 +1,210 @@
+#include "support/conversion.h"
+
+#include <algorithm>
+#include <cinttypes>
+#include <optional>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "convert/routes.h"
+#include "support/collecting_writer.h"
+#include "support/exact_buffer.h"
+#include "support/forced_judgement.h"
+#include "support/selection.h"
+#include "support/test_stream.h"
+
+namespace jkc::testing {
+
+namespace {
+
+int source_type(const Case &c) { return static_cast<int>(c.options.number("src")); }
+int target_type(const Case &c) { return static_cast<int>(c.options.number("dst")); }
+
+std::string mark_of(int type) {
+    switch (type) {
+    case JKC_TYPE_UTF16BE_BOM:
+        return "\xFE\xFF";
+    case JKC_TYPE_UTF16LE_BOM:
+        return "\xFF\xFE";
+    case JKC_TYPE_UTF8_BOM:
+        return "\xEF\xBB\xBF";
+    default:
+        return "";
+    }
+}
+
+std::string letter_in(int type) {
+    const Family family = family_of(type);
+    return family == Family::kUtf16Be   ? std::string("\0a", 2)
+           : family == Family::kUtf16Le ? std::string("a\0", 2)
+                                        : "a";
+}
+
+Outcome expected_but_chunks(const Case &c, size_t padding) {
+    Outcome o;
+    o.status = static_cast<int32_t>(c.options.number("status"));
+    o.selected = c.options.text("jis", "-") + " " + c.options.text("euc", "-");
+    o.told = source_type(c);
+    const std::string nochar = c.options.text("nochar"); // count,index:code,index:code
+    if (!nochar.empty()) {
+        EXPECT_EQ(sscanf(nochar.c_str(), "%" SCNu32 ",%" SCNi64 ":%" SCNi64 ",%" SCNi64 ":%" SCNi64, &o.nochar_count,
+                         &o.first_index, &o.first_code, &o.last_index, &o.last_code),
+                  5)
+            << nochar;
+        const auto shift = static_cast<int64_t>(padding * letter_in(source_type(c)).size());
+        o.first_index += shift;
+        o.last_index += shift;
+    }
+    return o;
+}
+
+struct Session {
+    CollectingWriter writer;
+    JkcContext *ctx;
+    const Options *options;
+    int told = kNotTold;
+
+    static constexpr int kNotTold = -99;
+
+    static int32_t write(const uint8_t *data, uint64_t length, void *self) {
+        return CollectingWriter::write(data, length, &static_cast<Session *>(self)->writer);
+    }
+    static int32_t observe(int32_t code_type, void *self) {
+        auto *session = static_cast<Session *>(self);
+        session->told = code_type;
+        session->ctx->srg_exists = session->options->has("srg");
+        session->ctx->utfmac_exists = session->options->has("compose") || session->options->has("composable");
+        return static_cast<int32_t>(session->options->number("veto"));
+    }
+};
+
+} // namespace
+
+std::string Outcome::text() const {
+    std::string all;
+    for (const std::string &chunk : chunks) {
+        all += chunk;
+    }
+    return all;
+}
+
+void PrintTo(const Outcome &o, std::ostream *out) {
+    *out << "status=" << o.status << " nochar=" << o.nochar_count << "," << o.first_index << ":" << std::hex
+         << o.first_code << std::dec << "," << o.last_index << ":" << std::hex << o.last_code << std::dec << " "
+         << o.selected << " told=" << o.told << " reusable=" << o.reusable;
+    for (const std::string &chunk : o.chunks) {
+        *out << "\n  " << show_bytes(chunk);
+    }
+}
+
+Outcome expected_outcome(const Case &c) {
+    if (c.output.find('/') == std::string::npos) {
+        return expected_behind_padding(c, 0);
+    }
+    Outcome outcome = expected_but_chunks(c, 0);
+    std::istringstream chunks(c.output);
+    for (std::string chunk; std::getline(chunks, chunk, '/');) {
+        outcome.chunks.push_back(parse_bytes(chunk));
+    }
+    return outcome;
+}
+
+Outcome expected_behind_padding(const Case &c, size_t count) {
+    Outcome outcome = expected_but_chunks(c, count);
+    const auto flush_above = static_cast<size_t>(c.options.number("flush", INT32_MAX));
+    std::string pending;
+    const auto step = [&](const std::string &piece) {
+        if (pending.size() > flush_above) {
+            outcome.chunks.push_back(pending);
+            pending.clear();
+        }
+        pending += piece;
+    };
+    const std::vector<std::string> pieces = parse_pieces(c.output);
+    const std::string mark = mark_of(target_type(c));
+    const bool marked = !mark.empty() && !pieces.empty() && pieces[0] == mark;
+    if (marked) {
+        step(mark);
+    }
+    const std::string letter = letter_in(target_type(c));
+    for (size_t i = 0; i < count; i++) {
+        step(letter);
+    }
+    std::for_each(pieces.begin() + (marked ? 1 : 0), pieces.end(), step);
+    if (!pending.empty()) {
+        outcome.chunks.push_back(pending);
+    }
+    return outcome;
+}
+
+Case padded(const Case &c, size_t count) {
+    Case longer = c;
+    longer.input.clear();
+    const std::string letter = letter_in(source_type(c));
+    for (size_t i = 0; i < count; i++) {
+        longer.input += letter;
+    }
+    longer.input += c.input;
+    return longer;
+}
+
+Outcome convert(const Case &c, Way way) {
+    const Options &o = c.options;
+    const int src = source_type(c);
+    const int dst = target_type(c);
+    const bool judged = o.has("judged");
+    const std::string input = (judged ? mark_of(src) : "") + c.input;
+    std::optional<ForcedJudgement> forced;
+    if (!judged) {
+        forced.emplace(src);
+    }
+
+    JkcContext *ctx = create_jkc();
+    ctx->mode = static_cast<uint32_t>(o.number("eol"));
+    ctx->suppress = static_cast<uint8_t>(o.number("suppress"));
+    ctx->utfmac_to = o.has("compose") || o.has("composing");
+    Session session{{}, ctx, &o};
+    session.writer.answer_at = static_cast<size_t>(o.number("answer_at"));
+    session.writer.answer = static_cast<int32_t>(o.number("answer"));
+    const JkcWriter writer = o.has("no_writer") ? nullptr : Session::write;
+
+    Outcome outcome;
+    switch (way) {
+    case Way::kFile: {
+        const TempFile file(input);
+        outcome.status = jkc_convert_file(ctx, file.path(), src, dst, true, Session::observe, writer, &session);
+        break;
+    }
+    case Way::kStream: {
+        TestStream stream(input);
+        outcome.status = jkc_convert_stream(ctx, stream.file(), src, dst, true, Session::observe, writer, &session);
+        break;
+    }
+    default: {
+        const ExactBuffer buffer(input);
+        CutReader reader(input, 977);
+        if (way == Way::kReader) {
+            ctx->reader = &reader;
+            ctx->mode |= JKC_MODE_READER; // which the entry point leaves in place
+        }
+        outcome.status =
+            jkc_convert_buffer(ctx, buffer.data(), buffer.size(), src, dst, true, Session::observe, writer, &session);
+        break;
+    }
+    }
+    outcome.chunks = session.writer.pieces;
+    outcome.nochar_count = ctx->nochar_count;
+    outcome.first_index = ctx->first_nochar_index;
+    outcome.first_code = ctx->first_nochar;
+    outcome.last_index = ctx->last_nochar_index;
+    outcome.last_code = ctx->last_nochar;
+    outcome.selected = (family_of(src) == Family::kJis ? jis_source(*ctx) : "-") + " " +
+                       (family_of(dst) == Family::kEuc ? euc_target(*ctx) : "-");
+    outcome.told = session.told;
+    outcome.reusable = ctx->sts == outcome.status && ctx->blocks->data == nullptr && (ctx->mode & JKC_MODE_SOURCE) == 0;
+    release_jkc(ctx);
+    return outcome;
+}
+
+} // namespace jkc::testing
