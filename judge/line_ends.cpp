@@ -3,6 +3,7 @@
 #include "core/internal.h"
 #include "core/unicode.h"
 #include "judge/block_cursor.h"
+#include "judge/pattern.h"
 
 namespace {
 
@@ -11,21 +12,38 @@ using jkc::BlockCursor;
 constexpr int kAllLineEnds = JKC_LINE_LF | JKC_LINE_CR | JKC_LINE_CRLF;
 constexpr int kHighestCodeType = 63;
 
+// Bytes of which line ends are made, whatever the unit.
+struct LineEndBytes {
+    static bool may_match(jkc::Bytes16 bytes) { return jkc::any(match_in(bytes)); }
+    static jkc::Bytes16 match(const uint8_t *p) { return match_in(jkc::load16(p)); }
+    static jkc::Bytes16 match_in(jkc::Bytes16 bytes) {
+        return jkc::equals(bytes, jkc::kLf) | jkc::equals(bytes, jkc::kCr);
+    }
+};
+
+// What is walked in: bytes or UTF-16 units. kLookAhead bytes are kept together across block edges.
 struct Byte {
     static constexpr size_t kSize = 1;
+    static constexpr size_t kLookAhead = 2;
     static uint32_t unit(const uint8_t *p) { return *p; }
 };
 template <class Order>
 struct Utf16 {
     static constexpr size_t kSize = 2;
+    static constexpr size_t kLookAhead = 4;
     static uint32_t unit(const uint8_t *p) { return Order::unit(p); }
 };
 
 template <class Unit>
-int line_ends_of(JkcContext *ctx, int bits, size_t look_ahead) {
+int line_ends_of(JkcContext *ctx, int bits) {
     BlockCursor in(ctx);
     while (bits != kAllLineEnds) {
-        in.ensure(look_ahead);
+        if (in.left() > Unit::kLookAhead) {
+            // The last bytes are left to a closer look, which carries them into the next block.
+            const uint8_t *found = jkc::find_pattern<LineEndBytes>(in.p, in.end - (Unit::kLookAhead - 1));
+            in.p += static_cast<size_t>(found - in.p) / Unit::kSize * Unit::kSize;
+        }
+        in.ensure(Unit::kLookAhead);
         if (in.left() < Unit::kSize) {
             break;
         }
@@ -53,11 +71,11 @@ int _check_ln(JkcContext *ctx, int bits, int code_type) {
     }
     switch (code_type) {
     case JKC_TYPE_UTF16BE:
-        return line_ends_of<Utf16<jkc::BigEndian>>(ctx, bits, 4);
+        return line_ends_of<Utf16<jkc::BigEndian>>(ctx, bits);
     case JKC_TYPE_UTF16LE:
-        return line_ends_of<Utf16<jkc::LittleEndian>>(ctx, bits, 4);
+        return line_ends_of<Utf16<jkc::LittleEndian>>(ctx, bits);
     default:
         // UTF-16 behind a mark is walked by bytes too: callers know its CR LF as "LF and CR".
-        return line_ends_of<Byte>(ctx, bits, 2);
+        return line_ends_of<Byte>(ctx, bits);
     }
 }

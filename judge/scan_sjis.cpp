@@ -3,6 +3,7 @@
 #include "core/jis_escape.h"
 #include "core/unicode.h"
 #include "core/wide.h"
+#include "judge/pattern.h"
 
 namespace jkc {
 
@@ -11,6 +12,16 @@ namespace {
 constexpr size_t kLongestEscape = 4;
 
 bool is_kana_code(uint32_t code) { return (code - 0x829F <= 0x52) | (code - 0x8340 <= 0x53); }
+
+// What counts in a text that is JIS if it is 7-bit: a NUL, a byte of 0x80 or more, ESC $ (.
+struct ToldInJis {
+    static bool may_match(Bytes16 bytes) { return any((bytes & all16(0x80)) | equals(bytes, 0) | equals(bytes, kEsc)); }
+    static Bytes16 match(const uint8_t *p) {
+        const Bytes16 first = load16(p);
+        return (first & all16(0x80)) | equals(first, 0) |
+               (equals(first, kEsc) & equals(load16(p + 1), '$') & equals(load16(p + 2), '('));
+    }
+};
 
 } // namespace
 
@@ -36,6 +47,13 @@ size_t SjisScanner::take_escape(const uint8_t *p, size_t left, int64_t offset) {
         jis_escape = true;
     }
     return escape.length;
+}
+
+// Passes text in which nothing counts. Once an escape sequence of CP50221 was seen, no other tells any more; those of
+// JIS X 0213 do, and what may be cut is left to a closer look.
+const uint8_t *SjisScanner::skip_text(const uint8_t *p, const uint8_t *end) const {
+    const uint8_t *const whole = end - (kLongestEscape - 1);
+    return jis_escape && p < whole ? find_pattern<ToldInJis>(p, whole) : skip_plain<0, kEsc>(p, end);
 }
 
 // Takes two-byte codes from p on as long as the table maps them; returns where they end.
@@ -101,7 +119,7 @@ const uint8_t *SjisScanner::scan(const uint8_t *p, const uint8_t *end, bool last
                 return p;
             }
         } else {
-            p = skip_plain<0, kEsc>(p + 1, end);
+            p = skip_text(p + 1, end);
         }
     }
     if (last) {

@@ -23,6 +23,7 @@ public:
 
 private:
     void close_katakana_run();
+    const uint8_t *skip_text(const uint8_t *p, const uint8_t *end) const;
     const uint8_t *take_mapped_codes(const uint8_t *p, const uint8_t *end);
     bool is_latin(uint8_t b) const;
     size_t take_escape(const uint8_t *p, size_t left, int64_t offset);
