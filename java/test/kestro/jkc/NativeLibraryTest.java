@@ -10,9 +10,13 @@ import java.util.List;
 import org.junit.Test;
 
 public class NativeLibraryTest {
-    /** Says from which file the library was loaded last. */
+    /** Says which files were loaded, or why none was. */
     public static void main(String[] arguments) throws Exception {
-        new Transcoder().close();
+        try {
+            new Transcoder().close();
+        } catch (UnsatisfiedLinkError e) {
+            System.out.println(e.getMessage());
+        }
         String[] lines = Files.readString(Path.of("/proc/self/maps")).split("\n");
         List.of(lines).stream().filter(line -> line.contains("libjkc")).map(line -> line.substring(line.indexOf('/')))
                 .distinct().forEach(System.out::println);
@@ -53,7 +57,7 @@ public class NativeLibraryTest {
                 classPath + ":" + System.getProperty("jkc.test.classpath")));
         command.addAll(List.of(options));
         command.add(NativeLibraryTest.class.getName());
-        Process process = new ProcessBuilder(command).redirectErrorStream(true).start();
+        Process process = new ProcessBuilder(command).redirectError(ProcessBuilder.Redirect.INHERIT).start();
         return new String(process.getInputStream().readAllBytes()).strip();
     }
 }
