@@ -14,9 +14,9 @@ constexpr int kHighestCodeType = 63;
 
 // Bytes of which line ends are made, whatever the unit.
 struct LineEndBytes {
-    static bool may_match(jkc::Bytes16 bytes) { return jkc::any(match_in(bytes)); }
-    static jkc::Bytes16 match(const uint8_t *p) { return match_in(jkc::load16(p)); }
-    static jkc::Bytes16 match_in(jkc::Bytes16 bytes) {
+    static bool may_match(const uint8_t *p) { return jkc::any(match(p)); }
+    static jkc::Bytes16 match(const uint8_t *p) {
+        const jkc::Bytes16 bytes = jkc::load16(p);
         return jkc::equals(bytes, jkc::kLf) | jkc::equals(bytes, jkc::kCr);
     }
 };

@@ -32,7 +32,7 @@ inline bool any(Bytes16 bytes) {
 }
 
 // A pattern tells with match(p) at which of the positions p to p + 15 it begins, by nonzero bytes; it reads at most
-// kPatternReach bytes behind p. With may_match(bytes) it tells at once of most sixteen bytes that it does not.
+// kPatternReach bytes behind p. With may_match(p) it tells at once of most positions that it does not.
 constexpr size_t kPatternReach = 16 + 3;
 
 // The first position from p on at which the pattern begins, or end. Up to kPatternReach bytes behind `end` must be
@@ -40,7 +40,7 @@ constexpr size_t kPatternReach = 16 + 3;
 template <class Pattern>
 inline const uint8_t *find_pattern(const uint8_t *p, const uint8_t *end) {
     for (; p < end; p += sizeof(Bytes16)) {
-        if (!Pattern::may_match(load16(p))) [[likely]] {
+        if (!Pattern::may_match(p)) [[likely]] {
             continue;
         }
         const Bytes16 hits = Pattern::match(p);

@@ -15,7 +15,7 @@ bool is_kana_code(uint32_t code) { return (code - 0x829F <= 0x52) | (code - 0x83
 
 // What counts in a text that is JIS if it is 7-bit: a NUL, a byte of 0x80 or more, ESC $ (.
 struct ToldInJis {
-    static bool may_match(Bytes16 bytes) { return any((bytes & all16(0x80)) | equals(bytes, 0) | equals(bytes, kEsc)); }
+    static bool may_match(const uint8_t *p) { return any(match(p)); }
     static Bytes16 match(const uint8_t *p) {
         const Bytes16 first = load16(p);
         return (first & all16(0x80)) | equals(first, 0) |

@@ -86,7 +86,7 @@ constexpr Bytes16 kUnits = {0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0
 
 // Surrogate pairs of either byte order.
 struct Pairs {
-    static bool may_match(Bytes16 bytes) { return any(equals_masked<0xFC>(bytes, 0xD8)); }
+    static bool may_match(const uint8_t *p) { return any(equals_masked<0xFC>(load16(p), 0xD8)); }
     static Bytes16 match(const uint8_t *p) {
         const Bytes16 big = equals_masked<0xFC>(load16(p), 0xD8) & equals_masked<0xFC>(load16(p + 2), 0xDC);
         const Bytes16 little = equals_masked<0xFC>(load16(p + 1), 0xD8) & equals_masked<0xFC>(load16(p + 3), 0xDC);
@@ -96,7 +96,8 @@ struct Pairs {
 
 // Combining marks of either byte order: U+0306, U+0308, U+3099, U+309A.
 struct Marks {
-    static bool may_match(Bytes16 bytes) {
+    static bool may_match(const uint8_t *p) {
+        const Bytes16 bytes = load16(p);
         return any(equals(bytes, 0x03) | equals(bytes, 0x30)) &&
                any(equals(bytes, 0x06) | equals(bytes, 0x08) | equals(bytes, 0x99) | equals(bytes, 0x9A));
     }

@@ -71,7 +71,7 @@ struct BaseFollower {
 // Where a four-byte sequence may stand.
 struct FourBytes {
     static constexpr int kLength = 4;
-    static bool may_match(Bytes16 bytes) { return any(equals_masked<0xF8>(bytes, 0xF0)); }
+    static bool may_match(const uint8_t *p) { return any(equals_masked<0xF8>(load16(p), 0xF0)); }
     static Bytes16 match(const uint8_t *p) {
         return equals_masked<0xF8>(load16(p), 0xF0) & equals_masked<0xC0>(load16(p + 1), 0x80) &
                equals_masked<0xC0>(load16(p + 2), 0x80) & equals_masked<0xC0>(load16(p + 3), 0x80);
@@ -80,7 +80,10 @@ struct FourBytes {
 
 // Where one of the marks may stand: CC 86, CC 88, E3 82 99, E3 82 9A.
 struct Marks {
-    static bool may_match(Bytes16 bytes) { return any(equals(bytes, 0xCC) | equals(bytes, 0xE3)); }
+    static bool may_match(const uint8_t *p) {
+        const Bytes16 bytes = load16(p);
+        return any(equals(bytes, 0xCC) | equals(bytes, 0xE3));
+    }
     static Bytes16 match(const uint8_t *p) {
         const Bytes16 first = load16(p);
         const Bytes16 second = load16(p + 1);
