@@ -1,4 +1,5 @@
 // Copies text within one encoding: only line ends and byte-order marks change.
+#include "convert/byte_writer.h"
 #include "convert/loop.h"
 #include "convert/plain_text.h"
 #include "convert/to_utf16.h"
@@ -9,25 +10,10 @@ namespace {
 
 // Bytes as they stand.
 template <size_t kThreshold>
-class RawWriter {
+class RawWriter : public ByteWriter {
 public:
     static constexpr size_t kFlushAbove = kThreshold;
     static constexpr size_t kLongestStep = 2;
-    static constexpr size_t kPlainWidth = 1;
-
-    uint8_t *plain(uint8_t *o, uint8_t b) {
-        *o = b;
-        return o + 1;
-    }
-    uint8_t *plain_wide(uint8_t *o, const uint8_t *p) {
-        memcpy(o, p, kWide);
-        return o + kWide;
-    }
-    uint8_t *line_end(uint8_t *o, LineEnd end) {
-        memcpy(o, end.bytes, sizeof end.bytes);
-        return o + end.length;
-    }
-    uint8_t *finish(uint8_t *o) { return o; }
 };
 
 // A copy looks at one byte or unit at a time: a CR at a block's end is a line end of its own, whatever follows. And it

@@ -3,7 +3,7 @@
 
 #include "convert/compose.h"
 #include "convert/routes.h"
-#include "convert/select_tables.h"
+#include "core/table_selection.h"
 #include "judge/source_bits.h"
 
 namespace jkc {

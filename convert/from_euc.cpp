@@ -1,9 +1,8 @@
 // Reads EUC-JP in the flavour whose tables the context has selected.
 #include <type_traits>
 
+#include "convert/last_bytes.h"
 #include "convert/legacy_source.h"
-#include "convert/loop.h"
-#include "convert/plain_text.h"
 
 namespace jkc {
 
@@ -11,9 +10,7 @@ namespace {
 
 constexpr int64_t kThreeByteNoChar = 0x8F0000; // what the record adds to the last two bytes of a three-byte code
 
-// Bytes that are characters by themselves. Those from 0x80 on go through as they stand, without a table; to UTF-8 too,
-// which has no place for them.
-constexpr bool is_single(uint8_t b) { return b < 0xA1 && b != kSs2 && b != kSs3; }
+constexpr size_t length_at(uint8_t b) { return b == kSs3 ? 3 : b == kSs2 || b >= 0xA1 ? 2 : 1; }
 
 template <class Writer>
 class EucReader : public Reader {
@@ -38,25 +35,14 @@ public:
             o = write_character(ctx_, o, w, c, {code, kThreeByteNoChar | code, p}, suppress_);
             p += 3;
         } else {
-            o = w.plain(o, b);
+            o = w.plain(o, b); // 80 to A0 stay as they are; in UTF-8 too, which has no place for them
             ++p;
         }
         return true;
     }
 
-    // The last bytes of the input.
     Flow step(BlockCursor &in, const Output & /*out*/, uint8_t *&o, Writer &w) {
-        const uint8_t *p = in.p;
-        size_t one = 1;
-        if (is_plain(*p)) {
-            text_.take(p, o, w, one, in.left() > 1);
-        } else if (is_single(*p) || in.left() >= (*p == kSs3 ? 3U : 2U)) {
-            fast(p, o, w, one);
-        } else {
-            return end(JKC_EUEXPEOD);
-        }
-        in.p += p - in.p;
-        return Flow::kNext;
+        return take_last_bytes(*this, text_, length_at(*in.p), in, o, w);
     }
 
 private:

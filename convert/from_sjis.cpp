@@ -1,7 +1,6 @@
 // Reads Shift_JIS.
+#include "convert/last_bytes.h"
 #include "convert/legacy_source.h"
-#include "convert/loop.h"
-#include "convert/plain_text.h"
 
 namespace jkc {
 
@@ -31,19 +30,8 @@ public:
         return true;
     }
 
-    // The last bytes of the input.
     Flow step(BlockCursor &in, const Output & /*out*/, uint8_t *&o, Writer &w) {
-        const uint8_t *p = in.p;
-        size_t one = 1;
-        if (is_plain(*p)) {
-            text_.take(p, o, w, one, in.left() > 1);
-        } else if (in.left() > 1 || is_sjis_katakana(*p)) {
-            fast(p, o, w, one);
-        } else {
-            return end(JKC_EUEXPEOD);
-        }
-        in.p += p - in.p;
-        return Flow::kNext;
+        return take_last_bytes(*this, text_, is_sjis_katakana(*in.p) ? 1 : 2, in, o, w);
     }
 
 private:

@@ -1,10 +1,10 @@
 // Writes EUC-JP in the flavour whose table the context has selected.
 #pragma once
 
-#include <cstring>
+#include <initializer_list>
 
-#include "convert/line_type.h"
-#include "core/wide.h"
+#include "convert/byte_writer.h"
+#include "core/table_selection.h"
 
 namespace jkc {
 
@@ -15,27 +15,14 @@ enum class Cascade : bool {
 };
 
 template <Cascade kCascade>
-class EucWriter {
+class EucWriter : public ByteWriter {
 public:
     static constexpr size_t kFlushAbove = 8188;
     static constexpr size_t kLongestStep = 3;
-    static constexpr size_t kPlainWidth = 1;
     static constexpr bool kHasMark = false;
 
     explicit EucWriter(JkcContext *ctx) : ctx_(ctx) { load(); }
 
-    uint8_t *plain(uint8_t *o, uint8_t b) {
-        *o = b;
-        return o + 1;
-    }
-    uint8_t *plain_wide(uint8_t *o, const uint8_t *p) {
-        memcpy(o, p, kWide);
-        return o + kWide;
-    }
-    uint8_t *line_end(uint8_t *o, LineEnd end) {
-        memcpy(o, end.bytes, sizeof end.bytes);
-        return o + end.length;
-    }
     // A half-width katakana, given as its Shift_JIS byte.
     uint8_t *katakana(uint8_t *o, uint8_t b) {
         o[0] = kSs2;
@@ -56,14 +43,11 @@ public:
         }
         return write(o, code);
     }
-    uint8_t *question_mark(uint8_t *o) { return plain(o, '?'); }
 
     // What the table has in the slot of U+0000: a substitute of its own, or 0. (The tables of the flavours, which could
     // be asked for theirs, have none.)
     uint32_t own_substitute() const { return look_up(0); }
     uint8_t *put_own_substitute(uint8_t *o) { return write(o, look_up(0)); }
-
-    uint8_t *finish(uint8_t *o) { return o; }
 
 private:
     void load() {
@@ -91,34 +75,20 @@ private:
         return o + 2;
     }
 
-    void select(const uint16_t *table, const uint32_t *table32, uint64_t count) {
-        ctx_->euc_dst_table = table;
-        ctx_->euc_dst_count = table != nullptr ? count : 0;
-        ctx_->euc_dst_table32 = table32;
-        ctx_->euc_dst_count32 = table32 != nullptr ? count : 0;
-        load();
-    }
-
     // Characters that the generic table lacks are looked for in the flavours, in this order. The first that has one
     // stays selected, so that a text is written in one flavour from then on.
     [[gnu::cold]] uint32_t try_flavours(uint32_t c) {
         if (table_ != _unibe2euccommon_table) {
             return 0;
         }
-        select(nullptr, _unibe2euc20932_table, _unibe2euc20932_table_size);
-        if (const uint32_t code = look_up(c)) {
-            return code;
+        for (const int32_t type : {JKC_TYPE_EUC_20932, JKC_TYPE_EUC_51932, JKC_TYPE_EUC_MS, JKC_TYPE_EUC}) {
+            select_target_tables(*ctx_, type);
+            load();
+            if (const uint32_t code = look_up(c)) {
+                return code;
+            }
         }
-        select(_unibe2euc51932_table, nullptr, _unibe2euc51932_table_size);
-        if (const uint32_t code = look_up(c)) {
-            return code;
-        }
-        select(nullptr, _unibe2eucms_table, _unibe2eucms_table_size);
-        if (const uint32_t code = look_up(c)) {
-            return code;
-        }
-        select(_unibe2euccommon_table, nullptr, _unibe2euccommon_table_size);
-        return 0;
+        return 0; // back to the generic table
     }
 
     JkcContext *ctx_;

@@ -1,34 +1,18 @@
 // Writes Shift_JIS.
 #pragma once
 
-#include <cstring>
-
-#include "convert/line_type.h"
-#include "core/wide.h"
+#include "convert/byte_writer.h"
 
 namespace jkc {
 
-class SjisWriter {
+class SjisWriter : public ByteWriter {
 public:
     static constexpr size_t kFlushAbove = 8189;
     static constexpr size_t kLongestStep = 2;
-    static constexpr size_t kPlainWidth = 1;
     static constexpr bool kHasMark = false;
 
     explicit SjisWriter(JkcContext *ctx) : table_(ctx->sjis_dst_table), count_(ctx->sjis_dst_count) {}
 
-    uint8_t *plain(uint8_t *o, uint8_t b) {
-        *o = b;
-        return o + 1;
-    }
-    uint8_t *plain_wide(uint8_t *o, const uint8_t *p) {
-        memcpy(o, p, kWide);
-        return o + kWide;
-    }
-    uint8_t *line_end(uint8_t *o, LineEnd end) {
-        memcpy(o, end.bytes, sizeof end.bytes);
-        return o + end.length;
-    }
     // A half-width katakana, given as its Shift_JIS byte.
     uint8_t *katakana(uint8_t *o, uint8_t b) { return plain(o, b); }
 
@@ -46,13 +30,10 @@ public:
         *o = static_cast<uint8_t>(code);
         return o + 1;
     }
-    uint8_t *question_mark(uint8_t *o) { return plain(o, '?'); }
 
     // What the table has in the slot of U+0000: a substitute of its own, or 0.
     uint32_t own_substitute() const { return count_ > 0 ? table_[0] : 0; }
     uint8_t *put_own_substitute(uint8_t *o) { return put(o, 0); }
-
-    uint8_t *finish(uint8_t *o) { return o; }
 
 private:
     const uint16_t *table_;

@@ -3,34 +3,20 @@
 
 #include <cstring>
 
-#include "convert/line_type.h"
-#include "core/wide.h"
+#include "convert/byte_writer.h"
 
 namespace jkc {
 
-class Utf8Writer {
+class Utf8Writer : public ByteWriter {
 public:
     static constexpr size_t kFlushAbove = 8187;
     static constexpr size_t kLongestStep = 4;
-    static constexpr size_t kPlainWidth = 1;
     static constexpr bool kHasMark = true;
 
     explicit Utf8Writer(const JkcContext * /*ctx*/) {}
 
     uint8_t *mark(uint8_t *o) { return put(o, 0xFEFF); }
 
-    uint8_t *plain(uint8_t *o, uint8_t b) {
-        *o = b;
-        return o + 1;
-    }
-    uint8_t *plain_wide(uint8_t *o, const uint8_t *p) {
-        memcpy(o, p, kWide);
-        return o + kWide;
-    }
-    uint8_t *line_end(uint8_t *o, LineEnd end) {
-        memcpy(o, end.bytes, sizeof end.bytes);
-        return o + end.length;
-    }
     uint8_t *put(uint8_t *o, uint32_t c) {
         if (c >= 0x800) [[likely]] {
             o[0] = static_cast<uint8_t>(0xE0 | c >> 12);
@@ -52,15 +38,12 @@ public:
         o[3] = static_cast<uint8_t>(0x80 | (c & 0x3F));
         return o + 4;
     }
-    uint8_t *question_mark(uint8_t *o) { return plain(o, '?'); }
 
     // Bytes that are written as they stand.
     uint8_t *raw(uint8_t *o, const uint8_t *p, size_t length) {
         memcpy(o, p, length);
         return o + length;
     }
-
-    uint8_t *finish(uint8_t *o) { return o; }
 };
 
 } // namespace jkc

@@ -1,7 +1,9 @@
 // The context record: layout, defaults, creation and release.
 #include <cstdlib>
+#include <initializer_list>
 
 #include "core/internal.h"
+#include "core/table_selection.h"
 
 namespace {
 
@@ -64,20 +66,14 @@ static_assert(sizeof(JkcContext) == 344);
 #undef JKC_FIELD
 
 void set_defaults(JkcContext &ctx) {
-    ctx.jis_src_table = _jis2unibe50221_table;
-    ctx.jis_src_count = _jis2unibe50221_table_size;
+    for (const int32_t type : {JKC_TYPE_JIS, JKC_TYPE_EUC}) {
+        jkc::select_source_tables(ctx, type);
+        jkc::select_target_tables(ctx, type);
+    }
     ctx.sjis_src_table = _sjis2unibe932_table;
     ctx.sjis_src_count = _sjis2unibe932_table_size;
-    ctx.euc_src_table = _euc2unibecommon_table00;
-    ctx.euc_src_count = _euc2unibecommon_table00_size;
-    ctx.jis_dst_table = _unibe2jis50221_table;
-    ctx.jis_dst_count = _unibe2jis50221_table_size;
-    ctx.jis_dst_bits = _unibe2jis50221_table_bits;
-    ctx.jis_dst_bits_count = _unibe2jis50221_table_bits_size;
     ctx.sjis_dst_table = _unibe2sjis932_table;
     ctx.sjis_dst_count = _unibe2sjis932_table_size;
-    ctx.euc_dst_table = _unibe2euccommon_table;
-    ctx.euc_dst_count = _unibe2euccommon_table_size;
     ctx.uni_def_table = _unibe_def_table;
     ctx.uni_def_count = _unibe_def_table_size;
     ctx.version = kVersion;

@@ -44,6 +44,13 @@ constexpr bool is_vertical_repeat_mark(uint32_t c) { return c >= 0x3031 && c <= 
 constexpr bool is_kana(uint32_t c) { return is_kana_letter(c) || is_vertical_repeat_mark(c); }
 
 constexpr bool is_trail(uint8_t b) { return (b & 0xC0) == 0x80; }
+// Bytes that a lead byte announces; 1 for what is none.
+constexpr size_t utf8_length(uint8_t lead) {
+    if (lead < 0xC0 || lead > 0xF7) {
+        return 1;
+    }
+    return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+}
 constexpr uint32_t utf8_code_point(uint8_t b0, uint8_t b1) {
     return static_cast<uint32_t>(b0 & 0x1F) << 6 | (b1 & 0x3FU);
 }

@@ -49,13 +49,7 @@ int look_through_utf16(JkcContext *ctx) {
     return JKC_SUCCESS;
 }
 
-// Bytes that the lead byte announces; what is no lead byte, and what does not fit together, is passed by four.
-size_t announced_length(uint8_t lead) {
-    if (lead < 0xC0 || lead > 0xF7) {
-        return 1;
-    }
-    return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-}
+// What is no lead byte, and what does not fit together, is passed by four bytes.
 constexpr size_t kUnknownStep = 4;
 
 class Utf8Features {
@@ -69,7 +63,7 @@ public:
             if (in.at_end()) {
                 break;
             }
-            if (announced_length(*in.p) > in.left()) {
+            if (utf8_length(*in.p) > in.left()) {
                 return JKC_EUEXPEOD;
             }
             const size_t length = take(in.p);
@@ -85,7 +79,7 @@ private:
         if (p[0] < 0x80 || p[0] == 0xA5) {
             return 1;
         }
-        switch (announced_length(p[0])) {
+        switch (utf8_length(p[0])) {
         case 2:
             if (is_trail(p[1]) && is_text(utf8_code_point(p[0], p[1]))) {
                 two_byte(utf8_code_point(p[0], p[1]));

@@ -2,6 +2,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "core/table_selection.h"
 #include "judge/input_window.h"
 #include "judge/judge.h"
 #include "judge/source_bits.h"
@@ -42,14 +43,9 @@ int read_mark(InputWindow &window, uint8_t *data, size_t &count) {
 }
 
 // The tables that the scan starts from. Only the EUC scanner moves on to others.
-void select_source_tables(JkcContext *ctx) {
-    ctx->jis_src_table = _jis2unibe50221_table;
-    ctx->jis_src_count = _jis2unibe50221_table_size;
-    ctx->jis_src_offset = 0;
-    ctx->euc_src_table = _euc2unibecommon_table00;
-    ctx->euc_src_count = _euc2unibecommon_table00_size;
-    ctx->euc_src_table_8f = nullptr;
-    ctx->euc_src_count_8f = 0;
+void select_first_tables(JkcContext *ctx) {
+    select_source_tables(*ctx, JKC_TYPE_JIS);
+    select_source_tables(*ctx, JKC_TYPE_EUC);
 }
 
 // Where a judgement puts its answers.
@@ -142,7 +138,7 @@ void feed_kept_blocks(const JkcContext *ctx, Judgement &judgement) {
 
 // Counts once more to the end, for the set of possible candidates: the input is kept or lies in memory from `begin` on.
 int32_t count_to_the_end(JkcContext *ctx, int preferred, bool plain_is_preferred, bool keep, const uint8_t *begin) {
-    select_source_tables(ctx);
+    select_first_tables(ctx);
     reset_block(_buffser_info);
     Judgement judgement(ctx, preferred, plain_is_preferred, Counting::kToTheEnd);
     if (keep) {
@@ -193,7 +189,7 @@ int judge(JkcContext *ctx, int *type_out, int *line_out, int preferred, bool pla
         return take_rest(ctx, answers, mark, keep);
     }
 
-    select_source_tables(ctx);
+    select_first_tables(ctx);
     const bool can_count_again = keep || window.in_memory();
     if (counting == Counting::kWhileItCounts && type_out != nullptr && !can_count_again) {
         counting = Counting::kEucToTheEnd;

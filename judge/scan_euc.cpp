@@ -1,6 +1,7 @@
 #include "judge/scan_euc.h"
 
 #include "core/bytes.h"
+#include "core/table_selection.h"
 #include "core/wide.h"
 #include "judge/follow.h"
 
@@ -57,9 +58,9 @@ const uint8_t *EucScanner::watch(const uint8_t *p, const uint8_t *end) {
     TableFollower::State state = TableFollower::kUnknown;
     const uint8_t *stands = follow(TableFollower(), p, end, end, state);
     if (state == TableFollower::State::kCp51932) {
-        select_cp51932();
+        select_source_tables(*ctx_, JKC_TYPE_EUC_51932);
     } else if (state == TableFollower::State::kCp20932) {
-        select_cp20932();
+        select_source_tables(*ctx_, JKC_TYPE_EUC_20932);
     }
     return stands;
 }
@@ -79,7 +80,7 @@ void EucScanner::unmapped_two_byte(uint32_t code) {
     count(own[kCp20932], maps(_euc2unibe20932_table00, _euc2unibe20932_table00_size, code), 2);
     count(own[kCp51932], maps(_euc2unibe51932_table00, _euc2unibe51932_table00_size, code), 2);
     count(own[kEucMs], maps(_euc2unibems_table00, _euc2unibems_table00_size, code), 2);
-    select_cp51932();
+    select_source_tables(*ctx_, JKC_TYPE_EUC_51932);
 }
 
 void EucScanner::unmapped_three_byte(uint32_t code) {
@@ -87,21 +88,7 @@ void EucScanner::unmapped_three_byte(uint32_t code) {
     count(own[kCp20932], maps(_euc2unibe20932_table8f, _euc2unibe20932_table8f_size, code), 3);
     count(own[kCp51932], false, 3);
     count(own[kEucMs], maps(_euc2unibems_table8f, _euc2unibems_table8f_size, code), 3);
-    select_cp20932();
-}
-
-void EucScanner::select_cp51932() {
-    ctx_->euc_src_table = _euc2unibe51932_table00;
-    ctx_->euc_src_count = _euc2unibe51932_table00_size;
-    ctx_->euc_src_table_8f = nullptr;
-    ctx_->euc_src_count_8f = 0;
-}
-
-void EucScanner::select_cp20932() {
-    ctx_->euc_src_table = _euc2unibe20932_table00;
-    ctx_->euc_src_count = _euc2unibe20932_table00_size;
-    ctx_->euc_src_table_8f = _euc2unibe20932_table8f;
-    ctx_->euc_src_count_8f = _euc2unibe20932_table8f_size;
+    select_source_tables(*ctx_, JKC_TYPE_EUC_20932);
 }
 
 // Takes two-byte codes from p on as long as the table in use maps them; returns where they end.

@@ -31,8 +31,6 @@ private:
     const uint8_t *take_mapped_codes(const uint8_t *p, const uint8_t *end);
     void unmapped_two_byte(uint32_t code);
     void unmapped_three_byte(uint32_t code);
-    void select_cp51932();
-    void select_cp20932();
 
     JkcContext *ctx_;
     int katakana_run_ = 0; // half-width katakana in a row, counted to 2

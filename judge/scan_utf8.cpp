@@ -12,13 +12,6 @@ namespace jkc {
 
 namespace {
 
-size_t announced_length(uint8_t lead) {
-    if (lead < 0xC0 || lead > 0xF7) {
-        return 1;
-    }
-    return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-}
-
 // Where a character may stand that tells whether it can take a combining mark: every two-byte one, and U+3000 to U+30FF.
 struct Telling {
     static Bytes16 match(const uint8_t *p) {
@@ -39,7 +32,7 @@ struct BaseFollower {
     }
 
     static const uint8_t *pass(const uint8_t *p, const uint8_t *end, State &state) {
-        const size_t length = announced_length(*p);
+        const size_t length = utf8_length(*p);
         if (length > static_cast<size_t>(end - p)) {
             return nullptr;
         }
@@ -118,7 +111,7 @@ const uint8_t *Utf8Scanner::watch(const uint8_t *p, const uint8_t *end, Wanted w
     if (wanted.decomposed) {
         for (const uint8_t *at = p; (at = find_pattern<Marks>(at, end)) != end && decomposed == 0; ++at) {
             place = place.p < at ? advance(place, at, end) : place;
-            const auto length = static_cast<ptrdiff_t>(announced_length(*at));
+            const auto length = static_cast<ptrdiff_t>(utf8_length(*at));
             decomposed += place.p == at && place.base && end - at >= length ? 2 * length : 0;
         }
     }
@@ -179,7 +172,7 @@ struct Utf8Scanner::Tally {
     }
 
     size_t four_byte_or_error(const uint8_t *p) {
-        if (announced_length(p[0]) == 4 && is_trail(p[1]) && is_trail(p[2]) && is_trail(p[3])) {
+        if (utf8_length(p[0]) == 4 && is_trail(p[1]) && is_trail(p[2]) && is_trail(p[3])) {
             found.valid += 4;
             four_byte += 4;
             return 4;
@@ -202,7 +195,7 @@ const uint8_t *Utf8Scanner::scan(const uint8_t *p, const uint8_t *end, bool last
         // What stopped the run lies within sixteen bytes.
         const uint8_t *const close = end - p > static_cast<ptrdiff_t>(kWide) ? p + kWide : end;
         while (p < close) {
-            const size_t length = announced_length(*p);
+            const size_t length = utf8_length(*p);
             const auto left = static_cast<size_t>(end - p);
             if (length > left) {
                 // Goes on in the next block; at the end of the input the cut bytes and the missing one count.

@@ -1,4 +1,4 @@
-#include "convert/select_tables.h"
+#include "core/table_selection.h"
 
 namespace jkc {
 

@@ -1,0 +1,31 @@
+// What the writers of byte encodings share, whose 7-bit characters are single bytes.
+#pragma once
+
+#include <cstring>
+
+#include "convert/line_type.h"
+#include "core/wide.h"
+
+namespace jkc {
+
+class ByteWriter {
+public:
+    static constexpr size_t kPlainWidth = 1;
+
+    static uint8_t *plain(uint8_t *o, uint8_t b) {
+        *o = b;
+        return o + 1;
+    }
+    static uint8_t *plain_wide(uint8_t *o, const uint8_t *p) {
+        memcpy(o, p, kWide);
+        return o + kWide;
+    }
+    static uint8_t *line_end(uint8_t *o, LineEnd end) {
+        memcpy(o, end.bytes, sizeof end.bytes);
+        return o + end.length;
+    }
+    static uint8_t *question_mark(uint8_t *o) { return plain(o, '?'); }
+    static uint8_t *finish(uint8_t *o) { return o; }
+};
+
+} // namespace jkc
