@@ -5,6 +5,8 @@
 
 namespace jkc {
 
+constexpr const char *kIllegalState = "java/lang/IllegalStateException";
+
 void throw_new(JNIEnv *env, const char *class_name, const char *message);
 
 // Tells whether an argument is there; throws NullPointerException when it is not.

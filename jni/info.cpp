@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "jni/exceptions.h"
+#include "jni/reader_data.h"
 #include "kestro_jkc_Jkc.h"
 
 namespace jkc {
@@ -42,7 +43,7 @@ InfoRecord *info_of(JNIEnv *env, jobject self) {
     }
     auto *info = reinterpret_cast<InfoRecord *>(env->GetLongField(self, handle));
     if (info == nullptr) {
-        throw_new(env, "java/lang/IllegalStateException", "this object was not created, or is released");
+        throw_new(env, kIllegalState, "this object was not created, or is released");
     }
     return info;
 }
@@ -79,7 +80,12 @@ jint Java_kestro_jkc_Jkc__1createJkc(JNIEnv *env, jobject self) {
 
 void Java_kestro_jkc_Jkc__1releaseJkc(JNIEnv *env, jobject self) {
     jkc::InfoRecord *info = jkc::info_of(env, self);
-    if (info != nullptr) {
+    if (info == nullptr) {
+        return;
+    }
+    if (_jni_info != nullptr && _jni_info->info == info) {
+        jkc::throw_new(env, jkc::kIllegalState, "this object is running a judgement or conversion");
+    } else {
         jkc::set_handle(env, self, jkc::handle_field(env, self), nullptr);
         jkc::free_info(info);
     }

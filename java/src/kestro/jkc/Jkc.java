@@ -7,7 +7,8 @@ import java.io.InputStream;
  * freed with {@link #_releaseJkc()}. {@link Transcoder} is the pleasant way to use them.
  *
  * <p>Only one judgement or conversion may run at a time in a whole process, whichever objects they are made on, and
- * nothing is locked here: a callback must not start another one, nor release the object that is at work.
+ * nothing is locked here: threads have to take turns. A callback that starts another one, or releases the object that
+ * is at work, gets an {@link IllegalStateException}.
  *
  * <p>Code types are the numbers of {@link CodeType}, line types those of {@link LineType}. Results are numbers too: 0
  * for success, a negative status, or what was judged (a code type; a set of 64 or more, bit (type + 5) for each; -1

@@ -36,16 +36,18 @@ final class NativeLibrary {
             place.load();
             probe.run();
             return true;
-        } catch (UnsatisfiedLinkError | IOException e) {
+        } catch (UnsatisfiedLinkError e) {
             tried.append("\n  ").append(name).append(": ").append(e.getMessage());
-            return false;
+        } catch (IOException e) {
+            tried.append("\n  ").append(name).append(": ").append(e);
         }
+        return false;
     }
 
-    private static void loadFromProperty() throws IOException {
+    private static void loadFromProperty() {
         String file = System.getProperty(PROPERTY);
         if (file == null) {
-            throw new IOException("not set");
+            throw new UnsatisfiedLinkError("not set");
         }
         System.load(Path.of(file).toAbsolutePath().toString());
     }
@@ -53,7 +55,7 @@ final class NativeLibrary {
     private static void loadFromJar() throws IOException {
         try (InputStream copy = NativeLibrary.class.getResourceAsStream(FILE_NAME)) {
             if (copy == null) {
-                throw new IOException("there is none for this system");
+                throw new UnsatisfiedLinkError("there is none");
             }
             Path folder = Files.createTempDirectory(NAME);
             Path file = folder.resolve(FILE_NAME);

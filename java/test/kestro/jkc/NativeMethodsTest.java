@@ -160,6 +160,22 @@ public class NativeMethodsTest {
         }
     }
 
+    @Test
+    public void callbackThatCallsBackInIsRefusedAndOtherObjectsCanBeReleased() throws Exception {
+        Runnable[] calls = {jkc::_releaseJkc, () -> jkc.judgesBuffer(null, null, SJIS, 1, 0)};
+        for (Runnable call : calls) {
+            assertThrows(IllegalStateException.class,
+                    () -> Source.STREAM.convert(jkc, SJIS, 4, 15, false, null, (data, length, user) -> {
+                        Jkc other = new Jkc();
+                        other._createJkc();
+                        other._releaseJkc();
+                        call.run();
+                        return 0;
+                    }, null));
+        }
+        assertEquals(4, jkc.judgesBuffer(null, null, SJIS, SJIS.length, 0));
+    }
+
     /** Composed UTF-8 is pending up to 8191 bytes; a writer that answers -22 gets them again with a substitute. */
     @Test
     public void moreThanTheArrayHoldsArrivesInTwoPieces() throws Exception {
