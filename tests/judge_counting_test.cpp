@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -28,11 +29,11 @@ string seen(const string &text, int preferred, bool plain_is_preferred, bool kee
     int type = 0;
     int ends = 0;
     const int result = judge(ctx, &type, line_ends ? &ends : nullptr, preferred, plain_is_preferred, keep, counting);
-    const string answers = "result " + std::to_string(result) + " type " + std::to_string(type) + " ends " +
-                           std::to_string(ends) + " beyond BMP " + std::to_string(ctx->srg_exists) + " decomposed " +
-                           std::to_string(ctx->utfmac_exists) + " EUC " + euc_source(*ctx);
+    std::ostringstream answers;
+    answers << "result " << result << " type " << type << " ends " << ends << " beyond BMP " << int{ctx->srg_exists}
+            << " decomposed " << int{ctx->utfmac_exists} << " EUC " << euc_source(*ctx);
     release_jkc(ctx);
-    return answers;
+    return answers.str();
 }
 
 string prose() {
@@ -148,7 +149,8 @@ TEST(JudgeCountingTest, WhatABlockEdgeCutsIsFollowedInTheNextBlock) {
             for (size_t before = 0; before <= sequence.size(); ++before) {
                 string text = source;
                 text.replace(2 * size_t{JKC_BLOCK_READ} - before, sequence.size(), sequence);
-                expect_same(text, 0, false, false, false, encoding + (" " + std::to_string(before)) + " " + sequence);
+                expect_same(text, 0, false, false, false,
+                            string(encoding).append(" ").append(std::to_string(before)).append(" ").append(sequence));
             }
         }
     }
@@ -172,7 +174,7 @@ TEST(JudgeCountingTest, NothingShowsThatCandidatesAreDropped) {
         const bool keep = texts.below(2) == 0;
         const bool line_ends = texts.below(4) == 0;
         expect_same(text, preferred, hint, keep, line_ends,
-                    "text " + std::to_string(i) + ", preferred " + std::to_string(preferred));
+                    string("text ").append(std::to_string(i)).append(", preferred ").append(std::to_string(preferred)));
     }
 }
 
