@@ -82,6 +82,13 @@ std::string judged_set_names(int judged_set) {
     return names;
 }
 
+std::string undecided_reason(int judged, int expected) {
+    if (judged < 0) {
+        return "no code type fits";
+    }
+    return "undecided (" + judged_set_names(judged) + ")" + (expected == 0 ? "; -f CODE may decide" : "");
+}
+
 std::string code_type_list() {
     constexpr size_t kNameWidth = 16;
     std::string text;

@@ -16,6 +16,9 @@ std::string code_type_name(int code_type);
 // The names in what a judgement answered when several code types fit: "SJIS, EUC".
 std::string judged_set_names(int judged_set);
 
+// Why such an answer names no single code type. `expected` is what -f says; 0: nothing.
+std::string undecided_reason(int judged, int expected);
+
 // Text for --list.
 std::string code_type_list();
 

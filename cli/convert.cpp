@@ -1,23 +1,37 @@
 #include "convert.h"
 
+#include <unistd.h>
+
+#include <algorithm>
 #include <array>
 #include <cinttypes>
 #include <cstdio>
+#include <new>
 
 #include "code_types.h"
 #include "each_file.h"
 #include "input.h"
 #include "library.h"
 #include "output.h"
+#include "processes.h"
+#include "progress.h"
 #include "safe_file.h"
 
 namespace jkc::cli {
 namespace {
 
+// What became of a file, from good to bad. Also the exit status of a process that works on one file.
+enum FileResult { kConverted, kConvertedWithLosses, kRefused, kFailed };
+
+ExitCode exit_code(FileResult result) {
+    return result == kFailed ? kInputOutput : result == kRefused ? kUndecidedOrLost : kDone;
+}
+
 // What the callbacks of one conversion share.
 struct Run {
     JkcContext *ctx;
     Output *out;
+    Progress *progress;
     int32_t judged;
 };
 
@@ -53,7 +67,9 @@ int32_t observe(int32_t code_type, void *user_data) {
 }
 
 int32_t write(const uint8_t *data, uint64_t length, void *user_data) {
-    return static_cast<Run *>(user_data)->out->write(data, length) ? JKC_SUCCESS : JKC_EWRITE;
+    auto *run = static_cast<Run *>(user_data);
+    run->progress->at(run->ctx->read_offset);
+    return run->out->write(data, length) ? JKC_SUCCESS : JKC_EWRITE;
 }
 
 // Whether a text of the judged code type is what -f says. Plain ASCII is valid in all others but UTF-16, and
@@ -106,10 +122,10 @@ void set_options(JkcContext &ctx, const Options &options) {
     ctx.suppress = options.suppress && !options.strict ? 1 : 0;
 }
 
-ExitCode convert_input(const Options &options, Input &in, Output &out) {
+FileResult convert_input(const Options &options, Input &in, Output &out, Progress &progress) {
     const Context ctx = make_context();
     set_options(*ctx, options);
-    Run run{ctx.get(), &out, JKC_TYPE_EMPTY};
+    Run run{ctx.get(), &out, &progress, JKC_TYPE_EMPTY};
     const int preferred = preferred_type(options.from, in);
     // Files that are joined have one byte-order mark, at the front.
     const int target = out.length() == 0 ? options.to : without_mark(options.to);
@@ -118,41 +134,82 @@ ExitCode convert_input(const Options &options, Input &in, Output &out) {
         throw FileError(out.name(), out.error());
     }
     if (is_undecided(run.judged)) {
-        say(in.name(), run.judged < 0 ? "no code type fits"
-                                      : "undecided (" + judged_set_names(run.judged) + ")" +
-                                            (options.from == 0 ? "; -f CODE may decide" : ""));
-        return kUndecidedOrLost;
+        say(in.name(), undecided_reason(run.judged, options.from));
+        return kRefused;
     }
     if (status != JKC_SUCCESS) {
-        throw FileError(in.name(), status_reason(*ctx, status));
+        throw FileError(in.name(), status_reason(status, ctx->sys_errno));
     }
     if (!options.quiet) {
         warn(options, in.name(), run.judged, preferred);
     }
     if (ctx->nochar_count == 0) {
-        return kDone;
+        return kConverted;
     }
     if (!options.quiet || options.strict) {
         say(in.name(), describe_losses(*ctx, run.judged, options.to));
     }
-    return options.strict ? kUndecidedOrLost : kDone;
+    return options.strict ? kRefused : kConvertedWithLosses;
 }
 
-ExitCode convert_in_place(const Options &options, const std::string &name) {
-    SafeFile out(name, options.backup_suffix);
-    Input in(name);
-    const ExitCode code = convert_input(options, in, out);
-    if (code == kDone) {
-        out.commit();
-    }
-    return code;
-}
-
-ExitCode convert_to_output(const Options &options) {
-    const std::unique_ptr<Output> out = open_output(options.output);
-    const ExitCode code = for_each_file(options.files, out.get(), [&](const std::string &name) {
+FileResult convert_in_place(const Options &options, const std::string &name, Progress &progress) {
+    try {
+        SafeFile out(name, options.backup_suffix);
         Input in(name);
-        return convert_input(options, in, *out);
+        const FileResult result = convert_input(options, in, out, progress);
+        if (exit_code(result) == kDone) {
+            out.commit();
+        }
+        return result;
+    } catch (const FileError &error) {
+        say(error.name, error.what());
+    } catch (const std::bad_alloc &) {
+        say(name, "out of memory");
+    }
+    return kFailed;
+}
+
+// "2 of 3 files converted, 1 with lost characters"
+std::string describe_results(const std::array<size_t, kFailed + 1> &counts) {
+    const size_t converted = counts[kConverted] + counts[kConvertedWithLosses];
+    const size_t all = converted + counts[kRefused] + counts[kFailed];
+    return (converted == all ? "" : std::to_string(converted) + " of ") + std::to_string(all) + " files converted" +
+           (counts[kConvertedWithLosses] == 0
+                ? ""
+                : ", " + std::to_string(counts[kConvertedWithLosses]) + " with lost characters");
+}
+
+ExitCode convert_each_in_place(const Options &options, Progress &progress) {
+    std::array<size_t, kFailed + 1> counts{};
+    ExitCode worst = kDone;
+    run_side_by_side(
+        options.files.size(), options.jobs,
+        [&](size_t i) { return convert_in_place(options, options.files[i], progress); },
+        [&](size_t i, int answer) {
+            if (answer == kEndedBySignal) {
+                say(options.files[i], "its process was ended by a signal");
+            }
+            const FileResult result = answer == kEndedBySignal ? kFailed : static_cast<FileResult>(answer);
+            ++counts.at(result);
+            worst = std::max(worst, exit_code(result));
+            progress.finish_file(i);
+        });
+    if (options.files.size() > 1 && !options.quiet) {
+        say("summary", describe_results(counts));
+    }
+    return worst;
+}
+
+ExitCode convert_to_output(const Options &options, Progress &progress) {
+    const std::unique_ptr<Output> out = open_output(options.output);
+    size_t begun = 0;
+    const ExitCode code = for_each_file(options.files, out.get(), [&](const std::string &name) {
+        if (begun > 0) {
+            progress.finish_file(begun - 1);
+        }
+        ++begun;
+        Input in(name);
+        return exit_code(convert_input(options, in, *out, progress));
     });
     if (code == kDone) {
         out->commit();
@@ -160,14 +217,17 @@ ExitCode convert_to_output(const Options &options) {
     return code;
 }
 
+// A bar would stand among the text that is written to the screen.
+bool wants_bar(const Options &options) {
+    const bool to_screen = !options.in_place && options.output.value_or("-") == "-" && isatty(STDOUT_FILENO) != 0;
+    return options.progress && !options.quiet && isatty(STDERR_FILENO) != 0 && !to_screen;
+}
+
 } // namespace
 
 ExitCode convert(const Options &options) {
-    if (!options.in_place) {
-        return convert_to_output(options);
-    }
-    return for_each_file(options.files, nullptr,
-                         [&](const std::string &name) { return convert_in_place(options, name); });
+    Progress progress(options.files, wants_bar(options));
+    return options.in_place ? convert_each_in_place(options, progress) : convert_to_output(options, progress);
 }
 
 } // namespace jkc::cli

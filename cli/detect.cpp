@@ -54,7 +54,7 @@ ExitCode detect_file(const std::string &name, Output &out) {
         return kUndecidedOrLost;
     }
     if (type < 0) {
-        throw FileError(name, status_reason(*ctx, type));
+        throw FileError(name, status_reason(type, ctx->sys_errno));
     }
     if (type == JKC_TYPE_UTF16BE_BOM || type == JKC_TYPE_UTF16LE_BOM) {
         in.rewind();

@@ -14,6 +14,7 @@ Judges which Japanese encoding a text is in, and converts it.
 
   jkc detect [FILE...]            tell the code type and line ends of each file
   jkc convert -t CODE [FILE...]   convert files
+  jkc lines [-t CODE] FILE        number the lines and count their characters
 
   jkc COMMAND --help              tell more about a command
   jkc --list                      list the code types and their aliases
@@ -36,6 +37,21 @@ where the file is "-", reads standard input.
 Exit status: 0 done; 1 undecided or unknown; 2 usage; 3 input or output.
 )";
 
+constexpr const char *kLinesHelp = R"(usage: jkc lines [OPTION...] [FILE]
+
+Prints the lines of a file, or of standard input without one or for "-", each
+behind its number and its count of characters.
+
+  -t, --to CODE         code type to print in (UTF8)
+  -f, --from CODE       code type to expect, as with convert
+
+      1     19  Dear Ms Takahashi,
+      2      0
+
+Exit status: 0 done; 1 undecided; 2 usage; 3 input or output, or a line that
+cannot be read to its end.
+)";
+
 constexpr const char *kConvertHelp = R"(usage: jkc convert [OPTION...] -t CODE [FILE...]
 
 Converts each file, or standard input without a file or for "-". What code type
@@ -52,11 +68,12 @@ a file is in is judged from its bytes.
   --suppress            leave out what CODE lacks; otherwise '?' stands for it
   --strict              take lost characters as failure: status 1, and OUT or
                         the file in place stays as it was
+  -j, --jobs N          convert in N processes side by side (with --in-place)
   -q, --quiet           tell only what failed
+  --no-progress         no bar for long work on a terminal
 
-OUT and files in place are written beside and renamed when all went well.
-Exit status: 0 done; 1 undecided, or characters lost under --strict; 2 usage;
-3 input or output.
+Files are written beside and renamed when all went well. Exit status: 0 done;
+1 undecided, or characters lost under --strict; 2 usage; 3 input or output.
 )";
 
 } // namespace
@@ -64,6 +81,9 @@ Exit status: 0 done; 1 undecided, or characters lost under --strict; 2 usage;
 const char *help_text(const std::string &command) {
     if (command == "detect") {
         return kDetectHelp;
+    }
+    if (command == "lines") {
+        return kLinesHelp;
     }
     return command == "convert" ? kConvertHelp : kProgramHelp;
 }

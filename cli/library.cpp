@@ -19,10 +19,11 @@ bool is_undecided(int judged) {
     return judged == kNoneFits || judged >= kSmallestSet;
 }
 
-std::string status_reason(const JkcContext &ctx, int32_t status) {
+std::string status_reason(int32_t status, int error_number) {
     switch (status) {
+    case JKC_EROPEN:
     case JKC_EREAD:
-        return std::strerror(ctx.sys_errno);
+        return std::strerror(error_number);
     case JKC_EALLOC:
         return "out of memory";
     case JKC_EUEXPEOD:

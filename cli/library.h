@@ -20,7 +20,7 @@ Context make_context();
 // Whether a judgement's answer names no single code type: several fit, or none.
 bool is_undecided(int judged);
 
-// Why an operation on the context ended with this negative status.
-std::string status_reason(const JkcContext &ctx, int32_t status);
+// Why an operation ended with this negative status, and with this errno if it was one of the system.
+std::string status_reason(int32_t status, int error_number);
 
 } // namespace jkc::cli

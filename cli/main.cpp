@@ -8,6 +8,7 @@
 #include "convert.h"
 #include "detect.h"
 #include "help.h"
+#include "lines.h"
 #include "options.h"
 #include "output.h"
 #include "report.h"
@@ -37,6 +38,8 @@ ExitCode run(int argc, char **argv) {
         return detect(options);
     case Action::kConvert:
         return convert(options);
+    case Action::kLines:
+        return lines(options);
     }
     return kUsage;
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 
 #include "code_types.h"
 
@@ -11,7 +12,7 @@ namespace jkc::cli {
 namespace {
 
 // Options without a one-letter form.
-enum LongOption { kVersion = 256, kList, kEol, kInPlace, kSuppress, kCompose, kStrict };
+enum LongOption { kVersion = 256, kList, kEol, kInPlace, kSuppress, kCompose, kStrict, kNoProgress };
 
 constexpr option kNoMore{nullptr, 0, nullptr, 0};
 constexpr option kHelpOption{"help", no_argument, nullptr, 'h'};
@@ -32,6 +33,16 @@ constexpr option kConvertOptions[] = {
     {"compose", no_argument, nullptr, kCompose},
     {"strict", no_argument, nullptr, kStrict},
     {"quiet", no_argument, nullptr, 'q'},
+    {"jobs", required_argument, nullptr, 'j'},
+    {"no-progress", no_argument, nullptr, kNoProgress},
+    kNoMore,
+};
+constexpr option kLinesOptions[] = {
+    kHelpOption,
+    kVersionOption,
+    kListOption,
+    {"from", required_argument, nullptr, 'f'},
+    {"to", required_argument, nullptr, 't'},
     kNoMore,
 };
 
@@ -46,7 +57,8 @@ struct Command {
 constexpr std::array kCommands{
     Command{"", Action::kHelp, "+h", kCommonOptions},
     Command{"detect", Action::kDetect, "h", kCommonOptions},
-    Command{"convert", Action::kConvert, "hf:t:o:q", kConvertOptions},
+    Command{"convert", Action::kConvert, "hf:t:o:qj:", kConvertOptions},
+    Command{"lines", Action::kLines, "hf:t:", kLinesOptions},
 };
 
 int code_type_option(const char *name) {
@@ -79,11 +91,33 @@ std::string backup_suffix_option(const char *suffix) {
     return text;
 }
 
+int jobs_option(const char *number) {
+    constexpr long kMost = 1000;
+    char *end = nullptr;
+    const long jobs = std::strtol(number, &end, 10);
+    if (end == number || *end != '\0' || jobs < 1 || jobs > kMost) {
+        throw UsageError("--jobs takes a number from 1 to " + std::to_string(kMost));
+    }
+    return static_cast<int>(jobs);
+}
+
+void check_lines(const Options &options) {
+    if (options.files.size() > 1) {
+        throw UsageError("lines takes one file");
+    }
+    if (options.to == JKC_TYPE_JIS2004) {
+        throw UsageError("lines cannot be read in " + code_type_name(options.to));
+    }
+}
+
 void check_convert(const Options &options, bool files_named) {
     if (options.to == 0) {
         throw UsageError("convert needs the target: -t CODE");
     }
     if (!options.in_place) {
+        if (options.jobs > 1) {
+            throw UsageError("--jobs needs --in-place, since joined output is written in order");
+        }
         return;
     }
     if (options.output) {
@@ -113,6 +147,9 @@ Options parse_options(int argc, char **argv) {
         args.erase(args.begin() + 1);
     }
     options.action = command->action;
+    if (options.action == Action::kLines) {
+        options.to = JKC_TYPE_UTF8;
+    }
 
     char program[] = "jkc"; // how getopt_long begins its messages
     args[0] = program;
@@ -140,6 +177,12 @@ Options parse_options(int argc, char **argv) {
             continue;
         case 'q':
             options.quiet = true;
+            continue;
+        case 'j':
+            options.jobs = jobs_option(optarg);
+            continue;
+        case kNoProgress:
+            options.progress = false;
             continue;
         case kEol:
             options.line_type = line_type_option(optarg);
@@ -171,6 +214,9 @@ Options parse_options(int argc, char **argv) {
     }
     if (options.action == Action::kConvert) {
         check_convert(options, files_named);
+    }
+    if (options.action == Action::kLines) {
+        check_lines(options);
     }
     return options;
 }

@@ -11,7 +11,7 @@
 
 namespace jkc::cli {
 
-enum class Action { kHelp, kVersion, kList, kDetect, kConvert };
+enum class Action { kHelp, kVersion, kList, kDetect, kConvert, kLines };
 
 struct Options {
     Action action = Action::kHelp;
@@ -27,6 +27,8 @@ struct Options {
     bool in_place = false;
     std::string backup_suffix;         // for in_place; empty: keep no old file
     std::optional<std::string> output; // nothing or "-": standard output
+    int jobs = 1;                      // processes that convert side by side
+    bool progress = true;
 };
 
 // A command line that cannot be understood. what() is the reason; empty when it has been told already.

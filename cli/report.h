@@ -24,4 +24,10 @@ struct FileError : std::runtime_error {
 // Writes the line "jkc: ABOUT: WHAT".
 void say(const std::string &about, const std::string &what);
 
+// Goes back to the start of a terminal's line and empties it.
+constexpr const char *kWipeLine = "\r\033[K";
+
+// Whether something may stand in the line to which the next message goes.
+void wipe_line_before_messages(bool wipe);
+
 } // namespace jkc::cli

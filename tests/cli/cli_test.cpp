@@ -241,7 +241,8 @@ TEST(CliConvert, LeavesFilesAsTheyWereOnFailure) {
            {"jkc convert -t sjis . -o out", 3, "", "jkc: .: Is a directory\n"},
            {"jkc convert -t sjis /proc/self/mem -o out", 3, "", "jkc: /proc/self/mem: Input/output error\n"},
            {"jkc convert -t sjis --in-place . missing /dev/null", 3, "",
-            "jkc: .: Is a directory\njkc: missing: No such file or directory\njkc: /dev/null: not a regular file\n"},
+            "jkc: .: Is a directory\njkc: missing: No such file or directory\njkc: /dev/null: not a regular file\n"
+            "jkc: summary: 0 of 3 files converted\n"},
            {"jkc convert -t sjis good -o .", 3, "", "jkc: .: Is a directory\n"},
            {"jkc convert -t sjis good -o missing/out", 3, "",
             "jkc: missing/out: cannot create a temporary file beside it: No such file or directory\n"},
@@ -259,7 +260,7 @@ TEST(CliConvert, ReplacesFilesWhole) {
           {{"jkc convert -t utf8 --in-place=.bak 'a b' -- -c",
             0,
             "",
-            "",
+            "jkc: summary: 2 files converted\n",
             {{"a b", kUtf8}, {"a b.bak", kSjis}, {"-c", kUtf8}, {"-c.bak", kSjis}}},
            {"jkc convert -t utf8 'a b' -o out", 0, "", "", {{"out", kUtf8}}},
            {"jkc convert -t utf8 'a b' -o 'a b'", 0, "", "", {{"a b", kUtf8}}},
@@ -280,6 +281,80 @@ TEST(CliConvert, ReplacesFilesWhole) {
             "640\n640\n",
             "",
             {{"out", kUtf8}, {"new", kUtf8}}}});
+}
+
+TEST(CliConvert, TellsWhatBecameOfManyFilesAlsoSideBySide) {
+    const Files before{{"good", kUtf8}, {"lossy", kLossy}, {"plain", "abc"}, {"tie", kTie}};
+    const Files changed{{"good", kSjis}, {"lossy", kSjis + "?" + kSjis + "?\n"}};
+    const std::string told =
+        "jkc: lossy: 2 characters without equivalent in SJIS: first U+2603 at byte 36, last U+2665 at byte 75\n"
+        "jkc: missing: No such file or directory\njkc: summary: 3 of 5 files converted, 1 with lost characters\n"
+        "jkc: tie: undecided (SJIS, EUC, UTF16BE); -f CODE may decide\n";
+    for (const std::string jobs : {"1", "3", "1000"}) {
+        // Sorted, since processes finish in any order.
+        check(before, {{"n=" + jobs +
+                            "; jkc convert -t sjis -j $n --in-place good lossy missing tie plain 2>.err\n"
+                            "status=$?; sort .err >&2; rm .err; exit $status",
+                        3, "", told, changed}});
+    }
+    check(before, {{"jkc convert -t sjis -j 2 -q --in-place good plain", 0, "", "", {{"good", kSjis}}}});
+}
+
+TEST(CliConvert, ShowsABarForLongWorkOnATerminalOnly) {
+    Sandbox box({{"text", kSjis}});
+    const std::string convert = "'" JKC_PROGRAM "' convert -t utf8 text ";
+    // The pipes make the work long; script(1) makes the terminals.
+    box.run("command -v script >/dev/null || { printf none; exit; }\n"
+            "for pipe in a b c; do mkfifo $pipe; { sleep 1.2; cat text; } >$pipe & done\n"
+            "script -qec \"" +
+            convert +
+            "a -o out.a\" /dev/null >shown &\n"
+            "script -qec \"" +
+            convert + "b -o out.b --no-progress\" /dev/null >refused &\n" + convert +
+            "c -o out.c >none 2>&1 &\n"
+            "wait; grep -c '#.*%, 1 of 2 files' shown; cat refused none out.?");
+    if (box.out == "none") {
+        GTEST_SKIP() << "there is no program script";
+    }
+    EXPECT_EQ(box.out, "1\n" + repeat(kUtf8, 6));
+}
+
+TEST(CliLines, NumbersLinesAndCountsCharacters) {
+    const Files files{{"sjis", kSjis + "\r\n\r\nab\n"},
+                      {"unended", "a\rb"},
+                      {"empty", ""},
+                      {"blank", "\n\n"},
+                      {"mark", kMark + kUtf8},
+                      {"cut", kSjis + "\n\n\x82"},
+                      {"stray", repeat(kEuc, 20) + "\n\xFF\n"},
+                      {"tie", kTie},
+                      {"binary", kBinary}};
+    const auto line = [](int number, const std::string &count, const std::string &text) {
+        return "     " + std::to_string(number) + "     " + count + "  " + text + "\n";
+    };
+    const std::string rest = line(2, " 0", "") + line(3, " 2", "ab");
+    const std::string unended = line(1, " 1", "a") + line(2, " 1", "b");
+    std::string unended_be;
+    for (const char c : unended) {
+        unended_be += {'\0', c};
+    }
+    check(files, {{"jkc lines sjis", 0, line(1, "12", kUtf8) + rest, ""},
+                  {"cat sjis | jkc lines -t shift_jis -", 0, line(1, "12", kSjis) + rest, ""},
+                  {"jkc lines -t ascii <sjis", 0, line(1, "12", kSjis) + rest, ""},
+                  {"jkc lines -t jis sjis", 0, line(1, "12", kJis) + rest, ""},
+                  {"jkc lines -t utf8bom mark", 0, line(1, "12", kUtf8), ""},
+                  {"jkc lines unended; jkc lines empty; jkc lines blank", 0,
+                   unended + line(1, " 0", "") + line(2, " 0", ""), ""},
+                  {"jkc lines -t utf16be unended", 0, unended_be, ""},
+                  {"jkc lines -t euc -f euc tie", 0, line(1, " 2", kTie), ""},
+                  {"jkc lines tie; jkc lines binary", 1, "",
+                   "jkc: tie: undecided (SJIS, EUC, UTF16BE); -f CODE may decide\njkc: binary: no code type fits\n"},
+                  // Both would be read for ever.
+                  {"jkc lines -t sjis cut", 3, line(1, "12", kSjis), "jkc: cut: the text ends inside a character\n"},
+                  {"jkc lines -t euc stray >/dev/null", 3, "", "jkc: stray: line 2: invalid bytes\n"},
+                  {"jkc lines missing; jkc lines .", 3, "",
+                   "jkc: missing: No such file or directory\njkc: .: Is a directory\n"},
+                  {"jkc lines sjis >/dev/full", 3, "", "jkc: standard output: No space left on device\n"}});
 }
 
 TEST(CliConvert, LeavesNoTraceWhenInterrupted) {
@@ -308,14 +383,21 @@ TEST(Cli, RefusesBadCommandLines) {
            {"jkc convert -t sjis --in-place", 2, "", "jkc: --in-place needs files, not standard input\n"},
            {"jkc convert -t sjis --in-place a -", 2, "", "jkc: --in-place needs files, not standard input\n"},
            {"jkc convert -t sjis --in-place=x/y a", 2, "", "jkc: --in-place takes a suffix such as .bak\n"},
-           {"jkc convert -t sjis --in-place -o b a", 2, "", "jkc: -o and --in-place exclude each other\n"}});
+           {"jkc convert -t sjis --in-place -o b a", 2, "", "jkc: -o and --in-place exclude each other\n"},
+           {"jkc convert -t sjis --in-place -j 0 a", 2, "", "jkc: --jobs takes a number from 1 to 1000\n"},
+           {"jkc convert -t sjis --in-place -j 2x a", 2, "", "jkc: --jobs takes a number from 1 to 1000\n"},
+           {"jkc convert -t sjis --jobs 2 a", 2, "",
+            "jkc: --jobs needs --in-place, since joined output is written in order\n"},
+           {"jkc lines a a", 2, "", "jkc: lines takes one file\n"},
+           {"jkc lines -t jis2004 a", 2, "", "jkc: lines cannot be read in JIS2(ISO-2022)\n"}});
 }
 
 TEST(Cli, HelpFitsOnAScreenAndTheListNamesEveryType) {
     Sandbox box({});
     // 24 lines leave room for the prompt.
-    EXPECT_EQ(box.run("for command in '' detect convert; do jkc $command --help | awk 'length > 80 || NR > 24'; done"),
-              0);
+    EXPECT_EQ(
+        box.run("for command in '' detect convert lines; do jkc $command --help | awk 'length > 80 || NR > 24'; done"),
+        0);
     EXPECT_EQ(box.out, "");
     // Every name and alias of the list is taken by -t, whatever its case.
     EXPECT_EQ(

@@ -1,0 +1,138 @@
+#include "lines.h"
+
+#include <array>
+#include <cerrno>
+#include <cinttypes>
+#include <cstdio>
+
+#include "code_types.h"
+#include "library.h"
+#include "output.h"
+
+namespace jkc::cli {
+namespace {
+
+// A file held by the library in the code type in which its lines are shown.
+class HeldFile {
+public:
+    // Throws FileError.
+    HeldFile(const std::string &name, int from, int to)
+        : slot_(jkc_io_open(name == "-" ? "/dev/stdin" : name.c_str(), 0, without_mark(from), to, 0, &judged_)) {
+        // The slot is free again when opening failed, and its error number gone; but errno still is what it was.
+        if (slot_ < 0 && slot_ != JKC_EOF) {
+            throw FileError(name, status_reason(static_cast<int32_t>(slot_), errno));
+        }
+        line_.resize(slot_ < 0 ? 0 : static_cast<size_t>(jkc_io_get_size(slot_)));
+    }
+    ~HeldFile() {
+        if (slot_ >= 0) {
+            jkc_io_close(slot_);
+        }
+    }
+    HeldFile(const HeldFile &) = delete;
+    HeldFile &operator=(const HeldFile &) = delete;
+
+    // The code type that the file was judged to be; -1 when none fits, a set when several do.
+    int judged() const { return slot_ < 0 ? -1 : static_cast<int>(judged_); }
+
+    // Takes the next line and answers its number of characters, or a status.
+    int64_t next() { return jkc_io_get_line(slot_, line_.data(), line_.size(), &length_); }
+    std::string_view line() const { return {line_.data(), length_}; }
+    size_t size() const { return line_.size(); }
+
+private:
+    uint64_t judged_ = 0;
+    int64_t slot_;
+    std::string line_; // room for the whole text, so that no line comes in pieces
+    uint64_t length_ = 0;
+};
+
+// ASCII text in any code type that is shown.
+std::string encode(const std::string &ascii, int code_type) {
+    if (code_type != JKC_TYPE_UTF16BE && code_type != JKC_TYPE_UTF16LE) {
+        return ascii;
+    }
+    std::string units;
+    for (const char c : ascii) {
+        units += code_type == JKC_TYPE_UTF16BE ? std::string{'\0', c} : std::string{c, '\0'};
+    }
+    return units;
+}
+
+// Numbers the lines and gathers them for the output.
+class Listing {
+public:
+    Listing(Output &out, int code_type) : out_(out), code_type_(code_type) {}
+
+    void add(int64_t characters, std::string_view line) {
+        std::array<char, 48> numbers{};
+        std::snprintf(numbers.data(), numbers.size(), "%6" PRIu64 " %6" PRId64 "  ", next_number(), characters);
+        ++count_;
+        text_ += encode(numbers.data(), code_type_);
+        text_ += line;
+        text_ += encode("\n", code_type_);
+        constexpr size_t kEnough = 65536;
+        if (text_.size() >= kEnough) {
+            flush();
+        }
+    }
+    uint64_t next_number() const { return count_ + 1; }
+    void flush() {
+        out_.print(text_);
+        text_.clear();
+    }
+
+private:
+    Output &out_;
+    int code_type_;
+    uint64_t count_ = 0;
+    std::string text_;
+};
+
+void list_lines(const std::string &name, HeldFile &file, Listing &listing) {
+    // Empty lines that were not listed yet: at a character that the end of the text cuts, the library gives empty
+    // lines for ever. Each real one takes a byte of the text, so more of them than bytes tell that it is so.
+    size_t empty = 0;
+    int64_t characters = 0;
+    while ((characters = file.next()) >= 0 && empty <= file.size()) {
+        if (file.line().empty()) {
+            ++empty;
+            continue;
+        }
+        for (; empty > 0; --empty) {
+            listing.add(0, "");
+        }
+        listing.add(characters, file.line());
+    }
+    if (characters != JKC_EOF) {
+        listing.flush();
+        const std::string reason = characters < 0
+                                       ? "line " + std::to_string(listing.next_number() + empty) + ": invalid bytes"
+                                       : "the text ends inside a character";
+        throw FileError(name, reason);
+    }
+    for (; empty > 0; --empty) {
+        listing.add(0, "");
+    }
+    listing.flush();
+}
+
+} // namespace
+
+ExitCode lines(const Options &options) {
+    const std::string &name = options.files.front();
+    // Shown without a mark, which would stand behind the first number; and as ASCII, Shift_JIS is written.
+    const int to = options.to == JKC_TYPE_ASCII ? static_cast<int>(JKC_TYPE_SJIS) : without_mark(options.to);
+    HeldFile file(name, options.from, to);
+    if (is_undecided(file.judged())) {
+        say(name, undecided_reason(file.judged(), options.from));
+        return kUndecidedOrLost;
+    }
+    Output out;
+    Listing listing(out, to);
+    list_lines(name, file, listing);
+    out.commit();
+    return kDone;
+}
+
+} // namespace jkc::cli
