@@ -24,6 +24,18 @@ std::vector<std::string> read_lines(const char *name) {
     return lines;
 }
 
+const char *file_name(Text text) {
+    switch (text) {
+    case Text::kProse:
+        return "prose.txt";
+    case Text::kMarkup:
+        return "markup.html";
+    case Text::kAscii:
+        return "ascii.txt";
+    }
+    return "";
+}
+
 } // namespace
 
 std::string convert_with_iconv(const char *from, const char *to, const std::string &text) {
@@ -47,7 +59,7 @@ std::string convert_with_iconv(const char *from, const char *to, const std::stri
 }
 
 std::string make_text(Text text, const char *encoding, size_t size) {
-    std::vector<std::string> lines = read_lines(text == Text::kProse ? "prose.txt" : "ascii.txt");
+    std::vector<std::string> lines = read_lines(file_name(text));
     for (std::string &line : lines) {
         line = convert_with_iconv("UTF-8", encoding, line);
     }

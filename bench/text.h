@@ -6,7 +6,8 @@
 
 namespace jkc::bench {
 
-enum class Text { kProse, kAscii };
+// Japanese prose, HTML with one Japanese character in twenty, plain English.
+enum class Text { kProse, kMarkup, kAscii };
 
 // Lines of the text, shuffled and repeated, in the encoding that iconv calls `encoding`: at least
 // `size` bytes, ending with a line. The same for the same arguments.

@@ -1,4 +1,4 @@
-// Speed of whole calls beside glibc's iconv, which is told the source, and memcpy.
+// Speed of whole calls beside glibc's iconv and ICU, which are told the source, and memcpy.
 //
 // Each row runs its contenders in turn, one batch of calls each, over and over, and reports the median: what
 // disturbs one of them for a while disturbs them all.
@@ -8,11 +8,13 @@
 #include <cstring>
 #include <ctime>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <benchmark/benchmark.h>
 #include <iconv.h>
 
+#include "icu.h"
 #include "jkc.h"
 #include "text.h"
 
@@ -20,28 +22,47 @@ namespace {
 
 using jkc::bench::Text;
 
+// An encoding and the names that the peers have for it, or for one of theirs that agrees with it on the texts.
+struct Encoding {
+    int type;
+    const char *iconv;
+    const char *icu;
+};
+
+constexpr Encoding kSjis = {JKC_TYPE_SJIS, "CP932", "ibm-943_P15A-2003"};
+constexpr Encoding kEuc = {JKC_TYPE_EUC, "EUC-JP", "euc-jp-2007"};
+constexpr Encoding kJis = {JKC_TYPE_JIS, "ISO-2022-JP", "ISO-2022-JP"};
+constexpr Encoding kUtf16Le = {JKC_TYPE_UTF16LE, "UTF-16LE", "UTF-16LE"};
+constexpr Encoding kUtf8 = {JKC_TYPE_UTF8, "UTF-8", "UTF-8"};
+
 // A route to measure: one line.
 struct Route {
     const char *name;
-    const char *from; // as iconv calls it
-    int from_type;
-    const char *to; // nullptr: judge only
-    int to_type;
+    const Encoding &from;
+    const Encoding *to; // nullptr: judge only
 };
 
+// clang-format off
 constexpr Route kRoutes[] = {
-    {"utf8->sjis", "UTF-8", JKC_TYPE_UTF8, "CP932", JKC_TYPE_SJIS},
-    {"sjis->utf8", "CP932", JKC_TYPE_SJIS, "UTF-8", JKC_TYPE_UTF8},
-    {"utf8->euc", "UTF-8", JKC_TYPE_UTF8, "EUC-JP", JKC_TYPE_EUC},
-    {"euc->utf8", "EUC-JP", JKC_TYPE_EUC, "UTF-8", JKC_TYPE_UTF8},
-    {"utf8->jis", "UTF-8", JKC_TYPE_UTF8, "ISO-2022-JP", JKC_TYPE_JIS},
-    {"jis->utf8", "ISO-2022-JP", JKC_TYPE_JIS, "UTF-8", JKC_TYPE_UTF8},
-    {"utf8->utf16le", "UTF-8", JKC_TYPE_UTF8, "UTF-16LE", JKC_TYPE_UTF16LE},
-    {"utf16le->utf8", "UTF-16LE", JKC_TYPE_UTF16LE, "UTF-8", JKC_TYPE_UTF8},
-    {"judge utf8", "UTF-8", JKC_TYPE_UTF8, nullptr, 0},
-    {"judge sjis", "CP932", JKC_TYPE_SJIS, nullptr, 0},
+    {"utf8->sjis", kUtf8, &kSjis},
+    {"sjis->utf8", kSjis, &kUtf8},
+    {"utf8->euc", kUtf8, &kEuc},
+    {"euc->utf8", kEuc, &kUtf8},
+    {"utf8->jis", kUtf8, &kJis},
+    {"jis->utf8", kJis, &kUtf8},
+    {"utf8->utf16le", kUtf8, &kUtf16Le},
+    {"utf16le->utf8", kUtf16Le, &kUtf8},
+    {"judge utf8", kUtf8, nullptr},
+    {"judge sjis", kSjis, nullptr},
+};
+// clang-format on
+
+struct NamedText {
+    const char *name;
+    Text text;
 };
 
+constexpr NamedText kTexts[] = {{"prose", Text::kProse}, {"markup", Text::kMarkup}, {"ascii", Text::kAscii}};
 constexpr size_t kSizes[] = {1 << 10, 64 << 10, 1 << 20, 16 << 20};
 // A batch is long against the clock's own cost.
 constexpr size_t kBatchBytes = 256 << 10;
@@ -68,8 +89,9 @@ double thread_seconds() {
 class Row {
 public:
     Row(const Route &route, Text text, size_t size)
-        : route_(route), text_(text), in_(make_text(text, route.from, size)), out_(in_.size() * 4 + 16),
-          ctx_(create_jkc()), converter_(iconv_open(route.to != nullptr ? route.to : "UTF-8", route.from)) {}
+        : from_(route.from), to_(route.to != nullptr ? *route.to : route.from), converts_(route.to != nullptr),
+          text_(text), in_(make_text(text, from_.iconv, size)), out_(in_.size() * 4 + 16), ctx_(create_jkc()),
+          converter_(iconv_open(to_.iconv, from_.iconv)), icu_(from_.icu, to_.icu) {}
     ~Row() {
         release_jkc(ctx_);
         iconv_close(converter_);
@@ -78,16 +100,16 @@ public:
     Row &operator=(const Row &) = delete;
 
     size_t input_size() const { return in_.size(); }
-    bool converts() const { return route_.to != nullptr; }
+    bool converts() const { return converts_; }
 
     size_t run_jkc() {
         if (!converts()) {
-            judged_ = jkc_judges_buffer(ctx_, nullptr, nullptr, in_.data(), in_.size(), route_.from_type);
+            judged_ = jkc_judges_buffer(ctx_, nullptr, nullptr, in_.data(), in_.size(), from_.type);
             return 0;
         }
         Output output{out_.data()};
-        jkc_convert_buffer(ctx_, reinterpret_cast<const uint8_t *>(in_.data()), in_.size(), route_.from_type,
-                           route_.to_type, false, nullptr, copy_out, &output);
+        jkc_convert_buffer(ctx_, reinterpret_cast<const uint8_t *>(in_.data()), in_.size(), from_.type, to_.type, false,
+                           nullptr, copy_out, &output);
         return static_cast<size_t>(output.next - out_.data());
     }
 
@@ -102,6 +124,8 @@ public:
         return out_.size() - left_out;
     }
 
+    size_t run_icu() { return icu_.convert(in_.data(), in_.size(), out_.data(), out_.size()); }
+
     size_t run_memcpy() {
         std::memcpy(out_.data(), in_.data(), in_.size());
         benchmark::ClobberMemory();
@@ -112,19 +136,23 @@ public:
     bool right() {
         const size_t length = run_jkc();
         if (!converts()) {
-            return judged_ == (text_ == Text::kAscii ? JKC_TYPE_ASCII : route_.from_type);
+            return judged_ == (text_ == Text::kAscii ? JKC_TYPE_ASCII : from_.type);
         }
         const std::string ours(out_.data(), length);
-        return run_iconv() == length && std::memcmp(ours.data(), out_.data(), length) == 0;
+        const auto same = [&](size_t theirs) { return ours == std::string_view(out_.data(), theirs); };
+        return same(run_iconv()) && (!jkc::bench::kHasIcu || same(run_icu()));
     }
 
 private:
-    Route route_;
+    Encoding from_;
+    Encoding to_;
+    bool converts_;
     Text text_;
     std::string in_;
     std::vector<char> out_;
     JkcContext *ctx_;
     iconv_t converter_;
+    jkc::bench::IcuConverter icu_;
     int judged_ = 0;
 };
 
@@ -153,26 +181,38 @@ void measure(benchmark::State &state, const Route &route, Text text, size_t size
     const size_t calls = std::max<size_t>(1, kBatchBytes / row.input_size());
     std::vector<double> ours;
     std::vector<double> iconvs;
+    std::vector<double> icus;
     std::vector<double> copies;
     while (state.KeepRunning()) {
         ours.push_back(time_batch(calls, [&] { return row.run_jkc(); }));
         if (row.converts()) {
             iconvs.push_back(time_batch(calls, [&] { return row.run_iconv(); }));
+            icus.push_back(time_batch(calls, [&] { return row.run_icu(); }));
         }
         copies.push_back(time_batch(calls, [&] { return row.run_memcpy(); }));
     }
     const double megabytes = static_cast<double>(row.input_size()) * 1e-6;
     state.counters["jkc"] = megabytes / median(ours);
     state.counters["iconv"] = row.converts() ? megabytes / median(iconvs) : 0;
+    state.counters["icu"] = row.converts() && jkc::bench::kHasIcu ? megabytes / median(icus) : 0;
     state.counters["memcpy"] = megabytes / median(copies);
+}
+
+// A column that not every row has.
+std::string figure(const char *format, double value) {
+    char text[32] = "-";
+    if (value > 0) {
+        std::snprintf(text, sizeof text, format, value);
+    }
+    return text;
 }
 
 class TableReporter : public benchmark::BenchmarkReporter {
 public:
     bool ReportContext(const Context & /*context*/) override {
-        std::printf("MB/s of input, CPU time, medians. iconv is told the source; jkc judges it first.\n"
-                    "%-28s %9s %9s %9s %11s\n",
-                    "route/text/size", "jkc", "iconv", "jkc/iconv", "jkc/memcpy");
+        std::printf("MB/s of input, CPU time, medians. iconv and ICU are told the source; jkc judges it first.\n"
+                    "%-28s %9s %9s %9s %9s %9s %11s\n",
+                    "route/text/size", "jkc", "iconv", "ICU", "jkc/iconv", "jkc/ICU", "jkc/memcpy");
         return true;
     }
 
@@ -186,13 +226,10 @@ public:
             }
             const double ours = run.counters.at("jkc");
             const double iconv = run.counters.at("iconv");
-            std::printf("%-28s %9.1f ", name.c_str(), ours);
-            if (iconv > 0) {
-                std::printf("%9.1f %9.2f ", iconv, ours / iconv);
-            } else {
-                std::printf("%9s %9s ", "-", "-");
-            }
-            std::printf("%10.2f%%\n", 100 * ours / run.counters.at("memcpy"));
+            const double icu = run.counters.at("icu");
+            std::printf("%-28s %9.1f %9s %9s %9s %9s %10.2f%%\n", name.c_str(), ours, figure("%.1f", iconv).c_str(),
+                        figure("%.1f", icu).c_str(), figure("%.2f", iconv > 0 ? ours / iconv : 0).c_str(),
+                        figure("%.2f", icu > 0 ? ours / icu : 0).c_str(), 100 * ours / run.counters.at("memcpy"));
         }
         std::fflush(stdout);
     }
@@ -215,11 +252,10 @@ int main(int argc, char **argv) {
         return 2;
     }
     for (const Route &route : kRoutes) {
-        for (Text text : {Text::kProse, Text::kAscii}) {
+        for (const NamedText &text : kTexts) {
             for (size_t size : kSizes) {
-                const std::string name =
-                    std::string(route.name) + (text == Text::kProse ? "/prose/" : "/ascii/") + size_name(size);
-                benchmark::RegisterBenchmark(name.c_str(), measure, route, text, size)->Iterations(kRounds);
+                const std::string name = std::string(route.name) + "/" + text.name + "/" + size_name(size);
+                benchmark::RegisterBenchmark(name.c_str(), measure, route, text.text, size)->Iterations(kRounds);
             }
         }
     }

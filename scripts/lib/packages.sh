@@ -13,6 +13,7 @@ declare -A package_probe=(
     [default-jdk-headless]=javac
     [junit4]=/usr/share/java/junit4.jar
     [libbenchmark-dev]=/usr/include/benchmark/benchmark.h
+    [libicu-dev]=/usr/include/unicode/ucnv.h
 )
 
 # missing_packages PACKAGE...: prints those that are not there, each once.
@@ -50,6 +51,11 @@ need_packages() {
     rm -f "$log"
     mapfile -t missing < <(missing_packages "$@")
     [ ${#missing[@]} -eq 0 ] || die "still missing after the installation: ${missing[*]}"
+}
+
+# want_packages PACKAGE...: installs what is missing if it can; things go on without it.
+want_packages() {
+    (need_packages "$@" 2>/dev/null) || say "Going on without $*"
 }
 
 install_packages() {
