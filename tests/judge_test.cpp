@@ -1,5 +1,3 @@
-#include <optional>
-
 #include <gtest/gtest.h>
 
 #include "support/case_file.h"
@@ -63,7 +61,6 @@ Judged judge(const Case &c, Way way, size_t piece) {
     const ExactBuffer buffer(c.input);
     TestStream stream(c.input, piece);
     CutReader reader(c.input, piece);
-    std::optional<TempFile> file;
     ctx->reader = &reader;
 
     int type = kUntouched;
@@ -72,9 +69,6 @@ Judged judge(const Case &c, Way way, size_t piece) {
     int *line_out = c.options.has("eol") ? &line : nullptr;
     const int preferred = static_cast<int>(c.options.number("preferred"));
     Judged judged{};
-    if (way == Way::kFile) {
-        file.emplace(c.input);
-    }
     if (way == Way::kReader) {
         ctx->mode = JKC_MODE_READER; // an entry point keeps a source that stands in the context already
     }
@@ -87,7 +81,8 @@ Judged judge(const Case &c, Way way, size_t piece) {
         judged.kept = take_blocks(*ctx);
         judged.reusable = true;
     } else {
-        judged.result = way == Way::kFile ? jkc_judges_file(ctx, type_out, line_out, file->path(), preferred)
+        judged.result = way == Way::kFile
+                            ? jkc_judges_file(ctx, type_out, line_out, text_file(c.input).c_str(), preferred)
                         : way == Way::kStream
                             ? jkc_judges_stream(ctx, type_out, line_out, stream.file(), preferred)
                             : jkc_judges_buffer(ctx, type_out, line_out, buffer.chars(), c.input.size(), preferred);
@@ -108,7 +103,7 @@ Judged expected(const Case &c) {
     const Options &o = c.options;
     const auto number = [&o](const char *name, int otherwise) { return static_cast<int>(o.number(name, otherwise)); };
     const int result = number("result", 0);
-    const size_t mark = o.number("mark"); // bytes that are not kept
+    const auto mark = static_cast<size_t>(o.number("mark")); // bytes that are not kept
     return {result,
             o.has("no_type") ? kUntouched : number("type", result),
             o.has("eol") ? number("eol", 0) : kUntouched,
@@ -132,7 +127,7 @@ TEST(JudgeTest, EveryCaseFromBufferAndFile) {
 TEST(JudgeTest, NoCutOfTheInputChangesTheAnswer) {
     for (const Case &c : read_cases("judge.txt")) {
         SCOPED_TRACE(c.name + show_bytes(c.input));
-        for (const size_t piece : {1, 2, 3, 7, 977, 8128}) {
+        for (const size_t piece : {1U, 2U, 3U, 7U, 977U, 8128U}) {
             EXPECT_EQ(judge(c, Way::kStream, piece), expected(c)) << piece;
             EXPECT_EQ(judge(c, Way::kReader, piece), expected(c)) << piece;
         }

@@ -18,6 +18,8 @@ namespace jkc::testing {
 
 namespace {
 
+constexpr int kNotTold = -99;
+
 int source_type(const Case &c) { return static_cast<int>(c.options.number("src")); }
 int target_type(const Case &c) { return static_cast<int>(c.options.number("dst")); }
 
@@ -45,7 +47,8 @@ Outcome expected_but_chunks(const Case &c, size_t padding) {
     Outcome o;
     o.status = static_cast<int32_t>(c.options.number("status"));
     o.selected = c.options.text("jis", "-") + " " + c.options.text("euc", "-");
-    o.told = source_type(c);
+    const bool observed = !c.options.has("unobserved");
+    o.told = observed ? static_cast<int>(c.options.number("told", source_type(c))) : kNotTold;
     const std::string nochar = c.options.text("nochar"); // count,index:code,index:code
     if (!nochar.empty()) {
         EXPECT_EQ(sscanf(nochar.c_str(), "%" SCNu32 ",%" SCNi64 ":%" SCNi64 ",%" SCNi64 ":%" SCNi64, &o.nochar_count,
@@ -64,8 +67,6 @@ struct Session {
     JkcContext *ctx;
     const Options *options;
     int told = kNotTold;
-
-    static constexpr int kNotTold = -99;
 
     static int32_t write(const uint8_t *data, uint64_t length, void *self) {
         return CollectingWriter::write(data, length, &static_cast<Session *>(self)->writer);
@@ -168,30 +169,24 @@ Outcome convert(const Case &c, Way way) {
     session.writer.answer_at = static_cast<size_t>(o.number("answer_at"));
     session.writer.answer = static_cast<int32_t>(o.number("answer"));
     const JkcWriter writer = o.has("no_writer") ? nullptr : Session::write;
+    const JkcObserver observer = o.has("unobserved") ? nullptr : Session::observe;
+    const bool hint = !o.has("no_hint");
 
     Outcome outcome;
-    switch (way) {
-    case Way::kFile: {
-        const TempFile file(input);
-        outcome.status = jkc_convert_file(ctx, file.path(), src, dst, true, Session::observe, writer, &session);
-        break;
+    TestStream stream(input);
+    const ExactBuffer buffer(input);
+    CutReader reader(input, 977);
+    if (way == Way::kReader) {
+        ctx->reader = &reader;
+        ctx->mode |= JKC_MODE_READER; // which the entry point leaves in place
     }
-    case Way::kStream: {
-        TestStream stream(input);
-        outcome.status = jkc_convert_stream(ctx, stream.file(), src, dst, true, Session::observe, writer, &session);
-        break;
-    }
-    default: {
-        const ExactBuffer buffer(input);
-        CutReader reader(input, 977);
-        if (way == Way::kReader) {
-            ctx->reader = &reader;
-            ctx->mode |= JKC_MODE_READER; // which the entry point leaves in place
-        }
+    if (way == Way::kFile) {
+        outcome.status = jkc_convert_file(ctx, text_file(input).c_str(), src, dst, hint, observer, writer, &session);
+    } else if (way == Way::kStream) {
+        outcome.status = jkc_convert_stream(ctx, stream.file(), src, dst, hint, observer, writer, &session);
+    } else {
         outcome.status =
-            jkc_convert_buffer(ctx, buffer.data(), buffer.size(), src, dst, true, Session::observe, writer, &session);
-        break;
-    }
+            jkc_convert_buffer(ctx, buffer.data(), buffer.size(), src, dst, hint, observer, writer, &session);
     }
     outcome.chunks = session.writer.pieces;
     outcome.nochar_count = ctx->nochar_count;

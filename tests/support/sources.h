@@ -1,14 +1,12 @@
 // The ways in which a text reaches the library, cut into reads of any size.
 #pragma once
 
-#include <cstdlib>
-#include <fstream>
+#include <algorithm>
 #include <string>
 #include <utility>
 
-#include <unistd.h>
-
 #include "judge/reader.h"
+#include "support/temp_dir.h"
 
 namespace jkc::testing {
 
@@ -38,20 +36,10 @@ struct CutReader : JkcReader {
     bool idle = false;
 };
 
-class TempFile {
-public:
-    explicit TempFile(const std::string &bytes) {
-        close(mkstemp(path_.data()));
-        std::ofstream(path_, std::ios::binary) << bytes;
-    }
-    ~TempFile() { unlink(path_.c_str()); }
-    TempFile(const TempFile &) = delete;
-    TempFile &operator=(const TempFile &) = delete;
-
-    const char *path() const { return path_.c_str(); }
-
-private:
-    std::string path_ = "/tmp/jkc-test-XXXXXX";
-};
+// The path of a file with this text, which the next call overwrites.
+inline std::string text_file(const std::string &bytes) {
+    static const TempDir dir;
+    return dir.write("text", bytes);
+}
 
 } // namespace jkc::testing

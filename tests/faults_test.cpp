@@ -1,0 +1,213 @@
+// What fails outside the library: memory, streams, files. Each time the stated status, nothing leaked, and a context
+// that works on.
+#include <cerrno>
+#include <functional>
+#include <random>
+
+#include <gtest/gtest.h>
+
+#include "support/collecting_writer.h"
+#include "support/conversion.h"
+#include "support/exact_buffer.h"
+#include "support/failing_alloc.h"
+#include "support/test_stream.h"
+
+namespace jkc::testing {
+namespace {
+
+const std::string kText = parse_bytes("E38182*9000 0A");
+
+int32_t swallow(const uint8_t * /*data*/, uint64_t /*length*/, void * /*user_data*/) { return 0; }
+
+int judge(JkcContext *ctx, FILE *stream) {
+    int type = 0;
+    int line = 0;
+    const int result = jkc_judges_stream(ctx, &type, &line, stream, 0);
+    EXPECT_TRUE(type == result);
+    return result;
+}
+
+int convert_stream(JkcContext *ctx, FILE *stream) {
+    return jkc_convert_stream(ctx, stream, JKC_TYPE_UTF8, JKC_TYPE_SJIS, false, nullptr, swallow, nullptr);
+}
+
+void expect_usable(JkcContext *ctx) {
+    EXPECT_EQ(ctx->blocks->data, nullptr);
+    EXPECT_EQ(ctx->mode, 0U);
+    CollectingWriter writer;
+    EXPECT_EQ(jkc_convert_buffer(ctx, reinterpret_cast<const uint8_t *>(kText.data()), kText.size(), 0, JKC_TYPE_EUC,
+                                 false, nullptr, CollectingWriter::write, &writer),
+              0);
+    EXPECT_EQ(writer.text(), parse_bytes("A4A2*9000 0A"));
+}
+
+TEST(FaultsTest, MemoryRunsShortAtAnyAllocation) {
+    const auto with_text = [](const std::string &text) { return reinterpret_cast<const uint8_t *>(text.data()); };
+    const std::string marked = "\xEF\xBB\xBF" + kText;
+    const std::function<int(JkcContext *)> operations[] = {
+        [](JkcContext *ctx) {
+            int line = 0;
+            return jkc_judges_buffer(ctx, nullptr, &line, kText.data(), kText.size(), 0);
+        },
+        [&](JkcContext *ctx) {
+            int line = 0;
+            return jkc_judges_buffer(ctx, nullptr, &line, marked.data(), marked.size(), 0);
+        },
+        [&](JkcContext *ctx) {
+            return jkc_convert_buffer(ctx, with_text(kText), kText.size(), 0, 4, false, nullptr, swallow, nullptr);
+        },
+        [&](JkcContext *ctx) {
+            return jkc_convert_buffer(ctx, with_text(marked), marked.size(), 0, 15, false, nullptr, swallow, nullptr);
+        },
+    };
+    for (const auto &operation : operations) {
+        size_t failures = 0;
+        for (size_t n = 1;; n++) {
+            JkcContext *ctx = create_jkc();
+            int result = 0;
+            size_t left = 0;
+            bool failed = false;
+            {
+                FailingAlloc alloc(n);
+                result = operation(ctx);
+                left = alloc.live();
+                failed = alloc.failed();
+            }
+            EXPECT_EQ(left, 0U) << n;
+            expect_usable(ctx);
+            release_jkc(ctx);
+            if (!failed) {
+                EXPECT_GE(result, 0);
+                break;
+            }
+            failures++;
+            EXPECT_EQ(result, JKC_EALLOC) << n;
+        }
+        EXPECT_GE(failures, 4U) << "blocks are no longer allocated one by one: test their allocation otherwise";
+    }
+}
+
+TEST(FaultsTest, MemoryRunsShortForAContext) {
+    for (size_t n = 1;; n++) {
+        size_t left = 0;
+        bool failed = false;
+        bool made = false;
+        {
+            FailingAlloc alloc(n);
+            JkcContext *ctx = create_jkc();
+            made = ctx != nullptr;
+            failed = alloc.failed();
+            release_jkc(ctx);
+            left = alloc.live();
+        }
+        EXPECT_EQ(left, 0U);
+        EXPECT_EQ(made, !failed);
+        if (!failed) {
+            break;
+        }
+    }
+}
+
+TEST(FaultsTest, AStreamFailsAtAnyByte) {
+    for (const std::string &text :
+         {kText, "\xEF\xBB\xBF" + kText, parse_bytes("FEFF 3042*9000"), std::string(20000, 'a')}) {
+        for (const size_t at : {0U, 1U, 2U, 3U, 4U, 100U, 8127U, 8128U, 8129U, 8130U, 8131U, 16256U, 17000U}) {
+            JkcContext *ctx = create_jkc();
+            TestStream judged(text, TestStream::kNever, at);
+            EXPECT_EQ(judge(ctx, judged.file()), JKC_EREAD) << at;
+            EXPECT_EQ(ctx->sys_errno, EIO);
+            EXPECT_EQ(ctx->sts, JKC_EREAD);
+            expect_usable(ctx);
+            ctx->sys_errno = 0;
+            TestStream converted(text, 7, at);
+            EXPECT_EQ(convert_stream(ctx, converted.file()), JKC_EREAD) << at;
+            EXPECT_EQ(ctx->sys_errno, EIO);
+            EXPECT_EQ(ctx->sts, JKC_EREAD);
+            expect_usable(ctx);
+            release_jkc(ctx);
+        }
+    }
+}
+
+TEST(FaultsTest, AReaderFailsOrNeverEnds) {
+    struct FailingReader : CutReader {
+        explicit FailingReader(int64_t final_answer) : CutReader(kText, 5000), last(final_answer) {
+            read = [](JkcReader *self, uint8_t *dst, size_t room) {
+                auto *reader = static_cast<FailingReader *>(self);
+                return reader->position == reader->bytes.size() ? reader->last : reader->next(dst, room);
+            };
+        }
+        int64_t last;
+    };
+    JkcContext *ctx = create_jkc();
+    for (const int64_t last : {kReadFailed, int64_t{0}, int64_t{-1}, int64_t{-7}}) {
+        FailingReader reader(last);
+        ctx->reader = &reader;
+        ctx->mode = JKC_MODE_READER;
+        EXPECT_EQ(judge(ctx, nullptr), last == kReadFailed ? int{JKC_EREAD} : int{JKC_TYPE_UTF8}) << last;
+        expect_usable(ctx);
+    }
+    release_jkc(ctx);
+}
+
+TEST(FaultsTest, AFileIsMissingOrNoFile) {
+    const TempDir dir;
+    const struct {
+        std::string path;
+        int status;
+        int error;
+    } cases[] = {{dir.path("missing"), JKC_EROPEN, ENOENT}, {dir.path("."), JKC_EREAD, EISDIR}};
+    for (const auto &c : cases) {
+        JkcContext *ctx = create_jkc();
+        int type = 0;
+        int line = 0;
+        EXPECT_EQ(jkc_judges_file(ctx, &type, &line, c.path.c_str(), 0), c.status);
+        EXPECT_EQ(type, c.status);
+        EXPECT_EQ(ctx->sys_errno, c.error);
+        EXPECT_EQ(ctx->sts, c.status);
+        ctx->sys_errno = 0;
+        EXPECT_EQ(jkc_convert_file(ctx, c.path.c_str(), 0, 4, false, nullptr, swallow, nullptr), c.status);
+        EXPECT_EQ(ctx->sys_errno, c.error);
+        EXPECT_EQ(ctx->sts, c.status);
+        expect_usable(ctx);
+        release_jkc(ctx);
+    }
+}
+
+TEST(FaultsTest, AnEmptyTextHasNoAddress) {
+    JkcContext *ctx = create_jkc();
+    int type = 0;
+    int line = 1;
+    EXPECT_EQ(jkc_judges_buffer(ctx, &type, &line, nullptr, 0, 4), JKC_TYPE_EMPTY);
+    EXPECT_EQ(type + line, 0);
+    CollectingWriter writer;
+    EXPECT_EQ(jkc_convert_buffer(ctx, nullptr, 0, 4, 15, true, nullptr, CollectingWriter::write, &writer), 0);
+    EXPECT_EQ(writer.pieces.size(), 0U);
+    release_jkc(ctx);
+}
+
+// Any bytes at all to any target, in exact buffers: sanitizers see what goes wrong; the copies' output is known.
+TEST(FaultsTest, SomeBytesAreTooMuch) {
+    std::mt19937 random(1);
+    const std::string telling =
+        parse_bytes("1B 24 28 42 49 50 0E 0F 0A 0D 00 41 81 82 8E 8F A1 B1 C3 D8 DC E3 ED F0 FF FE EF BB BF");
+    for (int i = 0; i < 6000; i++) {
+        const size_t length = i % 100 == 0 ? 8100 + random() % 60 : random() % 24;
+        Case c{"", {}, "", ""};
+        for (size_t k = 0; k < length; k++) {
+            c.input += random() % 2 != 0U ? telling[random() % telling.size()] : static_cast<char>(random());
+        }
+        const std::string src = std::to_string(random() % 17);
+        c.options.add("src=" + src + " dst=" + std::to_string(random() % 18) + " eol=" + std::to_string(random() % 8) +
+                      " suppress=" + std::to_string(random() % 3) + (random() % 2 != 0U ? " compose" : " srg") +
+                      (random() % 2 != 0U ? " judged" : ""));
+        const Outcome outcome = convert(c, i % 2 != 0 ? Way::kBuffer : Way::kReader);
+        EXPECT_TRUE(outcome.reusable);
+        if (outcome.status == 0 && outcome.told > 0 && !outcome.chunks.empty()) {
+            EXPECT_LE(outcome.chunks[0].size(), 8193U);
+        }
+    }
+}
+
+} // namespace
+} // namespace jkc::testing
