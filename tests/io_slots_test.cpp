@@ -130,7 +130,7 @@ TEST(IoSlotsTest, TextThatCannotBeReadStopsAtTheSamePlaceEachTime) {
     const Row rows[] = {
         {"ab\n\x82\xA0\x82", JKC_TYPE_SJIS, {2, 1, 0, 0}},         // ends inside a character
         {long_euc + "\xFF\n", JKC_TYPE_EUC, {200, -23, -23, -23}}, // 0xFF
-        {"\x1B$B0!0\"0#\n", JKC_TYPE_JIS, {-23, -23, -23}},        // no way back to ASCII
+        {"ab\n\x1B$B0!0\"0#\n", JKC_TYPE_JIS, {2, -23, -23}},      // no way back to ASCII
         {"\x1B$B0!0", JKC_TYPE_JIS, {cut, JKC_EOF}},               // half a character
         {"\x0E\x31\x32\n", JKC_TYPE_JIS, {-23, 0, JKC_EOF}},       // shifted out
         {"a\x1B", JKC_TYPE_ASCII, {1, JKC_EOF}},                   // ESC alone
