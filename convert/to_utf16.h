@@ -1,6 +1,9 @@
 // Writes UTF-16 in either byte order.
 #pragma once
 
+#include <cstring>
+#include <type_traits>
+
 #include "convert/line_type.h"
 #include "core/unicode.h"
 #include "core/wide.h"
@@ -25,9 +28,20 @@ public:
     }
     uint8_t *plain(uint8_t *o, uint8_t b) { return unit(o, b); }
     uint8_t *plain_wide(uint8_t *o, const uint8_t *p) {
-        for (size_t i = 0; i < kWide; ++i) {
-            Order::put(o + 2 * i, p[i]);
-        }
+        using Bytes = uint8_t __attribute__((vector_size(kWide)));
+        constexpr Bytes kZero = {};
+        Bytes bytes;
+        memcpy(&bytes, p, sizeof bytes);
+        // Each byte of the text beside a zero.
+        constexpr bool kBig = std::is_same_v<Order, BigEndian>;
+        const Bytes left = kBig ? kZero : bytes;
+        const Bytes right = kBig ? bytes : kZero;
+        const Bytes first =
+            __builtin_shufflevector(left, right, 0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23);
+        const Bytes second =
+            __builtin_shufflevector(left, right, 8, 24, 9, 25, 10, 26, 11, 27, 12, 28, 13, 29, 14, 30, 15, 31);
+        memcpy(o, &first, sizeof first);
+        memcpy(o + kWide, &second, sizeof second);
         return o + 2 * kWide;
     }
     uint8_t *line_end(uint8_t *o, LineEnd end) {

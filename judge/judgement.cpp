@@ -11,7 +11,7 @@ enum ScanStart : uint8_t { kFromSjis, kFromEuc, kFromUtf16, kFromUtf8 };
 
 // Bytes of the first block after which a scanner is asked whether its encoding can still win. Mostly that is settled
 // there; later it is asked once a block.
-constexpr ptrdiff_t kSlice = 1024;
+constexpr ptrdiff_t kSlice = 128;
 
 // The counters of a candidate are 32 bits wide; more bytes than this decide nothing more.
 int32_t counter(int64_t value) {
@@ -62,7 +62,8 @@ void Judgement::feed_utf16(JkcBlock &block, bool last) {
             if (counting_ == Counting::kToTheEnd || !utf16_.is_out()) {
                 return nullptr;
             }
-            return utf16_.watch(p, end, last, {ctx_->srg_exists == 0, ctx_->utfmac_exists == 0});
+            // 7-bit text has no surrogates in either byte order.
+            return utf16_.watch(p, end, last, {ctx_->srg_exists == 0 && sjis_.coded, ctx_->utfmac_exists == 0});
         });
 }
 
