@@ -53,6 +53,17 @@ TEST(FaultsTest, MemoryRunsShortAtAnyAllocation) {
             int line = 0;
             return jkc_judges_buffer(ctx, nullptr, &line, marked.data(), marked.size(), 0);
         },
+        [&](JkcContext *ctx) { // clears the list itself
+            ctx->in_ptr = with_text(kText);
+            ctx->in_end = ctx->in_ptr + kText.size();
+            ctx->mode = JKC_MODE_BUFFER;
+            const int result = _fill_buffer(ctx, JKC_TYPE_UTF8);
+            ctx->mode = 0;
+            if (result == JKC_SUCCESS) {
+                ll_clear(ctx->blocks);
+            }
+            return result;
+        },
         [&](JkcContext *ctx) {
             return jkc_convert_buffer(ctx, with_text(kText), kText.size(), 0, 4, false, nullptr, swallow, nullptr);
         },
