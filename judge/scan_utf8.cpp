@@ -74,8 +74,10 @@ struct FourBytes {
 // Where one of the marks may stand: CC 86, CC 88, E3 82 99, E3 82 9A.
 struct Marks {
     static bool may_match(const uint8_t *p) {
-        const Bytes16 bytes = load16(p);
-        return any(equals(bytes, 0xCC) | equals(bytes, 0xE3));
+        const Bytes16 first = load16(p);
+        const Bytes16 second = load16(p + 1);
+        return any((equals(first, 0xCC) & equals_masked<0xF1>(second, 0x80)) |
+                   (equals(first, 0xE3) & equals(second, 0x82)));
     }
     static Bytes16 match(const uint8_t *p) {
         const Bytes16 first = load16(p);
