@@ -20,8 +20,8 @@ enum class Counting : uint8_t {
 class Judgement {
 public:
     Judgement(JkcContext *ctx, int preferred, bool plain_is_preferred, Counting counting)
-        : ctx_(ctx), preferred_(preferred), plain_is_preferred_(plain_is_preferred), counting_(counting), sjis_(*ctx),
-          euc_(ctx), utf16_(counting != Counting::kToTheEnd) {}
+        : ctx_(ctx), preferred_(preferred), plain_is_preferred_(plain_is_preferred), counting_(counting),
+          sjis_(*ctx, counting == Counting::kToTheEnd), euc_(ctx), utf16_(counting != Counting::kToTheEnd) {}
 
     // Feeds a block: data from block.start to block.end, in front of it in the headroom the bytes that the scanners
     // left over. Returns true when the answer stands, in `verdict`.

@@ -50,9 +50,12 @@ size_t SjisScanner::take_escape(const uint8_t *p, size_t left, int64_t offset) {
 }
 
 // Passes text in which nothing counts. Once an escape sequence of CP50221 was seen, no other tells any more; those of
-// JIS X 0213 do, and what may be cut is left to a closer look.
+// JIS X 0213 do, and what may be cut is left to a closer look. Once the input is coded, a NUL decides nothing.
 const uint8_t *SjisScanner::skip_text(const uint8_t *p, const uint8_t *end) const {
     const uint8_t *const whole = end - (kLongestEscape - 1);
+    if (coded && !counts_nuls_) {
+        return skip_plain<kEsc>(p, end);
+    }
     return jis_escape && p < whole ? find_pattern<ToldInJis>(p, whole) : skip_plain<0, kEsc>(p, end);
 }
 
@@ -108,7 +111,7 @@ const uint8_t *SjisScanner::scan(const uint8_t *p, const uint8_t *end, bool last
             } else {
                 little_units += is_latin(p[-1]) ? 1 : 0;
             }
-            ++p;
+            p = skip_text(p + 1, end);
         } else if (b == kEsc) {
             const auto left = static_cast<size_t>(end - p);
             if (left < kLongestEscape && !last) {

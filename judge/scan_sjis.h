@@ -7,8 +7,11 @@ namespace jkc {
 
 class SjisScanner {
 public:
-    explicit SjisScanner(const JkcContext &ctx)
-        : table_(ctx.sjis_src_table), count_(ctx.sjis_src_count), classes_(ctx.uni_def_table) {}
+    // NULs only lower the byte order of UTF-16 that has more errors, which cannot win anyway: without `counts_nuls` they
+    // are passed once one was seen.
+    SjisScanner(const JkcContext &ctx, bool counts_nuls)
+        : table_(ctx.sjis_src_table), count_(ctx.sjis_src_count), classes_(ctx.uni_def_table),
+          counts_nuls_(counts_nuls) {}
 
     // Takes the bytes from p to end; `origin` stands at offset `offset` of the input. Returns where it stopped: at a
     // character that goes on behind `end`.
@@ -31,6 +34,7 @@ private:
     const uint16_t *table_;
     uint64_t count_;
     const uint16_t *classes_;
+    bool counts_nuls_;
     int katakana_run_ = 0; // half-width katakana in a row, counted to 2
 };
 
