@@ -16,8 +16,8 @@ public:
         *o = b;
         return o + 1;
     }
-    static uint8_t *plain_wide(uint8_t *o, const uint8_t *p) {
-        memcpy(o, p, kWide);
+    static uint8_t *plain_wide(uint8_t *o, Bytes16 text) {
+        memcpy(o, &text, kWide);
         return o + kWide;
     }
     static uint8_t *line_end(uint8_t *o, LineEnd end) {

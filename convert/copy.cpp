@@ -48,18 +48,13 @@ private:
     template <class Writer>
     void copy(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps, bool has_next) const {
         if (is_plain(*p)) {
-            const uint8_t *begin = p;
-            const bool cr = *p == kCr;
             text_.take(p, o, w, steps, has_next);
-            if (cr && p - begin == 2 && steps > 1) {
-                --steps; // the LF is part of the step, its byte of the count
-            }
         } else {
             o = w.plain(o, *p++);
         }
     }
 
-    PlainText<> text_;
+    PlainText<Bytes> text_;
 };
 
 template <class Order>

@@ -60,7 +60,7 @@ private:
     const uint16_t *table_;
     const uint16_t *table_8f_;
     uint64_t count_8f_;
-    PlainText<> text_;
+    PlainText<Bytes> text_;
     bool suppress_;
 };
 

@@ -225,7 +225,7 @@ private:
 
     JkcContext &ctx_;
     JisTable table_;
-    PlainText<kEsc, kSo, kSi> text_;
+    PlainText<Bytes, kEsc, kSo, kSi> text_;
     bool suppress_;
     bool drops_lost_;
     JisSet set_ = kAscii;

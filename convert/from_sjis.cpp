@@ -49,7 +49,7 @@ private:
 
     JkcContext &ctx_;
     const uint16_t *table_;
-    PlainText<> text_;
+    PlainText<Bytes> text_;
     bool suppress_;
 };
 

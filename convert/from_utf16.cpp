@@ -2,6 +2,7 @@
 #include "convert/compose.h"
 #include "convert/legacy_source.h"
 #include "convert/loop.h"
+#include "convert/plain_text.h"
 
 namespace jkc {
 
@@ -39,23 +40,29 @@ public:
     static constexpr size_t kLongestStep = 2;
 
     explicit Utf16Reader(JkcContext *ctx)
-        : ctx_(*ctx), line_type_(*ctx), composes_(composes(*ctx)), suppress_(ctx->suppress != 0) {}
+        : ctx_(*ctx), text_(*ctx), composes_(composes(*ctx)), suppress_(ctx->suppress != 0) {}
 
-    bool fast(const uint8_t *&p, uint8_t *&o, Writer &w, size_t & /*steps*/) {
-        const uint32_t unit = Order::unit(p);
-        if (unit < 0x80) {
-            if (unit == kCr) {
-                return false; // may take two units
-            }
-            o = unit == kLf ? w.line_end(o, line_type_.lf) : w.plain(o, static_cast<uint8_t>(unit));
-        } else {
-            if (needs_a_partner(unit) || (composes_ && (ctx_.uni_def_table[unit] & kAnyBase) != 0)) [[unlikely]] {
-                return false;
-            }
-            o = character(o, w, unit, p);
+    bool fast(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps) {
+        if (steps < 2) {
+            return false; // CR LF are two units
         }
-        p += 2;
-        return true;
+        uint32_t unit = Order::unit(p);
+        if (unit < 0x80) {
+            text_.take(p, o, w, steps);
+            return true;
+        }
+        if (!stands_alone(unit)) [[unlikely]] {
+            return false;
+        }
+        for (;;) {
+            o = character(o, w, unit, p);
+            p += 2;
+            unit = Order::unit(p);
+            if (steps == 1 || unit < 0x80 || !stands_alone(unit)) {
+                return true;
+            }
+            --steps;
+        }
     }
 
     Flow step(BlockCursor &in, const Output & /*out*/, uint8_t *&o, Writer &w) {
@@ -65,15 +72,11 @@ public:
         const bool has_next = in.left() >= 4;
         const uint32_t unit = Order::unit(in.p);
         const uint32_t next = has_next ? Order::unit(in.p + 2) : 0;
-        if (unit == kCr) {
-            const bool pair = has_next && next == kLf;
-            o = w.line_end(o, pair ? line_type_.cr_lf : line_type_.cr);
-            in.p += pair ? 4 : 2;
-            return Flow::kNext;
-        }
         if (unit < 0x80) {
-            o = unit == kLf ? w.line_end(o, line_type_.lf) : w.plain(o, static_cast<uint8_t>(unit));
-            in.p += 2;
+            const uint8_t *p = in.p;
+            size_t one = 1;
+            text_.take(p, o, w, one, has_next);
+            in.p += p - in.p;
             return Flow::kNext;
         }
         if (needs_a_partner(unit)) {
@@ -88,6 +91,10 @@ public:
 private:
     // UTF-16 output copies surrogates unit by unit.
     static bool needs_a_partner(uint32_t unit) { return !kIsUtf16<Writer> && is_high_surrogate(unit); }
+
+    bool stands_alone(uint32_t unit) const {
+        return !needs_a_partner(unit) && !(composes_ && (ctx_.uni_def_table[unit] & kAnyBase) != 0);
+    }
 
     uint8_t *character(uint8_t *o, Writer &w, uint32_t c, const uint8_t *p) {
         if (uint8_t *written = write(o, w, c)) [[likely]] {
@@ -140,7 +147,7 @@ private:
     }
 
     JkcContext &ctx_;
-    LineType line_type_;
+    PlainText<Units<Order>> text_;
     bool composes_;
     bool suppress_;
 };

@@ -290,7 +290,7 @@ private:
     }
 
     JkcContext &ctx_;
-    PlainText<> text_;
+    PlainText<Bytes> text_;
     bool composes_;
     bool suppress_;
     int64_t invalid_ = 0;    // invalid bytes in a row that are not written yet

@@ -8,7 +8,7 @@ namespace jkc {
 
 // One step of a reader whose character at in.p, when it is not 7-bit, needs `needed` bytes.
 template <class Source, class Writer>
-Flow take_last_bytes(Source &r, const PlainText<> &text, size_t needed, BlockCursor &in, uint8_t *&o, Writer &w) {
+Flow take_last_bytes(Source &r, const PlainText<Bytes> &text, size_t needed, BlockCursor &in, uint8_t *&o, Writer &w) {
     const uint8_t *p = in.p;
     size_t one = 1;
     if (is_plain(*p)) {

@@ -1,33 +1,60 @@
-// 7-bit text on its way from a byte encoding: line ends, and long runs copied sixteen bytes at a time.
+// 7-bit text on its way to any encoding: line ends, and long runs copied sixteen characters at a time.
 #pragma once
 
+#include <type_traits>
+
 #include "convert/line_type.h"
+#include "core/unicode.h"
 #include "core/wide.h"
 
 namespace jkc {
 
+// How the characters of 7-bit text lie in the source: in a byte each, or in a unit of UTF-16.
+struct Bytes {
+    static constexpr size_t kWidth = 1;
+    static uint32_t at(const uint8_t *p) { return *p; }
+    static Bytes16 load(const uint8_t *p) { return load16(p); }
+};
+template <class Order>
+struct Units {
+    static constexpr size_t kWidth = 2;
+    static uint32_t at(const uint8_t *p) { return Order::unit(p); }
+    // Sixteen units as bytes; what is above 0xFF gets 0xFF.
+    static Bytes16 load(const uint8_t *p) {
+        const Bytes16 left = load16(p);
+        const Bytes16 right = load16(p + kWide);
+        const Bytes16 even =
+            __builtin_shufflevector(left, right, 0, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30);
+        const Bytes16 odd =
+            __builtin_shufflevector(left, right, 1, 3, 5, 7, 9, 11, 13, 15, 17, 19, 21, 23, 25, 27, 29, 31);
+        return std::is_same_v<Order, LittleEndian> ? even | above(odd, 0) : odd | above(even, 0);
+    }
+};
+
 // kStops are the bytes below 0x80 that mean something else to the reader.
-template <uint8_t... kStops>
+template <class Layout, uint8_t... kStops>
 class PlainText {
 public:
     explicit PlainText(const JkcContext &ctx)
         : line_type_(ctx), keeps_line_ends_((ctx.mode & JKC_MODE_LINE_TYPE) == JKC_LINE_KEEP) {}
 
-    // Takes the 7-bit byte at p, and those behind it as far as `steps` allows one step for each. `has_next` tells
-    // whether the byte behind it belongs to the input.
+    // Takes the 7-bit character at p, and those behind it as far as `steps` allows one step for each; the LF of a pair
+    // counts as one if it can. `has_next` tells whether the character behind the first one belongs to the input.
     template <class Writer>
     void take(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps, bool has_next = true) const {
-        const uint8_t b = *p++;
-        if (b == kLf) {
+        const uint32_t c = Layout::at(p);
+        p += Layout::kWidth;
+        if (c == kLf) {
             o = w.line_end(o, line_type_.lf);
-        } else if (b == kCr) {
-            const bool pair = has_next && *p == kLf;
+        } else if (c == kCr) {
+            const bool pair = has_next && Layout::at(p) == kLf;
             o = w.line_end(o, pair ? line_type_.cr_lf : line_type_.cr);
-            p += pair ? 1 : 0;
+            p += pair ? Layout::kWidth : 0;
+            steps -= pair && steps > 1 ? 1 : 0;
         } else {
-            o = w.plain(o, b);
-            // Worth a look from the second plain byte on.
-            if (steps > kWide && is_plain(*p)) {
+            o = w.plain(o, static_cast<uint8_t>(c));
+            // Worth a look from the second plain character on.
+            if (steps > kWide && Layout::at(p) < 0x80) {
                 copy_run(p, o, w, steps);
             }
         }
@@ -37,16 +64,17 @@ private:
     template <class Writer>
     void copy_run(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps) const {
         while (steps > kWide) {
-            const uint32_t stops = keeps_line_ends_ ? stop_mask<kStops...>(p) : stop_mask<kLf, kCr, kStops...>(p);
-            o = w.plain_wide(o, p);
+            const Bytes16 text = Layout::load(p);
+            const uint32_t stops = keeps_line_ends_ ? stop_mask<kStops...>(text) : stop_mask<kLf, kCr, kStops...>(text);
+            o = w.plain_wide(o, text);
             if (stops != 0) {
                 const auto run = static_cast<size_t>(__builtin_ctz(stops));
                 o -= (kWide - run) * Writer::kPlainWidth;
-                p += run;
+                p += run * Layout::kWidth;
                 steps -= run;
                 return;
             }
-            p += kWide;
+            p += kWide * Layout::kWidth;
             steps -= kWide;
         }
     }

@@ -39,8 +39,8 @@ public:
         *o = b;
         return o + 1;
     }
-    uint8_t *plain_wide(uint8_t *o, const uint8_t *p) { // after a plain byte: the set is ASCII
-        memcpy(o, p, kWide);
+    uint8_t *plain_wide(uint8_t *o, Bytes16 text) { // after a plain byte: the set is ASCII
+        memcpy(o, &text, kWide);
         return o + kWide;
     }
     // A line end that is dropped goes back to ASCII all the same.

@@ -27,18 +27,15 @@ public:
         return o + 2;
     }
     uint8_t *plain(uint8_t *o, uint8_t b) { return unit(o, b); }
-    uint8_t *plain_wide(uint8_t *o, const uint8_t *p) {
-        using Bytes = uint8_t __attribute__((vector_size(kWide)));
-        constexpr Bytes kZero = {};
-        Bytes bytes;
-        memcpy(&bytes, p, sizeof bytes);
+    uint8_t *plain_wide(uint8_t *o, Bytes16 text) {
+        constexpr Bytes16 kZero = {};
         // Each byte of the text beside a zero.
         constexpr bool kBig = std::is_same_v<Order, BigEndian>;
-        const Bytes left = kBig ? kZero : bytes;
-        const Bytes right = kBig ? bytes : kZero;
-        const Bytes first =
+        const Bytes16 left = kBig ? kZero : text;
+        const Bytes16 right = kBig ? text : kZero;
+        const Bytes16 first =
             __builtin_shufflevector(left, right, 0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23);
-        const Bytes second =
+        const Bytes16 second =
             __builtin_shufflevector(left, right, 8, 24, 9, 25, 10, 26, 11, 27, 12, 28, 13, 29, 14, 30, 15, 31);
         memcpy(o, &first, sizeof first);
         memcpy(o + kWide, &second, sizeof second);

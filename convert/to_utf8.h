@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "convert/byte_writer.h"
+#include "core/bytes.h"
 
 namespace jkc {
 
@@ -19,9 +20,8 @@ public:
 
     uint8_t *put(uint8_t *o, uint32_t c) {
         if (c >= 0x800) [[likely]] {
-            o[0] = static_cast<uint8_t>(0xE0 | c >> 12);
-            o[1] = static_cast<uint8_t>(0x80 | (c >> 6 & 0x3F));
-            o[2] = static_cast<uint8_t>(0x80 | (c & 0x3F));
+            // In one store of four bytes, the last of which is written over.
+            put_four_bytes(o, 0x8080E0 | c >> 12 | (c & 0xFC0) << 2 | (c & 0x3F) << 16);
             return o + 3;
         }
         if (c >= 0x80) {

@@ -1,7 +1,9 @@
 // Names of bytes that mean something in several places.
 #pragma once
 
+#include <bit>
 #include <cstdint>
+#include <cstring>
 
 namespace jkc {
 
@@ -21,5 +23,13 @@ constexpr uint8_t kSs2 = 0x8E;
 constexpr uint8_t kSs3 = 0x8F;
 
 constexpr uint32_t two_byte_code(uint8_t high, uint8_t low) { return static_cast<uint32_t>(high) << 8 | low; }
+
+// Puts the bytes of `value` from the lowest on.
+inline void put_four_bytes(uint8_t *o, uint32_t value) {
+    if constexpr (std::endian::native != std::endian::little) {
+        value = __builtin_bswap32(value);
+    }
+    memcpy(o, &value, sizeof value);
+}
 
 } // namespace jkc

@@ -13,37 +13,66 @@ namespace jkc {
 
 constexpr size_t kWide = 16;
 
+// Sixteen bytes, or eight UTF-16 units, on which operators work at once. Every compiler that we know of has these.
+using Bytes16 = uint8_t __attribute__((vector_size(kWide)));
+using Units8 = uint16_t __attribute__((vector_size(kWide)));
+
+inline Bytes16 load16(const uint8_t *p) {
+    Bytes16 bytes;
+    memcpy(&bytes, p, sizeof bytes);
+    return bytes;
+}
+
+constexpr Bytes16 all16(uint8_t b) { return Bytes16{b, b, b, b, b, b, b, b, b, b, b, b, b, b, b, b}; }
+constexpr Units8 all8(uint16_t unit) { return Units8{unit, unit, unit, unit, unit, unit, unit, unit}; }
+
+// Each of the following returns all bits of the bytes, or of the units, for which it holds.
+inline Bytes16 equals(Bytes16 bytes, uint8_t b) { return reinterpret_cast<Bytes16>(bytes == all16(b)); }
+inline Bytes16 above(Bytes16 bytes, uint8_t b) { return reinterpret_cast<Bytes16>(bytes > all16(b)); }
+inline Bytes16 between(Bytes16 bytes, uint8_t first, uint8_t last) {
+    return reinterpret_cast<Bytes16>(bytes - all16(first) <= all16(static_cast<uint8_t>(last - first)));
+}
+// Where kMask has bits, they equal those of b.
+template <uint8_t kMask>
+inline Bytes16 equals_masked(Bytes16 bytes, uint8_t b) {
+    return equals(bytes & all16(kMask), b);
+}
+template <uint16_t kMask>
+inline Units8 equals_masked(Units8 units, uint16_t unit) {
+    return reinterpret_cast<Units8>((units & all8(kMask)) == all8(unit));
+}
+
+// The top bit of each byte, that of the first one lowest.
+inline uint32_t mask_of(Bytes16 bytes) {
 #if defined(__SSE2__)
+    return static_cast<uint32_t>(_mm_movemask_epi8(reinterpret_cast<__m128i>(bytes)));
+#else
+    uint32_t mask = 0;
+    for (size_t i = 0; i < kWide; ++i) {
+        mask |= static_cast<uint32_t>(bytes[i] >> 7) << i;
+    }
+    return mask;
+#endif
+}
+
+// Whether any byte has its top bit.
+inline bool any(Bytes16 bytes) { return mask_of(bytes) != 0; }
+inline bool any(Units8 units) { return any(reinterpret_cast<Bytes16>(units)); }
 
 // One bit for each of the sixteen bytes that is 0x80 or more, or one of kStops.
 template <uint8_t... kStops>
-inline uint32_t stop_mask(const uint8_t *p) {
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(p));
-    __m128i hits = bytes; // movemask reads the top bits
-    ((hits = _mm_or_si128(hits, _mm_cmpeq_epi8(bytes, _mm_set1_epi8(static_cast<char>(kStops))))), ...);
-    return static_cast<uint32_t>(_mm_movemask_epi8(hits));
+inline uint32_t stop_mask(Bytes16 bytes) {
+    Bytes16 hits = bytes;
+    ((hits |= equals(bytes, kStops)), ...);
+    return mask_of(hits);
 }
-
-#else
-
-template <uint8_t... kStops>
-inline uint32_t stop_mask(const uint8_t *p) {
-    uint32_t mask = 0;
-    for (size_t i = 0; i < kWide; ++i) {
-        const bool hit = p[i] >= 0x80 || ((p[i] == kStops) || ...);
-        mask |= static_cast<uint32_t>(hit) << i;
-    }
-    return mask;
-}
-
-#endif
 
 // Passes 7-bit bytes other than kStops, sixteen at a time while there are that many before `end`; returns where it
 // stopped: at a stop byte, or with fewer than sixteen bytes left.
 template <uint8_t... kStops>
 inline const uint8_t *skip_plain(const uint8_t *p, const uint8_t *end) {
     while (static_cast<size_t>(end - p) >= kWide) {
-        const uint32_t mask = stop_mask<kStops...>(p);
+        const uint32_t mask = stop_mask<kStops...>(load16(p));
         if (mask != 0) {
             return p + __builtin_ctz(mask);
         }

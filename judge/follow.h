@@ -25,7 +25,7 @@ inline const uint8_t *in_step_before(const uint8_t *begin, const uint8_t *to) {
 // Passes the end of a long run of 7-bit bytes backwards; what it returns is the begin of a character, or `to`.
 inline const uint8_t *before_plain_run(const uint8_t *begin, const uint8_t *to) {
     const uint8_t *p = to;
-    while (static_cast<size_t>(p - begin) >= kWide && stop_mask<>(p - kWide) == 0) {
+    while (static_cast<size_t>(p - begin) >= kWide && stop_mask<>(load16(p - kWide)) == 0) {
         p -= kWide;
     }
     return p == to ? to : p + 2;

@@ -1,35 +1,9 @@
 // Finds the few places of a block that a scanner must look at closely, sixteen positions at a time.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <cstring>
+#include "core/wide.h"
 
 namespace jkc {
-
-// Sixteen bytes on which comparisons work at once. Every compiler that we know of has these.
-using Bytes16 = uint8_t __attribute__((vector_size(16)));
-
-inline Bytes16 load16(const uint8_t *p) {
-    Bytes16 bytes;
-    memcpy(&bytes, p, sizeof bytes);
-    return bytes;
-}
-
-constexpr Bytes16 all16(uint8_t b) { return Bytes16{b, b, b, b, b, b, b, b, b, b, b, b, b, b, b, b}; }
-
-// All bits of each byte that equals b, or that equals b where kMask has bits.
-inline Bytes16 equals(Bytes16 bytes, uint8_t b) { return reinterpret_cast<Bytes16>(bytes == all16(b)); }
-template <uint8_t kMask>
-inline Bytes16 equals_masked(Bytes16 bytes, uint8_t b) {
-    return equals(bytes & all16(kMask), b);
-}
-
-inline bool any(Bytes16 bytes) {
-    uint64_t halves[2];
-    memcpy(halves, &bytes, sizeof halves);
-    return (halves[0] | halves[1]) != 0;
-}
 
 // A pattern tells with match(p) at which of the positions p to p + 15 it begins, by nonzero bytes; it reads at most
 // kPatternReach bytes behind p. With may_match(p) it tells at once of most positions that it does not.

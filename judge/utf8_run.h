@@ -1,7 +1,7 @@
 // Counts runs of ordinary Japanese UTF-8 text, sixteen bytes at a time.
 #pragma once
 
-#include "judge/pattern.h"
+#include "core/wide.h"
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -16,15 +16,6 @@ struct Utf8Run {
 };
 
 #if defined(__SSE2__)
-
-// Each returns all bits of the bytes for which it holds.
-inline Bytes16 above(Bytes16 bytes, uint8_t b) { return reinterpret_cast<Bytes16>(bytes > all16(b)); }
-inline Bytes16 between(Bytes16 bytes, uint8_t first, uint8_t last) {
-    return reinterpret_cast<Bytes16>(bytes - all16(first) <= all16(static_cast<uint8_t>(last - first)));
-}
-inline uint32_t mask_of(Bytes16 bytes) {
-    return static_cast<uint32_t>(_mm_movemask_epi8(reinterpret_cast<__m128i>(bytes)));
-}
 
 // Three-byte characters that need a closer look, told by their first byte (which is E3 to E9, or EF), second and third:
 // all of the rest are text, of E3 those from E3 81 on are kana and the others are not. Left out are U+302A to U+3040,
