@@ -1,5 +1,8 @@
 #include "judge/scan_utf16.h"
 
+#include <bit>
+#include <type_traits>
+
 #include "core/unicode.h"
 #include "judge/pattern.h"
 #include "tables/scan_classes.h"
@@ -71,7 +74,7 @@ struct Run {
 
     void add(uint8_t scan_class) {
         evidence += scan_class & kScanEvidence;
-        kana += scan_class >> 1 & scan_class & kScanEvidence; // a kana counts only where it is evidence
+        kana += scan_class / kScanKana & 1;
     }
     void add_to(Evidence &found) const {
         found.valid += 2 * evidence;
@@ -79,18 +82,17 @@ struct Run {
         found.kana += 2 * kana;
     }
 };
-static_assert(kScanKana >> 1 == kScanEvidence);
+static_assert(kScanEvidence == 1);
 
 // Of the positions of sixteen bytes, those at which a unit begins.
 constexpr Bytes16 kUnits = {0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0};
 
-// Surrogate pairs of either byte order.
+// Surrogate pairs of either byte order, told by the high bytes of their units: those of a big-endian one stand first in
+// the units, those of a little-endian one second.
 struct Pairs {
-    static bool may_match(const uint8_t *p) { return any(equals_masked<0xFC>(load16(p), 0xD8)); }
+    static bool may_match(const uint8_t *p) { return any(match(p)); }
     static Bytes16 match(const uint8_t *p) {
-        const Bytes16 big = equals_masked<0xFC>(load16(p), 0xD8) & equals_masked<0xFC>(load16(p + 2), 0xDC);
-        const Bytes16 little = equals_masked<0xFC>(load16(p + 1), 0xD8) & equals_masked<0xFC>(load16(p + 3), 0xDC);
-        return (big | little) & kUnits;
+        return equals_masked<0xFC>(load16(p), 0xD8) & equals_masked<0xFC>(load16(p + 2), 0xDC);
     }
 };
 
@@ -158,42 +160,70 @@ const uint8_t *Utf16Scanner::take_singles(const uint8_t *p, const uint8_t *end) 
     return p;
 }
 
-// The same for one byte order alone, up to `end`.
+// Eight units in the order in which the processor has its own.
+template <class Rules>
+Units8 units_at(const uint8_t *p) {
+    constexpr bool kNative = std::is_base_of_v<LittleEndian, Rules> == (std::endian::native == std::endian::little);
+    const auto units = reinterpret_cast<Units8>(load16(p));
+    return kNative ? units : units << 8 | units >> 8;
+}
+
+// Whether all are 7-bit and no NUL: evidence, and no part of anything longer in the other byte order either.
+bool are_plain(Units8 units) { return !any(reinterpret_cast<Units8>(units - all8(1) > all8(0x7E))); }
+
+// Whether any may be a combining mark, in either byte order: U+0306, U+0308, U+3099, U+309A, and some rare others.
+Units8 may_be_marks(Units8 units) {
+    return equals_masked<0xFFF1>(units, 0x0300) | equals_masked<0xF1FF>(units, 0x0003) |
+           equals_masked<0xFFFC>(units, 0x3098) | equals_masked<0xFCFF>(units, 0x9830);
+}
+
+// The units with kScanSpecial, and some rare others.
+Units8 may_be_special(Units8 units) {
+    return equals_masked<0xFC00>(units, 0xD800) | equals_masked<kReplacement & kSwappedReplacement>(
+                                                      units, kReplacement & kSwappedReplacement);
+}
+
+// Takes units from p on, eight at a time, and counts them for one byte order alone. Stops in front of eight units that
+// may hold something else than single characters, in either byte order, and before the last nine.
 template <class Rules>
 const uint8_t *take_singles_of(Utf16Scanner::Side &side, const uint8_t *p, const uint8_t *end) {
+    constexpr ptrdiff_t kReach = kWide + 2; // the unit behind the last one may be its mark
+    constexpr int kUnitsAtOnce = 8;
+    static_assert(kUnitsAtOnce * kScanEvidence < kScanKana && kUnitsAtOnce * kScanKana <= 0x80);
     Run run;
     const uint8_t *const begin = p;
-    while (end - p >= 2) {
-        const uint8_t scan_class = kScanClasses[Rules::unit(p)];
-        if ((scan_class & kScanSpecial) != 0) [[unlikely]] {
+    for (; end - p >= kReach; p += kWide) {
+        const Units8 units = units_at<Rules>(p);
+        if (are_plain(units)) {
+            run.evidence += kUnitsAtOnce;
+            continue;
+        }
+        const auto next_units = reinterpret_cast<Units8>(load16(p + 2));
+        const Units8 stops =
+            may_be_marks(next_units) | may_be_special(units) | reinterpret_cast<Units8>(Pairs::match(p));
+        if (any(stops)) [[unlikely]] {
             break;
         }
-        run.add(scan_class);
-        p += 2;
+        uint32_t sum = 0;
+        for (int i = 0; i < kUnitsAtOnce; ++i) {
+            sum += kScanClasses[Rules::unit(p + 2 * i)] & (kScanEvidence | kScanKana);
+        }
+        run.evidence += sum % kScanKana;
+        run.kana += sum / kScanKana;
     }
     run.units = (p - begin) / 2;
     run.add_to(side.found);
     return p;
 }
 
-// Up to where neither byte order has anything but single characters.
-const uint8_t *calm_end(const uint8_t *p, const uint8_t *end) {
-    constexpr ptrdiff_t kBeforeMark = 4; // a base, and a pair in the other byte order
-    const uint8_t *first = find_pattern<Pairs>(p, end);
-    first = find_pattern<Marks>(p, first);
-    return first - p > kBeforeMark ? first - kBeforeMark - (first - p) % 2 : p;
-}
-
 // One cursor serves both byte orders: behind a big-endian pair the little-endian side looks for its partner after
 // that pair. The counts of both sides depend on it.
 const uint8_t *Utf16Scanner::scan(const uint8_t *p, const uint8_t *end, bool last) {
-    constexpr ptrdiff_t kCloseLook = 16; // passes what ended the calm
+    constexpr ptrdiff_t kCloseLook = kWide; // passes what stopped the eight
     const bool one_side = drops_sides_ && is_out(big) != is_out(little);
-    const uint8_t *calm = p;
     while (end - p >= 2) {
         if (one_side) {
-            calm = p < calm ? calm : calm_end(p, end);
-            p = is_out(big) ? take_singles_of<LittleRules>(little, p, calm) : take_singles_of<BigRules>(big, p, calm);
+            p = is_out(big) ? take_singles_of<LittleRules>(little, p, end) : take_singles_of<BigRules>(big, p, end);
         }
         const uint8_t *const close = one_side && end - p > kCloseLook ? p + kCloseLook : end;
         while (close - p >= 2) {

@@ -8,9 +8,9 @@ namespace jkc {
 
 enum ScanClass : uint8_t {
     kScanEvidence = 0x01, // speaks for Japanese text
-    kScanKana = 0x02,     // a kana that may stand in a text
-    kScanText = 0x04,     // may stand in a text
-    kScanSpecial = 0x08,  // in UTF-16: a high surrogate, or a unit that one byte order exempts
+    kScanText = 0x02,     // may stand in a text
+    kScanSpecial = 0x04,  // in UTF-16: a high surrogate, or a unit that one byte order exempts
+    kScanKana = 0x10,     // a kana; all of them are evidence
     kScanBase = 0x40,     // composes with a combining mark
     kScanMark = 0x80,     // a combining mark; behind a base its bit meets the base's, shifted by one
 };

@@ -119,9 +119,22 @@ constexpr uint8_t scan_class(uint32_t unit, uint16_t bits) {
     const bool base = (bits & 0x00F0) != 0;
     const bool mark = unit == 0x0306 || unit == 0x0308 || unit == 0x3099 || unit == 0x309A;
     const bool special = (unit & 0xFC00) == 0xD800 || unit == kReplacement || unit == kSwappedReplacement;
-    return static_cast<uint8_t>((evidence ? kScanEvidence : 0) | (text && is_kana(unit) ? kScanKana : 0) |
+    return static_cast<uint8_t>((evidence ? kScanEvidence : 0) | (evidence && is_kana(unit) ? kScanKana : 0) |
                                 (text ? kScanText : 0) | (special ? kScanSpecial : 0) | (base ? kScanBase : 0) |
                                 (mark ? kScanMark : 0));
+}
+
+// What the scanners for Unicode take for granted when they count many characters at once.
+constexpr bool suits_scanners(const std::array<uint8_t, 0x10000> &classes) {
+    for (uint32_t unit = 0; unit < classes.size(); unit++) {
+        const bool plain = unit > 0 && unit < 0x80;
+        const bool text_kana = is_kana(unit) && (classes[unit] & kScanText) != 0;
+        if ((plain && classes[unit] != (kScanEvidence | kScanText)) || (text_kana && (classes[unit] & kScanKana) == 0) ||
+            (unit % 0x100 == 0 && (classes[unit] & kScanBase) != 0)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 constexpr std::array<uint8_t, 0x10000> make_scan_classes() {
@@ -135,5 +148,6 @@ constexpr std::array<uint8_t, 0x10000> make_scan_classes() {
 } // namespace
 
 constexpr std::array<uint8_t, 0x10000> kScanClasses = make_scan_classes();
+static_assert(suits_scanners(kScanClasses));
 
 } // namespace jkc
