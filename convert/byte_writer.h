@@ -25,6 +25,13 @@ public:
         return o + end.length;
     }
     static uint8_t *question_mark(uint8_t *o) { return plain(o, '?'); }
+    // A code of one byte or two, without a branch that tells them apart.
+    static uint8_t *one_or_two(uint8_t *o, uint32_t code) {
+        *o = static_cast<uint8_t>(code >> 8);
+        o += code > 0xFF;
+        *o = static_cast<uint8_t>(code); // of one byte: over the first
+        return o + 1;
+    }
     static uint8_t *finish(uint8_t *o) { return o; }
 };
 

@@ -3,6 +3,7 @@
 #include "convert/legacy_source.h"
 #include "convert/loop.h"
 #include "convert/plain_text.h"
+#include "core/wide_units.h"
 
 namespace jkc {
 
@@ -10,22 +11,24 @@ namespace {
 
 using EucOfAnyTable = EucWriter<Cascade::kFlavours>;
 
-// --- What each target does with a character; null when it lacks it. ---
+// --- What each target does with a character, 7-bit or not; null when it lacks it. ---
 
 // Where the overline and the yen sign stand in JIS X 0201, and what these bytes are in ASCII.
 uint8_t *write(uint8_t *o, SjisWriter &w, uint32_t c) {
-    return c == kOverline ? w.plain(o, '~') : c == kYenSign ? w.plain(o, '\\') : w.put(o, c);
+    return c == kOverline ? w.plain(o, '~') : c == kYenSign ? w.plain(o, '\\') : w.put_mixed(o, c);
 }
-uint8_t *write(uint8_t *o, EucOfAnyTable &w, uint32_t c) { return c == kOverline ? w.plain(o, '~') : w.put(o, c); }
+uint8_t *write(uint8_t *o, EucOfAnyTable &w, uint32_t c) {
+    return c == kOverline ? w.plain(o, '~') : w.put_mixed(o, c);
+}
 uint8_t *write(uint8_t *o, JisWriter &w, uint32_t c) {
     if (c >= 0xFF61 && c <= 0xFF9F) {
         return w.katakana(o, static_cast<uint8_t>(c - 0xFF40));
     }
-    return c == kOverline ? w.plain(o, '~') : c == kYenSign ? w.plain(o, '\\') : w.put(o, c);
+    return c == kOverline ? w.plain(o, '~') : c == kYenSign ? w.plain(o, '\\') : w.put_mixed(o, c);
 }
 template <class Writer>
 uint8_t *write(uint8_t *o, Writer &w, uint32_t c) {
-    return w.put(o, c);
+    return w.put_mixed(o, c);
 }
 
 template <class Writer>
@@ -45,6 +48,9 @@ public:
     bool fast(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps) {
         if (steps < 2) {
             return false; // CR LF are two units
+        }
+        if (take_mixed(p, o, w, steps)) {
+            return true;
         }
         uint32_t unit = Order::unit(p);
         if (unit < 0x80) {
@@ -91,6 +97,37 @@ public:
 private:
     // UTF-16 output copies surrogates unit by unit.
     static bool needs_a_partner(uint32_t unit) { return !kIsUtf16<Writer> && is_high_surrogate(unit); }
+
+    // Takes units eight at a time, as long as each is a character by itself and some of them are not 7-bit. Returns
+    // whether there were any.
+    bool take_mixed(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps) {
+        if (composes_) {
+            return false;
+        }
+        const size_t before = steps;
+        Writer local = w; // which no store into the output can touch
+        while (steps > kUnits) {
+            const Units8 units = load8<Order>(p);
+            if (!any(~between(units, 0, 0x7F)) || any(stops(units))) {
+                break;
+            }
+            for (size_t i = 0; i < kUnits; ++i) {
+                o = character(o, local, Order::unit(p), p);
+                p += 2;
+            }
+            steps -= kUnits;
+        }
+        w = local;
+        if (steps == before) {
+            return false;
+        }
+        ++steps; // the caller counts one
+        return true;
+    }
+    Units8 stops(Units8 units) const {
+        const Units8 line_ends = text_.keeps_line_ends() ? Units8{} : equals(units, kLf) | equals(units, kCr);
+        return kIsUtf16<Writer> ? line_ends : line_ends | equals_masked<0xFC00>(units, 0xD800);
+    }
 
     bool stands_alone(uint32_t unit) const {
         return !needs_a_partner(unit) && !(composes_ && (ctx_.uni_def_table[unit] & kAnyBase) != 0);

@@ -38,6 +38,8 @@ public:
     explicit PlainText(const JkcContext &ctx)
         : line_type_(ctx), keeps_line_ends_((ctx.mode & JKC_MODE_LINE_TYPE) == JKC_LINE_KEEP) {}
 
+    bool keeps_line_ends() const { return keeps_line_ends_; }
+
     // Takes the 7-bit character at p, and those behind it as far as `steps` allows one step for each; the LF of a pair
     // counts as one if it can. `has_next` tells whether the character behind the first one belongs to the input.
     template <class Writer>

@@ -44,6 +44,16 @@ public:
         return write(o, code);
     }
 
+    // As put(), for text in which 7-bit characters, which need no table, and others alternate.
+    uint8_t *put_mixed(uint8_t *o, uint32_t c) {
+        const uint32_t found = look_up(c);
+        const uint32_t code = select(c < 0x80, c, found);
+        if ((code == 0 && c != 0) || code > 0xFFFF) [[unlikely]] {
+            return put(o, c);
+        }
+        return one_or_two(o, code);
+    }
+
     // What the table has in the slot of U+0000: a substitute of its own, or 0. (The tables of the flavours, which could
     // be asked for theirs, have none.)
     uint32_t own_substitute() const { return look_up(0); }

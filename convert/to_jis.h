@@ -62,6 +62,8 @@ public:
         const uint32_t code = c < designated_ ? table_[c] : 0;
         return code != 0 ? put_code(o, code, bits_[c]) : nullptr;
     }
+    // As put(), for 7-bit characters too.
+    uint8_t *put_mixed(uint8_t *o, uint32_t c) { return c < 0x80 ? plain(o, static_cast<uint8_t>(c)) : put(o, c); }
     uint8_t *put_code(uint8_t *o, uint32_t code, uint8_t set) { return two_bytes(enter(o, set), code); }
 
     // Writes the code that the table has at `index` in JIS X 0208, or the question mark: `found` tells which.

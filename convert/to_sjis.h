@@ -31,6 +31,13 @@ public:
         return o + 1;
     }
 
+    // As put(), for text in which 7-bit characters, which need no table, and others alternate.
+    uint8_t *put_mixed(uint8_t *o, uint32_t c) {
+        const uint32_t found = c < count_ ? table_[c] : 0;
+        const uint32_t code = select(c < 0x80, c, found);
+        return code == 0 && c != 0 ? nullptr : one_or_two(o, code);
+    }
+
     // What the table has in the slot of U+0000: a substitute of its own, or 0.
     uint32_t own_substitute() const { return count_ > 0 ? table_[0] : 0; }
     uint8_t *put_own_substitute(uint8_t *o) { return put(o, 0); }

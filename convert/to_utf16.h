@@ -48,6 +48,7 @@ public:
         return o;
     }
     uint8_t *put(uint8_t *o, uint32_t c) { return unit(o, c); }
+    uint8_t *put_mixed(uint8_t *o, uint32_t c) { return put(o, c); }
     uint8_t *put_supplementary(uint8_t *o, uint32_t c) { return unit(unit(o, high_surrogate(c)), low_surrogate(c)); }
     uint8_t *question_mark(uint8_t *o) { return unit(o, '?'); }
 

@@ -20,8 +20,7 @@ public:
 
     uint8_t *put(uint8_t *o, uint32_t c) {
         if (c >= 0x800) [[likely]] {
-            // In one store of four bytes, the last of which is written over.
-            put_four_bytes(o, 0x8080E0 | c >> 12 | (c & 0xFC0) << 2 | (c & 0x3F) << 16);
+            put_four_bytes(o, three_bytes(c));
             return o + 3;
         }
         if (c >= 0x80) {
@@ -30,6 +29,15 @@ public:
             return o + 2;
         }
         return plain(o, static_cast<uint8_t>(c));
+    }
+    // As put(), for text in which characters of one byte and of three alternate: no branch tells them apart.
+    uint8_t *put_mixed(uint8_t *o, uint32_t c) {
+        if (c - 0x80 < 0x800 - 0x80) [[unlikely]] {
+            return put(o, c);
+        }
+        const bool plain = c < 0x80;
+        put_four_bytes(o, select(plain, c, three_bytes(c)));
+        return o + select(plain, 1, 3);
     }
     uint8_t *put_supplementary(uint8_t *o, uint32_t c) {
         o[0] = static_cast<uint8_t>(0xF0 | c >> 18);
@@ -43,6 +51,12 @@ public:
     uint8_t *raw(uint8_t *o, const uint8_t *p, size_t length) {
         memcpy(o, p, length);
         return o + length;
+    }
+
+private:
+    // The lowest byte comes first; the fourth one is written over.
+    static uint32_t three_bytes(uint32_t c) {
+        return 0x8080E0 | c >> 12 | (c & 0xFC0) << 2 | (c & 0x3F) << 16;
     }
 };
 

@@ -24,6 +24,12 @@ constexpr uint8_t kSs3 = 0x8F;
 
 constexpr uint32_t two_byte_code(uint8_t high, uint8_t low) { return static_cast<uint32_t>(high) << 8 | low; }
 
+// One of two values, in arithmetic: compilers make a branch of the operator ?:, which costs dearly where it cannot be
+// predicted.
+constexpr uint32_t select(bool condition, uint32_t then, uint32_t otherwise) {
+    return otherwise ^ ((then ^ otherwise) & (0U - static_cast<uint32_t>(condition)));
+}
+
 // Puts the bytes of `value` from the lowest on.
 inline void put_four_bytes(uint8_t *o, uint32_t value) {
     if constexpr (std::endian::native != std::endian::little) {

@@ -13,9 +13,8 @@ namespace jkc {
 
 constexpr size_t kWide = 16;
 
-// Sixteen bytes, or eight UTF-16 units, on which operators work at once. Every compiler that we know of has these.
+// Sixteen bytes on which operators work at once. Every compiler that we know of has these.
 using Bytes16 = uint8_t __attribute__((vector_size(kWide)));
-using Units8 = uint16_t __attribute__((vector_size(kWide)));
 
 inline Bytes16 load16(const uint8_t *p) {
     Bytes16 bytes;
@@ -24,9 +23,8 @@ inline Bytes16 load16(const uint8_t *p) {
 }
 
 constexpr Bytes16 all16(uint8_t b) { return Bytes16{b, b, b, b, b, b, b, b, b, b, b, b, b, b, b, b}; }
-constexpr Units8 all8(uint16_t unit) { return Units8{unit, unit, unit, unit, unit, unit, unit, unit}; }
 
-// Each of the following returns all bits of the bytes, or of the units, for which it holds.
+// Each of the following returns all bits of the bytes for which it holds.
 inline Bytes16 equals(Bytes16 bytes, uint8_t b) { return reinterpret_cast<Bytes16>(bytes == all16(b)); }
 inline Bytes16 above(Bytes16 bytes, uint8_t b) { return reinterpret_cast<Bytes16>(bytes > all16(b)); }
 inline Bytes16 between(Bytes16 bytes, uint8_t first, uint8_t last) {
@@ -36,10 +34,6 @@ inline Bytes16 between(Bytes16 bytes, uint8_t first, uint8_t last) {
 template <uint8_t kMask>
 inline Bytes16 equals_masked(Bytes16 bytes, uint8_t b) {
     return equals(bytes & all16(kMask), b);
-}
-template <uint16_t kMask>
-inline Units8 equals_masked(Units8 units, uint16_t unit) {
-    return reinterpret_cast<Units8>((units & all8(kMask)) == all8(unit));
 }
 
 // The top bit of each byte, that of the first one lowest.
@@ -57,7 +51,6 @@ inline uint32_t mask_of(Bytes16 bytes) {
 
 // Whether any byte has its top bit.
 inline bool any(Bytes16 bytes) { return mask_of(bytes) != 0; }
-inline bool any(Units8 units) { return any(reinterpret_cast<Bytes16>(units)); }
 
 // One bit for each of the sixteen bytes that is 0x80 or more, or one of kStops.
 template <uint8_t... kStops>

@@ -1,9 +1,6 @@
 #include "judge/scan_utf16.h"
 
-#include <bit>
-#include <type_traits>
-
-#include "core/unicode.h"
+#include "core/wide_units.h"
 #include "judge/pattern.h"
 #include "tables/scan_classes.h"
 
@@ -85,7 +82,7 @@ struct Run {
 static_assert(kScanEvidence == 1);
 
 // Of the positions of sixteen bytes, those at which a unit begins.
-constexpr Bytes16 kUnits = {0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0};
+constexpr Bytes16 kUnitBegins = {0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0};
 
 // Surrogate pairs of either byte order, told by the high bytes of their units: those of a big-endian one stand first in
 // the units, those of a little-endian one second.
@@ -106,7 +103,7 @@ struct Marks {
     static Bytes16 match(const uint8_t *p) {
         const Bytes16 first = load16(p);
         const Bytes16 second = load16(p + 1);
-        return (is_mark(first, second) | is_mark(second, first)) & kUnits;
+        return (is_mark(first, second) | is_mark(second, first)) & kUnitBegins;
     }
     static Bytes16 is_mark(Bytes16 high, Bytes16 low) {
         return (equals(high, 0x03) & (equals(low, 0x06) | equals(low, 0x08))) |
@@ -160,16 +157,8 @@ const uint8_t *Utf16Scanner::take_singles(const uint8_t *p, const uint8_t *end) 
     return p;
 }
 
-// Eight units in the order in which the processor has its own.
-template <class Rules>
-Units8 units_at(const uint8_t *p) {
-    constexpr bool kNative = std::is_base_of_v<LittleEndian, Rules> == (std::endian::native == std::endian::little);
-    const auto units = reinterpret_cast<Units8>(load16(p));
-    return kNative ? units : units << 8 | units >> 8;
-}
-
 // Whether all are 7-bit and no NUL: evidence, and no part of anything longer in the other byte order either.
-bool are_plain(Units8 units) { return !any(reinterpret_cast<Units8>(units - all8(1) > all8(0x7E))); }
+bool are_plain(Units8 units) { return !any(~between(units, 0x01, 0x7F)); }
 
 // Whether any may be a combining mark, in either byte order: U+0306, U+0308, U+3099, U+309A, and some rare others.
 Units8 may_be_marks(Units8 units) {
@@ -188,14 +177,13 @@ Units8 may_be_special(Units8 units) {
 template <class Rules>
 const uint8_t *take_singles_of(Utf16Scanner::Side &side, const uint8_t *p, const uint8_t *end) {
     constexpr ptrdiff_t kReach = kWide + 2; // the unit behind the last one may be its mark
-    constexpr int kUnitsAtOnce = 8;
-    static_assert(kUnitsAtOnce * kScanEvidence < kScanKana && kUnitsAtOnce * kScanKana <= 0x80);
+    static_assert(kUnits * kScanEvidence < kScanKana);
     Run run;
     const uint8_t *const begin = p;
     for (; end - p >= kReach; p += kWide) {
-        const Units8 units = units_at<Rules>(p);
+        const Units8 units = load8<Rules>(p);
         if (are_plain(units)) {
-            run.evidence += kUnitsAtOnce;
+            run.evidence += kUnits;
             continue;
         }
         const auto next_units = reinterpret_cast<Units8>(load16(p + 2));
@@ -205,7 +193,7 @@ const uint8_t *take_singles_of(Utf16Scanner::Side &side, const uint8_t *p, const
             break;
         }
         uint32_t sum = 0;
-        for (int i = 0; i < kUnitsAtOnce; ++i) {
+        for (size_t i = 0; i < kUnits; ++i) {
             sum += kScanClasses[Rules::unit(p + 2 * i)] & (kScanEvidence | kScanKana);
         }
         run.evidence += sum % kScanKana;

@@ -1,0 +1,38 @@
+// Looks at eight units of UTF-16 at once.
+#pragma once
+
+#include <bit>
+#include <type_traits>
+
+#include "core/unicode.h"
+#include "core/wide.h"
+
+namespace jkc {
+
+using Units8 = uint16_t __attribute__((vector_size(kWide)));
+constexpr size_t kUnits = 8;
+
+// The units at p as numbers of the processor.
+template <class Order>
+inline Units8 load8(const uint8_t *p) {
+    constexpr bool kNative = std::is_base_of_v<LittleEndian, Order> == (std::endian::native == std::endian::little);
+    const auto units = reinterpret_cast<Units8>(load16(p));
+    return kNative ? units : units << 8 | units >> 8;
+}
+
+constexpr Units8 all8(uint16_t unit) { return Units8{unit, unit, unit, unit, unit, unit, unit, unit}; }
+
+// Each of the following returns all bits of the units for which it holds.
+inline Units8 equals(Units8 units, uint16_t unit) { return reinterpret_cast<Units8>(units == all8(unit)); }
+inline Units8 between(Units8 units, uint16_t first, uint16_t last) {
+    return reinterpret_cast<Units8>(units - all8(first) <= all8(static_cast<uint16_t>(last - first)));
+}
+// Where kMask has bits, they equal those of `unit`.
+template <uint16_t kMask>
+inline Units8 equals_masked(Units8 units, uint16_t unit) {
+    return equals(units & all8(kMask), unit);
+}
+
+inline bool any(Units8 units) { return any(reinterpret_cast<Bytes16>(units)); }
+
+} // namespace jkc
