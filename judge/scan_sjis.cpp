@@ -4,6 +4,7 @@
 #include "core/unicode.h"
 #include "core/wide.h"
 #include "judge/pattern.h"
+#include "judge/two_byte_run.h"
 
 namespace jkc {
 
@@ -59,13 +60,13 @@ const uint8_t *SjisScanner::skip_text(const uint8_t *p, const uint8_t *end) cons
     return jis_escape && p < whole ? find_pattern<ToldInJis>(p, whole) : skip_plain<0, kEsc>(p, end);
 }
 
-// Takes two-byte codes from p on as long as the table maps them; returns where they end.
-const uint8_t *SjisScanner::take_mapped_codes(const uint8_t *p, const uint8_t *end) {
+// Takes two-byte codes from p on, up to `until`, as long as the table maps them; returns where they end.
+const uint8_t *SjisScanner::take_mapped_codes(const uint8_t *p, const uint8_t *until, const uint8_t *end) {
     const uint16_t *table = table_;
     const uint64_t count = count_;
     const uint8_t *const begin = p;
     int64_t kana = 0;
-    while (end - p >= 2 && !is_plain(*p) && !is_sjis_katakana(*p)) {
+    while (p < until && end - p >= 2 && !is_plain(*p) && !is_sjis_katakana(*p)) {
         const uint32_t code = two_byte_code(p[0], p[1]);
         if (code >= count || table[code] == 0) {
             break;
@@ -78,51 +79,73 @@ const uint8_t *SjisScanner::take_mapped_codes(const uint8_t *p, const uint8_t *e
     return p;
 }
 
+// Takes ordinary text, in which nothing has to be told apart but kana. Returns where the rest begins.
+const uint8_t *SjisScanner::take_ordinary_text(const uint8_t *p, const uint8_t *end) {
+    const TwoByteRun run = ordinary_run<OrdinarySjis>(p, end);
+    if (run.end != p) {
+        close_katakana_run();
+        found.valid += run.valid;
+        found.kana += run.kana;
+    }
+    return run.end;
+}
+
 const uint8_t *SjisScanner::scan(const uint8_t *p, const uint8_t *end, bool last, const uint8_t *origin,
                                  int64_t offset) {
+    constexpr ptrdiff_t kCloseLook = kWide; // passes what ended the ordinary text
     while (p < end) {
-        const uint8_t b = *p;
-        if (is_sjis_katakana(b)) {
-            coded = true;
-            katakana_run_ = katakana_run_ == 0 ? 1 : 2;
-            ++p;
-            continue;
+        const uint8_t *close = end;
+        if (coded && !counts_nuls_) {
+            const uint8_t *const from = p;
+            p = take_ordinary_text(p, end);
+            // Mostly a single character stopped it.
+            const ptrdiff_t close_look = p - from >= kCloseLook ? 1 : kCloseLook;
+            close = end - p > close_look ? p + close_look : end;
         }
-        close_katakana_run();
-        if (b >= 0x80) {
-            coded = true;
-            if (end - p < 2) {
-                break; // cut: goes on in the next block, and at the end of the input counts nothing
+        while (p < close) {
+            const uint8_t b = *p;
+            if (is_sjis_katakana(b)) {
+                coded = true;
+                katakana_run_ = katakana_run_ == 0 ? 1 : 2;
+                ++p;
+                continue;
             }
-            const uint8_t *behind = take_mapped_codes(p, end);
-            if (behind == p) {
-                found.errors += 2;
-                behind += 2;
-            }
-            p = behind;
-        } else if (b == 0) {
-            const bool at_even_offset = ((p - origin) & 1) == 0;
-            if (at_even_offset && !last && p + 1 == end) {
-                break;
-            }
-            coded = true;
-            if (at_even_offset) {
-                big_units += p + 1 < end && is_latin(p[1]) ? 1 : 0;
+            close_katakana_run();
+            if (b >= 0x80) {
+                coded = true;
+                if (end - p < 2) {
+                    return p; // cut: goes on in the next block, and at the end of the input counts nothing
+                }
+                const uint8_t *behind = take_mapped_codes(p, close, end);
+                if (behind == p) {
+                    found.errors += 2;
+                    behind += 2;
+                }
+                p = behind;
+            } else if (b == 0) {
+                const bool at_even_offset = ((p - origin) & 1) == 0;
+                if (at_even_offset && !last && p + 1 == end) {
+                    return p;
+                }
+                coded = true;
+                if (at_even_offset) {
+                    big_units += p + 1 < end && is_latin(p[1]) ? 1 : 0;
+                } else {
+                    little_units += is_latin(p[-1]) ? 1 : 0;
+                }
+                p = skip_text(p + 1, end);
+            } else if (b == kEsc) {
+                const auto left = static_cast<size_t>(end - p);
+                if (left < kLongestEscape && !last) {
+                    return p;
+                }
+                p += take_escape(p, left, offset + (p - origin));
+                if (jis2004) {
+                    return p;
+                }
             } else {
-                little_units += is_latin(p[-1]) ? 1 : 0;
+                p = skip_text(p + 1, end);
             }
-            p = skip_text(p + 1, end);
-        } else if (b == kEsc) {
-            const auto left = static_cast<size_t>(end - p);
-            if (left < kLongestEscape && !last) {
-                break;
-            }
-            p += take_escape(p, left, offset + (p - origin));
-            if (jis2004) {
-                return p;
-            }
-        } else {
-            p = skip_text(p + 1, end);
         }
     }
     if (last) {

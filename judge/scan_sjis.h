@@ -27,7 +27,8 @@ public:
 private:
     void close_katakana_run();
     const uint8_t *skip_text(const uint8_t *p, const uint8_t *end) const;
-    const uint8_t *take_mapped_codes(const uint8_t *p, const uint8_t *end);
+    const uint8_t *take_ordinary_text(const uint8_t *p, const uint8_t *end);
+    const uint8_t *take_mapped_codes(const uint8_t *p, const uint8_t *until, const uint8_t *end);
     bool is_latin(uint8_t b) const;
     size_t take_escape(const uint8_t *p, size_t left, int64_t offset);
 

@@ -1,0 +1,130 @@
+// Counts runs of ordinary Japanese text in Shift_JIS and EUC, 32 bytes at a time.
+//
+// Which bytes are leads cannot be told from the bytes alone: trails look like them. But in a row of bytes that could all
+// be leads every second one is, from the first on, and a byte that could be none ends the row, whether it is the trail
+// of the last lead or a character by itself.
+#pragma once
+
+#include "core/bytes.h"
+#include "core/wide.h"
+
+namespace jkc {
+
+// Tells which bytes are above others at the cost of one instruction. (SSE2 knows the order of signed bytes only.)
+class Ordered {
+public:
+    explicit Ordered(Bytes16 bytes) : shifted_(shifted(bytes)) {}
+    Bytes16 above(uint8_t b) const { return reinterpret_cast<Bytes16>(shifted_ > shifted(all16(b))); }
+
+private:
+    using Signed16 = int8_t __attribute__((vector_size(kWide)));
+    static Signed16 shifted(Bytes16 bytes) { return reinterpret_cast<Signed16>(bytes ^ all16(0x80)); }
+    Signed16 shifted_;
+};
+
+// The codes of the rows that make up nearly all of a text, without holes. Each encoding tells by single() which bytes are
+// neither leads nor passed as 7-bit text; of a lead and the byte behind it, whether they are an ordinary code, and if
+// so, whether it is a kana.
+struct OrdinarySjis {
+    static Bytes16 single(Bytes16 first) { return between(first, 0xA1, 0xDF) | equals(first, kEsc); }
+    static Bytes16 code(Bytes16 first, Bytes16 second) {
+        constexpr uint8_t kJoin = 0xA0; // makes one row of the leads 81 to 9F and E0 to FC
+        const Ordered rows(first ^ all16(kJoin));
+        const Ordered trails(second);
+        const Bytes16 begins_late = equals(first, 0x82) | equals(first, 0x88);
+        const Bytes16 no_row = rows.above(0xE9 ^ kJoin) | equals_masked<0xFC>(first, 0x84);
+        const Bytes16 no_trail = trails.above(0xFC) | equals(second, 0x7F);
+        const Bytes16 no_symbol = equals(first, 0x81) & trails.above(0xAC);
+        const Bytes16 no_hiragana = equals(first, 0x82) & trails.above(0xF1);
+        const Bytes16 no_katakana = equals(first, 0x83) & trails.above(0x93);
+        const Bytes16 between_levels = equals(first, 0x98) & trails.above(0x72);
+        return rows.above(0x80 ^ kJoin) & trails.above(0x3F) &
+               ~(no_row | no_trail | no_symbol | no_hiragana | no_katakana | between_levels |
+                 (begins_late & ~trails.above(0x9E)));
+    }
+    static Bytes16 kana(Bytes16 first) { return equals_masked<0xFE>(first, 0x82); }
+};
+
+struct OrdinaryEuc {
+    static Bytes16 single(Bytes16 /*first*/) { return Bytes16{}; }
+    static Bytes16 code(Bytes16 first, Bytes16 second) {
+        const Ordered rows(first);
+        const Ordered trails(second);
+        const Bytes16 kanji = rows.above(0xAF) & ~rows.above(0xF3);
+        const Bytes16 no_kana = kana(first) & trails.above(0xF3);
+        const Bytes16 between_levels = equals(first, 0xCF) & trails.above(0xD3);
+        return (kanji | kana(first) | equals(first, 0xA1)) & trails.above(0xA0) &
+               ~(equals(second, 0xFF) | no_kana | between_levels);
+    }
+    static Bytes16 kana(Bytes16 first) { return equals_masked<0xFE>(first, 0xA4); }
+};
+
+// Of a row of candidates in `mask`, every second one from its first on.
+constexpr uint32_t every_second(uint32_t mask) {
+    constexpr uint32_t kEven = 0x55555555;
+    const uint32_t begins = mask & ~(mask << 1);
+    // Adding its begin to a row carries through all of it.
+    const uint32_t from_even = mask & ~(mask + (begins & kEven));
+    return (from_even & kEven) | (mask & ~from_even & ~kEven);
+}
+static_assert(every_second(0b0011'1101'1011) == 0b0001'0100'1001);
+
+// Adds up the bits of pairs of masks, of 4095 pairs at most. (Not every x86-64 processor has an instruction for that.)
+class MaskCounts {
+public:
+    void add(uint32_t left, uint32_t right) {
+        uint64_t bits = left | uint64_t{right} << 32;
+        bits -= bits >> 1 & 0x5555555555555555;
+        bits = (bits & 0x3333333333333333) + (bits >> 2 & 0x3333333333333333);
+        bits = (bits + (bits >> 4)) & 0x0F0F0F0F0F0F0F0F;
+        sums_ += (bits & 0x00FF00FF00FF00FF) + (bits >> 8 & 0x00FF00FF00FF00FF);
+    }
+    int64_t left() const { return (sums_ & 0xFFFF) + (sums_ >> 16 & 0xFFFF); }
+    int64_t right() const { return (sums_ >> 32 & 0xFFFF) + (sums_ >> 48); }
+
+private:
+    uint64_t sums_ = 0; // in four parts
+};
+
+struct TwoByteRun {
+    const uint8_t *end; // of the run, the begin of a character
+    int64_t valid;      // bytes of two-byte characters
+    int64_t kana;       // bytes of kana
+};
+
+// Counts from p, the begin of a character, to the first one that is neither ASCII nor an ordinary code, or to the last
+// 32 bytes. What is scanned lies in one block; a byte behind `end` must be readable.
+template <class Ordinary>
+inline TwoByteRun ordinary_run(const uint8_t *p, const uint8_t *end) {
+    constexpr ptrdiff_t kStride = 2 * kWide; // more than sixteen, since each step must wait for the one before
+    const auto both = [](Bytes16 left, Bytes16 right) { return mask_of(left) | mask_of(right) << kWide; };
+    MaskCounts counts;
+    while (end - p >= kStride) {
+        const Bytes16 left = load16(p);
+        const Bytes16 right = load16(p + kWide);
+        const uint32_t coded = both(left, right);
+        const uint32_t singles = both(Ordinary::single(left), Ordinary::single(right));
+        if ((coded | singles) == 0) {
+            p += kStride;
+            continue;
+        }
+        const uint32_t leads = every_second(coded & ~singles);
+        const uint32_t codes = both(Ordinary::code(left, load16(p + 1)), Ordinary::code(right, load16(p + 1 + kWide)));
+        const uint32_t kana = both(Ordinary::kana(left), Ordinary::kana(right));
+        const uint32_t stops = (leads & ~codes) | (singles & ~(leads << 1));
+        if (stops != 0) [[unlikely]] {
+            const uint32_t before = leads & ((stops & (0U - stops)) - 1);
+            counts.add(before, before & kana);
+            p += __builtin_ctz(stops);
+            break;
+        }
+        // A lead in the last place is left to the next stride, with its trail.
+        const uint32_t last = leads >> (kStride - 1);
+        const uint32_t whole = leads & ~(last << (kStride - 1));
+        counts.add(whole, whole & kana);
+        p += kStride - last;
+    }
+    return {p, 2 * counts.left(), 2 * counts.right()};
+}
+
+} // namespace jkc
