@@ -4,6 +4,7 @@
 #include "core/table_selection.h"
 #include "core/wide.h"
 #include "judge/follow.h"
+#include "judge/two_byte_run.h"
 
 namespace jkc {
 
@@ -91,12 +92,23 @@ void EucScanner::unmapped_three_byte(uint32_t code) {
     select_source_tables(*ctx_, JKC_TYPE_EUC_20932);
 }
 
-// Takes two-byte codes from p on as long as the table in use maps them; returns where they end.
-const uint8_t *EucScanner::take_mapped_codes(const uint8_t *p, const uint8_t *end) {
+// Takes text of codes that every table has. Returns where the rest begins.
+const uint8_t *EucScanner::take_ordinary_text(const uint8_t *p, const uint8_t *end) {
+    const TwoByteRun run = ordinary_run<OrdinaryEuc>(p, end);
+    if (run.end != p) {
+        close_katakana_run();
+        found.valid += run.valid;
+        found.kana += run.kana;
+    }
+    return run.end;
+}
+
+// Takes two-byte codes from p on, up to `until`, as long as the table in use maps them; returns where they end.
+const uint8_t *EucScanner::take_mapped_codes(const uint8_t *p, const uint8_t *until, const uint8_t *end) {
     const uint16_t *table = ctx_->euc_src_table;
     const uint8_t *const begin = p;
     int64_t kana = 0;
-    while (end - p >= 2 && !is_plain(*p) && *p != kSs2 && *p != kSs3) {
+    while (p < until && end - p >= 2 && !is_plain(*p) && *p != kSs2 && *p != kSs3) {
         const uint32_t code = two_byte_code(p[0], p[1]);
         if (table[code] == 0) {
             break;
@@ -111,46 +123,52 @@ const uint8_t *EucScanner::take_mapped_codes(const uint8_t *p, const uint8_t *en
 
 const uint8_t *EucScanner::scan(const uint8_t *p, const uint8_t *end, bool last) {
     while (p < end) {
-        const uint8_t b = *p;
-        if (is_plain(b)) {
+        const uint8_t *const from = p;
+        p = take_ordinary_text(p, end);
+        const uint8_t *const close = close_look_end(from, p, end);
+        while (p < close) {
+            const uint8_t b = *p;
+            if (is_plain(b)) {
+                close_katakana_run();
+                p = skip_plain(p + 1, end);
+                continue;
+            }
+            if (is_cut(p, end)) {
+                if (last) {
+                    close_katakana_run();
+                    (b == kSs3 ? cut_three_byte : cut_two_byte) = true;
+                }
+                return p;
+            }
+            if (b == kSs2 && is_sjis_katakana(p[1])) {
+                katakana_run_ = katakana_run_ == 0 ? 1 : 2;
+                p += 2;
+                continue;
+            }
             close_katakana_run();
-            p = skip_plain(p + 1, end);
-            continue;
-        }
-        if (is_cut(p, end)) {
-            break;
-        }
-        if (b == kSs2 && is_sjis_katakana(p[1])) {
-            katakana_run_ = katakana_run_ == 0 ? 1 : 2;
-            p += 2;
-            continue;
-        }
-        close_katakana_run();
-        if (b == kSs2) {
-            found.errors += 2;
-            p += 2;
-        } else if (b == kSs3) {
-            const uint32_t code = two_byte_code(p[1], p[2]);
-            if (maps(ctx_->euc_src_table_8f, ctx_->euc_src_count_8f, code)) {
-                found.valid += 3;
+            if (b == kSs2) {
+                found.errors += 2;
+                p += 2;
+            } else if (b == kSs3) {
+                const uint32_t code = two_byte_code(p[1], p[2]);
+                if (maps(ctx_->euc_src_table_8f, ctx_->euc_src_count_8f, code)) {
+                    found.valid += 3;
+                } else {
+                    unmapped_three_byte(code);
+                }
+                p += 3;
             } else {
-                unmapped_three_byte(code);
+                const uint8_t *behind = take_mapped_codes(p, close, end);
+                if (behind == p) {
+                    unmapped_two_byte(two_byte_code(p[0], p[1]));
+                    behind += 2;
+                }
+                p = behind;
             }
-            p += 3;
-        } else {
-            const uint8_t *behind = take_mapped_codes(p, end);
-            if (behind == p) {
-                unmapped_two_byte(two_byte_code(p[0], p[1]));
-                behind += 2;
-            }
-            p = behind;
         }
     }
     if (last) {
         close_katakana_run();
-        if (p < end) {
-            (*p == kSs3 ? cut_three_byte : cut_two_byte) = true;
-        }
     }
     return p;
 }

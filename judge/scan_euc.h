@@ -28,7 +28,8 @@ public:
 
 private:
     void close_katakana_run();
-    const uint8_t *take_mapped_codes(const uint8_t *p, const uint8_t *end);
+    const uint8_t *take_ordinary_text(const uint8_t *p, const uint8_t *end);
+    const uint8_t *take_mapped_codes(const uint8_t *p, const uint8_t *until, const uint8_t *end);
     void unmapped_two_byte(uint32_t code);
     void unmapped_three_byte(uint32_t code);
 

@@ -92,15 +92,12 @@ const uint8_t *SjisScanner::take_ordinary_text(const uint8_t *p, const uint8_t *
 
 const uint8_t *SjisScanner::scan(const uint8_t *p, const uint8_t *end, bool last, const uint8_t *origin,
                                  int64_t offset) {
-    constexpr ptrdiff_t kCloseLook = kWide; // passes what ended the ordinary text
     while (p < end) {
         const uint8_t *close = end;
         if (coded && !counts_nuls_) {
             const uint8_t *const from = p;
             p = take_ordinary_text(p, end);
-            // Mostly a single character stopped it.
-            const ptrdiff_t close_look = p - from >= kCloseLook ? 1 : kCloseLook;
-            close = end - p > close_look ? p + close_look : end;
+            close = close_look_end(from, p, end);
         }
         while (p < close) {
             const uint8_t b = *p;

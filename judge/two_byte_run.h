@@ -127,4 +127,10 @@ inline TwoByteRun ordinary_run(const uint8_t *p, const uint8_t *end) {
     return {p, 2 * counts.left(), 2 * counts.right()};
 }
 
+// How far to look closely at what stopped a run from `begin` at p: mostly that is a single character.
+inline const uint8_t *close_look_end(const uint8_t *begin, const uint8_t *p, const uint8_t *end) {
+    const ptrdiff_t close = p - begin >= static_cast<ptrdiff_t>(kWide) ? 1 : kWide;
+    return end - p > close ? p + close : end;
+}
+
 } // namespace jkc
