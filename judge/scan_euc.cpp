@@ -94,7 +94,7 @@ void EucScanner::unmapped_three_byte(uint32_t code) {
 
 // Takes text of codes that every table has. Returns where the rest begins.
 const uint8_t *EucScanner::take_ordinary_text(const uint8_t *p, const uint8_t *end) {
-    const TwoByteRun run = ordinary_run<OrdinaryEuc>(p, end);
+    const OrdinaryRun run = ordinary_two_byte_run<OrdinaryEuc>(p, end);
     if (run.end != p) {
         close_katakana_run();
         found.valid += run.valid;

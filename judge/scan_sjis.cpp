@@ -81,7 +81,7 @@ const uint8_t *SjisScanner::take_mapped_codes(const uint8_t *p, const uint8_t *u
 
 // Takes ordinary text, in which nothing has to be told apart but kana. Returns where the rest begins.
 const uint8_t *SjisScanner::take_ordinary_text(const uint8_t *p, const uint8_t *end) {
-    const TwoByteRun run = ordinary_run<OrdinarySjis>(p, end);
+    const OrdinaryRun run = ordinary_two_byte_run<OrdinarySjis>(p, end);
     if (run.end != p) {
         close_katakana_run();
         found.valid += run.valid;

@@ -187,15 +187,11 @@ struct Utf8Scanner::Tally {
 const uint8_t *Utf8Scanner::scan(const uint8_t *p, const uint8_t *end, bool last) {
     Tally tally{found, four_byte, decomposed, base_, p};
     while (p < end) {
-        const Utf8Run run = common_run(p, end);
+        const OrdinaryRun run = ordinary_utf8_run(p, end);
+        const uint8_t *const close = close_look_end(p, run.end, end);
         tally.found.valid += run.valid;
         tally.found.kana += run.kana;
         p = run.end;
-        if (p == end) {
-            break;
-        }
-        // What stopped the run lies within sixteen bytes.
-        const uint8_t *const close = end - p > static_cast<ptrdiff_t>(kWide) ? p + kWide : end;
         while (p < close) {
             const size_t length = utf8_length(*p);
             const auto left = static_cast<size_t>(end - p);

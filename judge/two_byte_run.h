@@ -6,21 +6,9 @@
 #pragma once
 
 #include "core/bytes.h"
-#include "core/wide.h"
+#include "judge/ordinary_run.h"
 
 namespace jkc {
-
-// Tells which bytes are above others at the cost of one instruction. (SSE2 knows the order of signed bytes only.)
-class Ordered {
-public:
-    explicit Ordered(Bytes16 bytes) : shifted_(shifted(bytes)) {}
-    Bytes16 above(uint8_t b) const { return reinterpret_cast<Bytes16>(shifted_ > shifted(all16(b))); }
-
-private:
-    using Signed16 = int8_t __attribute__((vector_size(kWide)));
-    static Signed16 shifted(Bytes16 bytes) { return reinterpret_cast<Signed16>(bytes ^ all16(0x80)); }
-    Signed16 shifted_;
-};
 
 // The codes of the rows that make up nearly all of a text, without holes. Each encoding tells by single() which bytes are
 // neither leads nor passed as 7-bit text; of a lead and the byte behind it, whether they are an ordinary code, and if
@@ -69,51 +57,27 @@ constexpr uint32_t every_second(uint32_t mask) {
 }
 static_assert(every_second(0b0011'1101'1011) == 0b0001'0100'1001);
 
-// Adds up the bits of pairs of masks, of 4095 pairs at most. (Not every x86-64 processor has an instruction for that.)
-class MaskCounts {
-public:
-    void add(uint32_t left, uint32_t right) {
-        uint64_t bits = left | uint64_t{right} << 32;
-        bits -= bits >> 1 & 0x5555555555555555;
-        bits = (bits & 0x3333333333333333) + (bits >> 2 & 0x3333333333333333);
-        bits = (bits + (bits >> 4)) & 0x0F0F0F0F0F0F0F0F;
-        sums_ += (bits & 0x00FF00FF00FF00FF) + (bits >> 8 & 0x00FF00FF00FF00FF);
-    }
-    int64_t left() const { return (sums_ & 0xFFFF) + (sums_ >> 16 & 0xFFFF); }
-    int64_t right() const { return (sums_ >> 32 & 0xFFFF) + (sums_ >> 48); }
-
-private:
-    uint64_t sums_ = 0; // in four parts
-};
-
-struct TwoByteRun {
-    const uint8_t *end; // of the run, the begin of a character
-    int64_t valid;      // bytes of two-byte characters
-    int64_t kana;       // bytes of kana
-};
-
 // Counts from p, the begin of a character, to the first one that is neither ASCII nor an ordinary code, or to the last
 // 32 bytes. What is scanned lies in one block; a byte behind `end` must be readable.
 template <class Ordinary>
-inline TwoByteRun ordinary_run(const uint8_t *p, const uint8_t *end) {
-    constexpr ptrdiff_t kStride = 2 * kWide; // more than sixteen, since each step must wait for the one before
-    const auto both = [](Bytes16 left, Bytes16 right) { return mask_of(left) | mask_of(right) << kWide; };
+inline OrdinaryRun ordinary_two_byte_run(const uint8_t *p, const uint8_t *end) {
     MaskCounts counts;
     while (end - p >= kStride) {
         const Bytes16 left = load16(p);
         const Bytes16 right = load16(p + kWide);
-        const uint32_t coded = both(left, right);
-        const uint32_t singles = both(Ordinary::single(left), Ordinary::single(right));
+        const uint32_t coded = mask_of(left, right);
+        const uint32_t singles = mask_of(Ordinary::single(left), Ordinary::single(right));
         if ((coded | singles) == 0) {
             p += kStride;
             continue;
         }
         const uint32_t leads = every_second(coded & ~singles);
-        const uint32_t codes = both(Ordinary::code(left, load16(p + 1)), Ordinary::code(right, load16(p + 1 + kWide)));
-        const uint32_t kana = both(Ordinary::kana(left), Ordinary::kana(right));
+        const uint32_t codes =
+            mask_of(Ordinary::code(left, load16(p + 1)), Ordinary::code(right, load16(p + 1 + kWide)));
+        const uint32_t kana = mask_of(Ordinary::kana(left), Ordinary::kana(right));
         const uint32_t stops = (leads & ~codes) | (singles & ~(leads << 1));
         if (stops != 0) [[unlikely]] {
-            const uint32_t before = leads & ((stops & (0U - stops)) - 1);
+            const uint32_t before = leads & below_lowest(stops);
             counts.add(before, before & kana);
             p += __builtin_ctz(stops);
             break;
@@ -125,12 +89,6 @@ inline TwoByteRun ordinary_run(const uint8_t *p, const uint8_t *end) {
         p += kStride - last;
     }
     return {p, 2 * counts.left(), 2 * counts.right()};
-}
-
-// How far to look closely at what stopped a run from `begin` at p: mostly that is a single character.
-inline const uint8_t *close_look_end(const uint8_t *begin, const uint8_t *p, const uint8_t *end) {
-    const ptrdiff_t close = p - begin >= static_cast<ptrdiff_t>(kWide) ? 1 : kWide;
-    return end - p > close ? p + close : end;
 }
 
 } // namespace jkc

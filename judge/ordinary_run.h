@@ -1,0 +1,62 @@
+// What the scanners of ordinary text share, who look at 32 bytes at a time and leave the rest to a closer look.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "core/wide.h"
+
+namespace jkc {
+
+// A run of ASCII and ordinary characters.
+struct OrdinaryRun {
+    const uint8_t *end; // the begin of a character
+    int64_t valid;      // bytes of characters that are not ASCII
+    int64_t kana;       // bytes of kana
+};
+
+// More than sixteen bytes, since each step must wait for the one before to tell where a character begins.
+constexpr ptrdiff_t kStride = 2 * kWide;
+
+// The top bits of both halves of a stride.
+inline uint32_t mask_of(Bytes16 left, Bytes16 right) { return mask_of(left) | mask_of(right) << kWide; }
+
+// What is below the lowest bit of a mask that has any.
+constexpr uint32_t below_lowest(uint32_t mask) { return (mask & (0U - mask)) - 1; }
+
+// Tells which bytes are above others at the cost of one instruction. (SSE2 knows the order of signed bytes only.)
+class Ordered {
+public:
+    explicit Ordered(Bytes16 bytes) : shifted_(shifted(bytes)) {}
+    Bytes16 above(uint8_t b) const { return reinterpret_cast<Bytes16>(shifted_ > shifted(all16(b))); }
+
+private:
+    using Signed16 = int8_t __attribute__((vector_size(kWide)));
+    static Signed16 shifted(Bytes16 bytes) { return reinterpret_cast<Signed16>(bytes ^ all16(0x80)); }
+    Signed16 shifted_;
+};
+
+// Adds up the bits of pairs of masks, of 4095 pairs at most. (Not every x86-64 processor has an instruction for that.)
+class MaskCounts {
+public:
+    void add(uint32_t left, uint32_t right) {
+        uint64_t bits = left | uint64_t{right} << 32;
+        bits -= bits >> 1 & 0x5555555555555555;
+        bits = (bits & 0x3333333333333333) + (bits >> 2 & 0x3333333333333333);
+        bits = (bits + (bits >> 4)) & 0x0F0F0F0F0F0F0F0F;
+        sums_ += (bits & 0x00FF00FF00FF00FF) + (bits >> 8 & 0x00FF00FF00FF00FF);
+    }
+    int64_t left() const { return (sums_ & 0xFFFF) + (sums_ >> 16 & 0xFFFF); }
+    int64_t right() const { return (sums_ >> 32 & 0xFFFF) + (sums_ >> 48); }
+
+private:
+    uint64_t sums_ = 0; // in four parts
+};
+
+// How far to look closely at what stopped a run from `begin` at p: mostly that is a single character.
+inline const uint8_t *close_look_end(const uint8_t *begin, const uint8_t *p, const uint8_t *end) {
+    const ptrdiff_t close = p - begin >= static_cast<ptrdiff_t>(kWide) ? 1 : kWide;
+    return end - p > close ? p + close : end;
+}
+
+} // namespace jkc
