@@ -96,14 +96,8 @@ public:
             text_.take(p, o, w, steps);
             return true;
         }
-        if ((p[0] & 0xF0) == 0xE0 && is_trail(p[1]) && is_trail(p[2])) [[likely]] {
-            const uint32_t c = utf8_code_point(p[0], p[1], p[2]);
-            if (composes_ && (class_of(c) & kKanaBase) != 0) {
-                return false;
-            }
-            o = character(o, w, c, p, 3);
-            p += 3;
-            return true;
+        if (is_three_byte(get_four_bytes(p))) [[likely]] {
+            return take_three_byte_run(p, o, w, steps);
         }
         if ((p[0] & 0xE0) == 0xC0 && is_trail(p[1])) {
             const uint32_t c = utf8_code_point(p[0], p[1]);
@@ -152,6 +146,32 @@ public:
     }
 
 private:
+    // Of the four bytes at a character's begin.
+    static bool is_three_byte(uint32_t bytes) { return (bytes & 0xC0C0F0) == 0x8080E0; }
+    static uint32_t three_byte_code_point(uint32_t bytes) {
+        return (bytes & 0x0F) << 12 | (bytes >> 2 & 0xFC0) | (bytes >> 16 & 0x3F);
+    }
+
+    // Takes the three-byte character at p, and those behind it. Returns whether there was any that stands alone.
+    bool take_three_byte_run(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps) {
+        const uint8_t *const begin = p;
+        Writer local = w; // which no store into the output can touch
+        for (uint32_t bytes = get_four_bytes(p); is_three_byte(bytes); bytes = get_four_bytes(p)) {
+            const uint32_t c = three_byte_code_point(bytes);
+            if (composes_ && (class_of(c) & kKanaBase) != 0) {
+                break;
+            }
+            o = character(o, local, c, p, 3);
+            p += 3;
+            if (--steps == 0) {
+                break;
+            }
+        }
+        w = local;
+        steps += p != begin ? 1 : 0; // the caller counts one
+        return p != begin;
+    }
+
     // What length_at() says of bytes that are no character.
     static constexpr size_t kInvalid = 0;
     static constexpr size_t kCutOff = 99;

@@ -30,11 +30,17 @@ constexpr uint32_t select(bool condition, uint32_t then, uint32_t otherwise) {
     return otherwise ^ ((then ^ otherwise) & (0U - static_cast<uint32_t>(condition)));
 }
 
-// Puts the bytes of `value` from the lowest on.
+// Four bytes as a number, the first one lowest, whatever the processor's order.
+constexpr uint32_t lowest_first(uint32_t value) {
+    return std::endian::native == std::endian::little ? value : __builtin_bswap32(value);
+}
+inline uint32_t get_four_bytes(const uint8_t *p) {
+    uint32_t value;
+    memcpy(&value, p, sizeof value);
+    return lowest_first(value);
+}
 inline void put_four_bytes(uint8_t *o, uint32_t value) {
-    if constexpr (std::endian::native != std::endian::little) {
-        value = __builtin_bswap32(value);
-    }
+    value = lowest_first(value);
     memcpy(o, &value, sizeof value);
 }
 
