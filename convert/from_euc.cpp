@@ -26,7 +26,9 @@ public:
         const uint8_t b = *p;
         if (is_plain(b)) {
             text_.take(p, o, w, steps);
-        } else if (b >= 0xA1 || b == kSs2) {
+        } else if (b >= 0xA1) {
+            take_two_byte_run(p, o, w, steps);
+        } else if (b == kSs2) {
             o = two_byte(p, o, w);
             p += 2;
         } else if (b == kSs3) {
@@ -46,6 +48,19 @@ public:
     }
 
 private:
+    // Takes the two-byte character at p, and those behind it.
+    void take_two_byte_run(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps) {
+        Writer local = w; // which no store into the output can touch
+        for (;; --steps) {
+            o = two_byte(p, o, local);
+            p += 2;
+            if (steps == 1 || *p < 0xA1) {
+                break;
+            }
+        }
+        w = local;
+    }
+
     uint8_t *two_byte(const uint8_t *p, uint8_t *o, Writer &w) {
         if constexpr (std::is_same_v<Writer, JisWriter>) {
             if (p[0] == kSs2) { // both sides have the byte: no table, whatever it is
