@@ -15,7 +15,10 @@ bool is_kana_code(uint32_t code) { return (code - 0xA4A1 <= 0x52) | (code - 0xA5
 
 void count(Evidence &flavour, bool mapped, int length) { (mapped ? flavour.valid : flavour.errors) += length; }
 
-bool maps(const uint16_t *table, uint64_t entries, uint32_t code) { return code < entries && table[code] != 0; }
+// The EucClass bits of a code.
+uint8_t class_of(uint8_t high, uint8_t low) {
+    return is_plain(high) || is_plain(low) ? uint8_t{0} : kEucClasses[euc_class_index(high, low)];
+}
 
 bool is_cut(const uint8_t *p, const uint8_t *end) { return end - p < (*p == kSs3 ? 3 : 2); }
 
@@ -41,7 +44,7 @@ struct TableFollower {
             state = State::kCp20932;
             return p + 3;
         }
-        if (*p != kSs2 && _euc2unibecommon_table00[two_byte_code(p[0], p[1])] == 0) {
+        if (*p != kSs2 && (class_of(p[0], p[1]) & kInGeneric) == 0) {
             state = State::kCp51932;
         }
         return p + 2;
@@ -59,9 +62,9 @@ const uint8_t *EucScanner::watch(const uint8_t *p, const uint8_t *end) {
     TableFollower::State state = TableFollower::kUnknown;
     const uint8_t *stands = follow(TableFollower(), p, end, end, state);
     if (state == TableFollower::State::kCp51932) {
-        select_source_tables(*ctx_, JKC_TYPE_EUC_51932);
+        use_51932();
     } else if (state == TableFollower::State::kCp20932) {
-        select_source_tables(*ctx_, JKC_TYPE_EUC_20932);
+        use_20932();
     }
     return stands;
 }
@@ -76,20 +79,35 @@ void EucScanner::close_katakana_run() {
 // A code that the table in use lacks is tried against every flavour, and the last table tried stays in use: text of a
 // flavour then counts for it from its first special character on. Of the two-byte tables that is CP51932 (eucJP-ms is
 // looked up without being selected), of the three-byte ones CP20932.
-void EucScanner::unmapped_two_byte(uint32_t code) {
+void EucScanner::unmapped_two_byte(uint8_t classes) {
     found.errors += 2;
-    count(own[kCp20932], maps(_euc2unibe20932_table00, _euc2unibe20932_table00_size, code), 2);
-    count(own[kCp51932], maps(_euc2unibe51932_table00, _euc2unibe51932_table00_size, code), 2);
-    count(own[kEucMs], maps(_euc2unibems_table00, _euc2unibems_table00_size, code), 2);
-    select_source_tables(*ctx_, JKC_TYPE_EUC_51932);
+    count(own[kCp20932], (classes & kInGeneric) != 0, 2);
+    count(own[kCp51932], (classes & kIn51932) != 0, 2);
+    count(own[kEucMs], (classes & kInMs) != 0, 2);
+    use_51932();
 }
 
-void EucScanner::unmapped_three_byte(uint32_t code) {
+void EucScanner::unmapped_three_byte(uint8_t classes) {
     found.errors += 3;
-    count(own[kCp20932], maps(_euc2unibe20932_table8f, _euc2unibe20932_table8f_size, code), 3);
+    count(own[kCp20932], (classes & kIn20932ThreeBytes) != 0, 3);
     count(own[kCp51932], false, 3);
-    count(own[kEucMs], maps(_euc2unibems_table8f, _euc2unibems_table8f_size, code), 3);
-    select_source_tables(*ctx_, JKC_TYPE_EUC_20932);
+    count(own[kEucMs], (classes & kInMsThreeBytes) != 0, 3);
+    use_20932();
+}
+
+void EucScanner::use_51932() {
+    if (in_use_ != kIn51932) {
+        in_use_ = kIn51932;
+        select_source_tables(*ctx_, JKC_TYPE_EUC_51932);
+    }
+}
+
+void EucScanner::use_20932() {
+    constexpr uint8_t kIn20932 = kInGeneric | kIn20932ThreeBytes;
+    if (in_use_ != kIn20932) {
+        in_use_ = kIn20932;
+        select_source_tables(*ctx_, JKC_TYPE_EUC_20932);
+    }
 }
 
 // Takes text of codes that every table has. Returns where the rest begins.
@@ -105,15 +123,14 @@ const uint8_t *EucScanner::take_ordinary_text(const uint8_t *p, const uint8_t *e
 
 // Takes two-byte codes from p on, up to `until`, as long as the table in use maps them; returns where they end.
 const uint8_t *EucScanner::take_mapped_codes(const uint8_t *p, const uint8_t *until, const uint8_t *end) {
-    const uint16_t *table = ctx_->euc_src_table;
+    const uint8_t in_use = in_use_ & (kInGeneric | kIn51932);
     const uint8_t *const begin = p;
     int64_t kana = 0;
     while (p < until && end - p >= 2 && !is_plain(*p) && *p != kSs2 && *p != kSs3) {
-        const uint32_t code = two_byte_code(p[0], p[1]);
-        if (table[code] == 0) {
+        if ((class_of(p[0], p[1]) & in_use) == 0) {
             break;
         }
-        kana += is_kana_code(code) ? 2 : 0;
+        kana += is_kana_code(two_byte_code(p[0], p[1])) ? 2 : 0;
         p += 2;
     }
     found.valid += p - begin;
@@ -150,17 +167,17 @@ const uint8_t *EucScanner::scan(const uint8_t *p, const uint8_t *end, bool last)
                 found.errors += 2;
                 p += 2;
             } else if (b == kSs3) {
-                const uint32_t code = two_byte_code(p[1], p[2]);
-                if (maps(ctx_->euc_src_table_8f, ctx_->euc_src_count_8f, code)) {
+                const uint8_t classes = class_of(p[1], p[2]);
+                if ((classes & in_use_ & kIn20932ThreeBytes) != 0) {
                     found.valid += 3;
                 } else {
-                    unmapped_three_byte(code);
+                    unmapped_three_byte(classes);
                 }
                 p += 3;
             } else {
                 const uint8_t *behind = take_mapped_codes(p, close, end);
                 if (behind == p) {
-                    unmapped_two_byte(two_byte_code(p[0], p[1]));
+                    unmapped_two_byte(class_of(p[0], p[1]));
                     behind += 2;
                 }
                 p = behind;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "judge/candidates.h"
+#include "tables/euc_classes.h"
 
 namespace jkc {
 
@@ -30,10 +31,13 @@ private:
     void close_katakana_run();
     const uint8_t *take_ordinary_text(const uint8_t *p, const uint8_t *end);
     const uint8_t *take_mapped_codes(const uint8_t *p, const uint8_t *until, const uint8_t *end);
-    void unmapped_two_byte(uint32_t code);
-    void unmapped_three_byte(uint32_t code);
+    void unmapped_two_byte(uint8_t classes);
+    void unmapped_three_byte(uint8_t classes);
+    void use_51932();
+    void use_20932();
 
     JkcContext *ctx_;
+    uint8_t in_use_ = kInGeneric; // the classes of the codes that the context's tables have
     int katakana_run_ = 0; // half-width katakana in a row, counted to 2
 };
 

@@ -5,12 +5,7 @@
 namespace jkc::tables {
 namespace {
 
-constexpr auto make_three_byte_decoding() {
-    DecodingTable<0xEDE4> table;
-    for_each_character(kJisX0212, [&](uint32_t jis, char32_t character) { table.add(euc_from_jis(jis), character); });
-    return table.characters;
-}
-constexpr auto kThreeByteDecoding = make_three_byte_decoding();
+constexpr auto kThreeByteDecoding = euc_20932_three_bytes().characters;
 
 constexpr auto make_encoding() {
     EncodingTable<uint32_t> table{};

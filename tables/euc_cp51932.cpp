@@ -1,17 +1,11 @@
 /** EUC-JP as Microsoft code page 51932: the repertoire of code page 50221, in two bytes. */
 #include "tables/euc.h"
 #include "tables/export.h"
-#include "tables/microsoft_jis.h"
 
 namespace jkc::tables {
 namespace {
 
-constexpr auto make_decoding() {
-    EucTable table = euc_single_bytes();
-    for_each_microsoft_jis([&](uint32_t jis, char32_t character) { table.add(euc_from_jis(jis), character); });
-    return table.characters;
-}
-constexpr auto kDecoding = make_decoding();
+constexpr auto kDecoding = euc_51932().characters;
 
 constexpr auto make_encoding() {
     EncodingTable<uint16_t> table{};

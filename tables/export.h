@@ -5,14 +5,26 @@
 #endif
 #include "jkc.h"
 
+namespace jkc {
+
+/**
+ * The codes that a text has lie in one half of most tables, and systems bring as much as this into memory around a byte
+ * that is read: so only that half is.
+ */
+constexpr size_t kTableAlignment = 0x10000;
+
+} // namespace jkc
+
 /**
  * Exports a std::array as the C array that jkc.h declares, with its entry count.
  *
  * A constexpr function can return a std::array but no C array, and both cannot be declared under one name. So the data
  * gets a name of its own for the assembler, and the C array is an alias of it: same address, same size.
+ *
+ * The counts lie together, apart from the tables: reading one must not bring pages of its table into memory.
  */
 #define JKC_EXPORT_TABLE(name, count, entries)                                                                         \
-    [[gnu::used]] static constexpr auto name##_data asm(#name ".data") = entries;                                      \
+    [[gnu::used]] alignas(jkc::kTableAlignment) static constexpr auto name##_data asm(#name ".data") = entries;        \
     extern "C" const decltype(name##_data)::value_type name[name##_data.size()] __attribute__((alias(#name ".data"))); \
-    extern "C" const uint64_t name##_size = count;                                                                     \
+    extern "C" [[gnu::section("jkc_table_sizes")]] const uint64_t name##_size = count;                                 \
     static_assert((count) <= name##_data.size())

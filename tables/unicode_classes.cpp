@@ -147,7 +147,7 @@ constexpr std::array<uint8_t, 0x10000> make_scan_classes() {
 
 } // namespace
 
-constexpr std::array<uint8_t, 0x10000> kScanClasses = make_scan_classes();
+alignas(kTableAlignment) constexpr std::array<uint8_t, 0x10000> kScanClasses = make_scan_classes();
 static_assert(suits_scanners(kScanClasses));
 
 } // namespace jkc

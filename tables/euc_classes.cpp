@@ -1,0 +1,48 @@
+#include "tables/euc_classes.h"
+
+#include "tables/euc.h"
+
+namespace jkc {
+namespace {
+
+using Classes = std::array<uint8_t, 0x4000>;
+
+template <std::size_t count>
+constexpr void add(Classes &classes, const std::array<uint16_t, count> &decoding, EucClass in) {
+    for (uint32_t code = 0x8000; code < count; code++) {
+        if (decoding[code] != 0) {
+            classes[euc_class_index(static_cast<uint8_t>(code >> 8), static_cast<uint8_t>(code))] |= in;
+        }
+    }
+}
+
+/** Whether each code that begins with a byte of 0x80 or more goes on with another one. */
+template <std::size_t count>
+constexpr bool suits_index(const std::array<uint16_t, count> &decoding) {
+    for (uint32_t code = 0x8000; code < count; code++) {
+        if (decoding[code] != 0 && (code & 0x80) == 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+constexpr Classes make_classes() {
+    Classes classes{};
+    add(classes, tables::euc_standard().characters, kInGeneric);
+    add(classes, tables::euc_51932().characters, kIn51932);
+    add(classes, tables::euc_ms().characters, kInMs);
+    add(classes, tables::euc_20932_three_bytes().characters, kIn20932ThreeBytes);
+    add(classes, tables::euc_ms_three_bytes().characters, kInMsThreeBytes);
+    return classes;
+}
+
+static_assert(suits_index(tables::euc_standard().characters) && suits_index(tables::euc_51932().characters) &&
+              suits_index(tables::euc_ms().characters) && suits_index(tables::euc_20932_three_bytes().characters) &&
+              suits_index(tables::euc_ms_three_bytes().characters));
+
+} // namespace
+
+constexpr Classes kEucClasses = make_classes();
+
+} // namespace jkc
