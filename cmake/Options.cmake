@@ -1,4 +1,5 @@
 option(JKC_BUILD_CLI "Build the program jkc" ${PROJECT_IS_TOP_LEVEL})
+option(JKC_STATIC_LIBSTDCXX "Link the program jkc with the C++ standard library statically" ON)
 option(JKC_BUILD_TESTS "Build the tests (needs GoogleTest)" ${PROJECT_IS_TOP_LEVEL})
 option(JKC_BUILD_BENCH "Build the benchmark (needs Google Benchmark)" OFF)
 set(jni_default OFF)

@@ -108,7 +108,7 @@ private:
         Writer local = w; // which no store into the output can touch
         while (steps > kUnits) {
             const Units8 units = load8<Order>(p);
-            if (!any(~between(units, 0, 0x7F)) || any(stops(units))) {
+            if (!any_unit(~units_between(units, 0, 0x7F)) || any_unit(stops(units))) {
                 break;
             }
             for (size_t i = 0; i < kUnits; ++i) {
@@ -125,8 +125,8 @@ private:
         return true;
     }
     Units8 stops(Units8 units) const {
-        const Units8 line_ends = text_.keeps_line_ends() ? Units8{} : equals(units, kLf) | equals(units, kCr);
-        return kIsUtf16<Writer> ? line_ends : line_ends | equals_masked<0xFC00>(units, 0xD800);
+        const Units8 line_ends = text_.keeps_line_ends() ? Units8{} : units_equal(units, kLf) | units_equal(units, kCr);
+        return kIsUtf16<Writer> ? line_ends : line_ends | units_equal_masked<0xFC00>(units, 0xD800);
     }
 
     bool stands_alone(uint32_t unit) const {

@@ -55,9 +55,7 @@ public:
 
 private:
     // The lowest byte comes first; the fourth one is written over.
-    static uint32_t three_bytes(uint32_t c) {
-        return 0x8080E0 | c >> 12 | (c & 0xFC0) << 2 | (c & 0x3F) << 16;
-    }
+    static uint32_t three_bytes(uint32_t c) { return 0x8080E0 | c >> 12 | (c & 0xFC0) << 2 | (c & 0x3F) << 16; }
 };
 
 } // namespace jkc

@@ -23,16 +23,16 @@ inline Units8 load8(const uint8_t *p) {
 constexpr Units8 all8(uint16_t unit) { return Units8{unit, unit, unit, unit, unit, unit, unit, unit}; }
 
 // Each of the following returns all bits of the units for which it holds.
-inline Units8 equals(Units8 units, uint16_t unit) { return reinterpret_cast<Units8>(units == all8(unit)); }
-inline Units8 between(Units8 units, uint16_t first, uint16_t last) {
+inline Units8 units_equal(Units8 units, uint16_t unit) { return reinterpret_cast<Units8>(units == all8(unit)); }
+inline Units8 units_between(Units8 units, uint16_t first, uint16_t last) {
     return reinterpret_cast<Units8>(units - all8(first) <= all8(static_cast<uint16_t>(last - first)));
 }
 // Where kMask has bits, they equal those of `unit`.
 template <uint16_t kMask>
-inline Units8 equals_masked(Units8 units, uint16_t unit) {
-    return equals(units & all8(kMask), unit);
+inline Units8 units_equal_masked(Units8 units, uint16_t unit) {
+    return units_equal(units & all8(kMask), unit);
 }
 
-inline bool any(Units8 units) { return any(reinterpret_cast<Bytes16>(units)); }
+inline bool any_unit(Units8 units) { return any(reinterpret_cast<Bytes16>(units)); }
 
 } // namespace jkc

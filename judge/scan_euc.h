@@ -38,7 +38,7 @@ private:
 
     JkcContext *ctx_;
     uint8_t in_use_ = kInGeneric; // the classes of the codes that the context's tables have
-    int katakana_run_ = 0; // half-width katakana in a row, counted to 2
+    int katakana_run_ = 0;        // half-width katakana in a row, counted to 2
 };
 
 } // namespace jkc

@@ -158,18 +158,18 @@ const uint8_t *Utf16Scanner::take_singles(const uint8_t *p, const uint8_t *end) 
 }
 
 // Whether all are 7-bit and no NUL: evidence, and no part of anything longer in the other byte order either.
-bool are_plain(Units8 units) { return !any(~between(units, 0x01, 0x7F)); }
+bool are_plain(Units8 units) { return !any_unit(~units_between(units, 0x01, 0x7F)); }
 
 // Whether any may be a combining mark, in either byte order: U+0306, U+0308, U+3099, U+309A, and some rare others.
 Units8 may_be_marks(Units8 units) {
-    return equals_masked<0xFFF1>(units, 0x0300) | equals_masked<0xF1FF>(units, 0x0003) |
-           equals_masked<0xFFFC>(units, 0x3098) | equals_masked<0xFCFF>(units, 0x9830);
+    return units_equal_masked<0xFFF1>(units, 0x0300) | units_equal_masked<0xF1FF>(units, 0x0003) |
+           units_equal_masked<0xFFFC>(units, 0x3098) | units_equal_masked<0xFCFF>(units, 0x9830);
 }
 
 // The units with kScanSpecial, and some rare others.
 Units8 may_be_special(Units8 units) {
-    return equals_masked<0xFC00>(units, 0xD800) | equals_masked<kReplacement & kSwappedReplacement>(
-                                                      units, kReplacement & kSwappedReplacement);
+    return units_equal_masked<0xFC00>(units, 0xD800) |
+           units_equal_masked<kReplacement & kSwappedReplacement>(units, kReplacement & kSwappedReplacement);
 }
 
 // Takes units from p on, eight at a time, and counts them for one byte order alone. Stops in front of eight units that
@@ -189,7 +189,7 @@ const uint8_t *take_singles_of(Utf16Scanner::Side &side, const uint8_t *p, const
         const auto next_units = reinterpret_cast<Units8>(load16(p + 2));
         const Units8 stops =
             may_be_marks(next_units) | may_be_special(units) | reinterpret_cast<Units8>(Pairs::match(p));
-        if (any(stops)) [[unlikely]] {
+        if (any_unit(stops)) [[unlikely]] {
             break;
         }
         uint32_t sum = 0;

@@ -129,7 +129,8 @@ constexpr bool suits_scanners(const std::array<uint8_t, 0x10000> &classes) {
     for (uint32_t unit = 0; unit < classes.size(); unit++) {
         const bool plain = unit > 0 && unit < 0x80;
         const bool text_kana = is_kana(unit) && (classes[unit] & kScanText) != 0;
-        if ((plain && classes[unit] != (kScanEvidence | kScanText)) || (text_kana && (classes[unit] & kScanKana) == 0) ||
+        if ((plain && classes[unit] != (kScanEvidence | kScanText)) ||
+            (text_kana && (classes[unit] & kScanKana) == 0) ||
             (unit % 0x100 == 0 && (classes[unit] & kScanBase) != 0)) {
             return false;
         }
