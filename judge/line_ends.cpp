@@ -1,9 +1,8 @@
 // Which line ends the kept input has.
 #include "core/bytes.h"
 #include "core/internal.h"
-#include "core/unicode.h"
+#include "core/wide_units.h"
 #include "judge/block_cursor.h"
-#include "judge/pattern.h"
 
 namespace {
 
@@ -12,38 +11,59 @@ using jkc::BlockCursor;
 constexpr int kAllLineEnds = JKC_LINE_LF | JKC_LINE_CR | JKC_LINE_CRLF;
 constexpr int kHighestCodeType = 63;
 
-// Bytes of which line ends are made, whatever the unit.
-struct LineEndBytes {
-    static bool may_match(const uint8_t *p) { return jkc::any(match(p)); }
-    static jkc::Bytes16 match(const uint8_t *p) {
-        const jkc::Bytes16 bytes = jkc::load16(p);
-        return jkc::equals(bytes, jkc::kLf) | jkc::equals(bytes, jkc::kCr);
-    }
-};
-
-// What is walked in: bytes or UTF-16 units. kLookAhead bytes are kept together across block edges.
+// What is walked in: bytes or UTF-16 units, one by one or sixteen bytes at a time.
 struct Byte {
+    using Wide = jkc::Bytes16;
     static constexpr size_t kSize = 1;
-    static constexpr size_t kLookAhead = 2;
     static uint32_t unit(const uint8_t *p) { return *p; }
+    static Wide where(const uint8_t *p, uint8_t b) { return jkc::equals(jkc::load16(p), b); }
 };
 template <class Order>
 struct Utf16 {
+    using Wide = jkc::Units8;
     static constexpr size_t kSize = 2;
-    static constexpr size_t kLookAhead = 4;
     static uint32_t unit(const uint8_t *p) { return Order::unit(p); }
+    static Wide where(const uint8_t *p, uint8_t b) { return jkc::units_equal(jkc::load8<Order>(p), b); }
 };
+
+template <class Wide>
+int bit_if_any(Wide found, int bit) {
+    return jkc::any(reinterpret_cast<jkc::Bytes16>(found)) ? bit : 0;
+}
+
+// Looks at the units of a block but the last ones, which may belong together with what the next block has. Returns where
+// these begin. What kind of line end a CR or LF is depends on its neighbour alone.
+template <class Unit>
+const uint8_t *look_at_many(const uint8_t *p, const uint8_t *end, int &bits) {
+    constexpr ptrdiff_t kReach = jkc::kWide + Unit::kSize;
+    if (end - p <= kReach) {
+        return p;
+    }
+    bits |= Unit::unit(p) == jkc::kLf ? JKC_LINE_LF : 0; // the only LF with nothing in front
+    typename Unit::Wide lf{};
+    typename Unit::Wide cr{};
+    typename Unit::Wide cr_lf{};
+    for (; end - p > kReach; p += jkc::kWide) {
+        const auto crs = Unit::where(p, jkc::kCr);
+        const auto lfs_behind = Unit::where(p + Unit::kSize, jkc::kLf);
+        lf |= lfs_behind & ~crs;
+        cr |= crs & ~lfs_behind;
+        cr_lf |= crs & lfs_behind;
+    }
+    bits |= bit_if_any(lf, JKC_LINE_LF) | bit_if_any(cr, JKC_LINE_CR) | bit_if_any(cr_lf, JKC_LINE_CRLF);
+    const bool within_pair = Unit::unit(p - Unit::kSize) == jkc::kCr && Unit::unit(p) == jkc::kLf;
+    return within_pair ? p + Unit::kSize : p;
+}
 
 template <class Unit>
 int line_ends_of(JkcContext *ctx, int bits) {
     BlockCursor in(ctx);
     while (bits != kAllLineEnds) {
-        if (in.left() > Unit::kLookAhead) {
-            // The last bytes are left to a closer look, which carries them into the next block.
-            const uint8_t *found = jkc::find_pattern<LineEndBytes>(in.p, in.end - (Unit::kLookAhead - 1));
-            in.p += static_cast<size_t>(found - in.p) / Unit::kSize * Unit::kSize;
+        in.p += look_at_many<Unit>(in.p, in.end, bits) - in.p;
+        if (bits == kAllLineEnds) {
+            break;
         }
-        in.ensure(Unit::kLookAhead);
+        in.ensure(2 * Unit::kSize);
         if (in.left() < Unit::kSize) {
             break;
         }
