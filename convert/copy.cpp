@@ -31,7 +31,7 @@ public:
         if (steps < 2) {
             return false;
         }
-        copy(p, o, w, steps, true);
+        text_.take(p, o, w, steps);
         return true;
     }
 
@@ -39,22 +39,13 @@ public:
     Flow step(BlockCursor &in, const Output & /*out*/, uint8_t *&o, Writer &w) {
         const uint8_t *p = in.p;
         size_t one = 1;
-        copy(p, o, w, one, in.left() > 1);
+        text_.take(p, o, w, one, in.left() > 1);
         in.p += p - in.p;
         return Flow::kNext;
     }
 
 private:
-    template <class Writer>
-    void copy(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps, bool has_next) const {
-        if (is_plain(*p)) {
-            text_.take(p, o, w, steps, has_next);
-        } else {
-            o = w.plain(o, *p++);
-        }
-    }
-
-    PlainText<Bytes> text_;
+    PlainText<RawBytes> text_;
 };
 
 template <class Order>
@@ -64,10 +55,19 @@ public:
     static constexpr size_t kLongestStep = 2;
     static constexpr bool kClosesAfterEnd = false;
 
-    explicit UnitCopy(const JkcContext *ctx) : line_type_(*ctx) {}
+    explicit UnitCopy(const JkcContext *ctx)
+        : line_type_(*ctx), keeps_line_ends_((ctx->mode & JKC_MODE_LINE_TYPE) == JKC_LINE_KEEP) {}
 
     template <class Writer>
-    bool fast(const uint8_t *&p, uint8_t *&o, Writer &w, size_t & /*steps*/) {
+    bool fast(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps) {
+        for (; steps > kUnits; steps -= kUnits) {
+            const Units8 units = load8<Order>(p);
+            if (!keeps_line_ends_ && any_unit(units_equal(units, kLf) | units_equal(units, kCr))) {
+                break;
+            }
+            o = w.units(o, units);
+            p += kWide;
+        }
         const uint32_t unit = Order::unit(p);
         if (unit == kCr) {
             return false; // may take two units
@@ -97,6 +97,7 @@ public:
 
 private:
     LineType line_type_;
+    bool keeps_line_ends_;
 };
 
 constexpr uint8_t kUtf8Mark[] = {0xEF, 0xBB, 0xBF};

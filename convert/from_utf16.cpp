@@ -108,12 +108,18 @@ private:
         Writer local = w; // which no store into the output can touch
         while (steps > kUnits) {
             const Units8 units = load8<Order>(p);
-            if (!any_unit(~units_between(units, 0, 0x7F)) || any_unit(stops(units))) {
+            const bool plain = !kIsUtf16<Writer> && !any_unit(~units_between(units, 0, 0x7F));
+            if (plain || any_unit(stops(units))) {
                 break;
             }
-            for (size_t i = 0; i < kUnits; ++i) {
-                o = character(o, local, Order::unit(p), p);
-                p += 2;
+            if constexpr (kIsUtf16<Writer>) {
+                o = w.units(o, units);
+                p += kWide;
+            } else {
+                for (size_t i = 0; i < kUnits; ++i) {
+                    o = character(o, local, Order::unit(p), p);
+                    p += 2;
+                }
             }
             steps -= kUnits;
         }

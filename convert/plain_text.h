@@ -1,4 +1,5 @@
-// 7-bit text on its way to any encoding: line ends, and long runs copied sixteen characters at a time.
+// 7-bit text on its way to any encoding, and any text on its way to its own: line ends, and long runs copied sixteen
+// characters at a time.
 #pragma once
 
 #include <type_traits>
@@ -12,13 +13,22 @@ namespace jkc {
 // How the characters of 7-bit text lie in the source: in a byte each, or in a unit of UTF-16.
 struct Bytes {
     static constexpr size_t kWidth = 1;
+    static bool ends_run(const uint8_t *p) { return !is_plain(*p); }
     static uint32_t at(const uint8_t *p) { return *p; }
     static Bytes16 load(const uint8_t *p) { return load16(p); }
+    static Bytes16 run_ends(Bytes16 text) { return text; }
+};
+// Bytes that all stay as they are.
+struct RawBytes : Bytes {
+    static bool ends_run(const uint8_t * /*p*/) { return false; }
+    static Bytes16 run_ends(Bytes16 /*text*/) { return Bytes16{}; }
 };
 template <class Order>
 struct Units {
     static constexpr size_t kWidth = 2;
+    static bool ends_run(const uint8_t *p) { return at(p) >= 0x80; }
     static uint32_t at(const uint8_t *p) { return Order::unit(p); }
+    static Bytes16 run_ends(Bytes16 text) { return text; }
     // Sixteen units as bytes; what is above 0xFF gets 0xFF.
     static Bytes16 load(const uint8_t *p) {
         const Bytes16 left = load16(p);
@@ -56,7 +66,7 @@ public:
         } else {
             o = w.plain(o, static_cast<uint8_t>(c));
             // Worth a look from the second plain character on.
-            if (steps > kWide && Layout::at(p) < 0x80) {
+            if (steps > kWide && !Layout::ends_run(p)) {
                 copy_run(p, o, w, steps);
             }
         }
@@ -67,7 +77,9 @@ private:
     void copy_run(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps) const {
         while (steps > kWide) {
             const Bytes16 text = Layout::load(p);
-            const uint32_t stops = keeps_line_ends_ ? stop_mask<kStops...>(text) : stop_mask<kLf, kCr, kStops...>(text);
+            const Bytes16 ends = Layout::run_ends(text);
+            const uint32_t stops =
+                keeps_line_ends_ ? stop_mask<kStops...>(text, ends) : stop_mask<kLf, kCr, kStops...>(text, ends);
             o = w.plain_wide(o, text);
             if (stops != 0) {
                 const auto run = static_cast<size_t>(__builtin_ctz(stops));

@@ -5,8 +5,7 @@
 #include <type_traits>
 
 #include "convert/line_type.h"
-#include "core/unicode.h"
-#include "core/wide.h"
+#include "core/wide_units.h"
 
 namespace jkc {
 
@@ -49,6 +48,10 @@ public:
     }
     uint8_t *put(uint8_t *o, uint32_t c) { return unit(o, c); }
     uint8_t *put_mixed(uint8_t *o, uint32_t c) { return put(o, c); }
+    static uint8_t *units(uint8_t *o, Units8 units) {
+        store8<Order>(o, units);
+        return o + kWide;
+    }
     uint8_t *put_supplementary(uint8_t *o, uint32_t c) { return unit(unit(o, high_surrogate(c)), low_surrogate(c)); }
     uint8_t *question_mark(uint8_t *o) { return unit(o, '?'); }
 

@@ -52,12 +52,17 @@ inline uint32_t mask_of(Bytes16 bytes) {
 // Whether any byte has its top bit.
 inline bool any(Bytes16 bytes) { return mask_of(bytes) != 0; }
 
-// One bit for each of the sixteen bytes that is 0x80 or more, or one of kStops.
+// One bit for each of the sixteen bytes that is one of kStops, or that has a top bit in `hits`.
 template <uint8_t... kStops>
-inline uint32_t stop_mask(Bytes16 bytes) {
-    Bytes16 hits = bytes;
+inline uint32_t stop_mask([[maybe_unused]] Bytes16 bytes, Bytes16 hits) {
     ((hits |= equals(bytes, kStops)), ...);
     return mask_of(hits);
+}
+
+// The same for each byte that is 0x80 or more, or one of kStops.
+template <uint8_t... kStops>
+inline uint32_t stop_mask(Bytes16 bytes) {
+    return stop_mask<kStops...>(bytes, bytes);
 }
 
 // Passes 7-bit bytes other than kStops, sixteen at a time while there are that many before `end`; returns where it

@@ -12,12 +12,21 @@ namespace jkc {
 using Units8 = uint16_t __attribute__((vector_size(kWide)));
 constexpr size_t kUnits = 8;
 
-// The units at p as numbers of the processor.
+// From a byte order to that of the processor, and back.
+template <class Order>
+inline Units8 in_order(Units8 units) {
+    constexpr bool kNative = std::is_base_of_v<LittleEndian, Order> == (std::endian::native == std::endian::little);
+    return kNative ? units : units << 8 | units >> 8;
+}
+
 template <class Order>
 inline Units8 load8(const uint8_t *p) {
-    constexpr bool kNative = std::is_base_of_v<LittleEndian, Order> == (std::endian::native == std::endian::little);
-    const auto units = reinterpret_cast<Units8>(load16(p));
-    return kNative ? units : units << 8 | units >> 8;
+    return in_order<Order>(reinterpret_cast<Units8>(load16(p)));
+}
+template <class Order>
+inline void store8(uint8_t *o, Units8 units) {
+    units = in_order<Order>(units);
+    memcpy(o, &units, sizeof units);
 }
 
 constexpr Units8 all8(uint16_t unit) { return Units8{unit, unit, unit, unit, unit, unit, unit, unit}; }

@@ -1,7 +1,9 @@
 // Reads the rest of the input into blocks and looks through Unicode text for what the conversion must know.
 #include "core/unicode.h"
+#include "core/wide_units.h"
 #include "judge/block_cursor.h"
 #include "judge/input_window.h"
+#include "judge/utf8_run.h"
 
 namespace jkc {
 
@@ -28,10 +30,27 @@ int read_all(JkcContext *ctx) {
 
 bool both_found(const JkcContext &ctx) { return ctx.srg_exists != 0 && ctx.utfmac_exists != 0; }
 
+// Passes units, eight at a time, that tell nothing: neither a high surrogate, nor one in front of a combining mark.
+// Leaves those that the next block may have a part in.
+template <class Order>
+const uint8_t *pass_calm_units(const uint8_t *p, const uint8_t *end) {
+    for (; end - p > static_cast<ptrdiff_t>(kWide + kLookAhead); p += kWide) {
+        const Units8 next = load8<Order>(p + 2);
+        const Units8 telling = units_equal_masked<0xFC00>(load8<Order>(p), 0xD800) | units_equal(next, kBreve) |
+                               units_equal(next, kDiaeresis) | units_equal(next, kVoicedMark) |
+                               units_equal(next, kSemiVoicedMark);
+        if (any_unit(telling)) {
+            break;
+        }
+    }
+    return p;
+}
+
 template <class Order>
 int look_through_utf16(JkcContext *ctx) {
     BlockCursor in(ctx);
     while (!both_found(*ctx)) {
+        in.p += pass_calm_units<Order>(in.p, in.end) - in.p;
         in.ensure(kLookAhead);
         if (in.left() < 2) {
             break;
@@ -49,6 +68,10 @@ int look_through_utf16(JkcContext *ctx) {
     return JKC_SUCCESS;
 }
 
+// How the kana of ordinary text begin.
+constexpr uint8_t kKanaLead = 0xE3;
+constexpr uint8_t kFirstKanaTrail = 0x81;
+
 // What is no lead byte, and what does not fit together, is passed by four bytes.
 constexpr size_t kUnknownStep = 4;
 
@@ -59,6 +82,7 @@ public:
     int look_through() {
         BlockCursor in(ctx_);
         while (!both_found(*ctx_)) {
+            pass_ordinary_text(in);
             in.ensure(kLookAhead);
             if (in.at_end()) {
                 break;
@@ -73,6 +97,19 @@ public:
     }
 
 private:
+    // Passes text that raises no flag, but not what the next block may have a part in.
+    void pass_ordinary_text(BlockCursor &in) {
+        const OrdinaryRun run = ordinary_utf8_run(in.p, in.end - (kLookAhead - 1));
+        in.p += run.end - in.p;
+        if (run.kana > 0) {
+            const uint8_t *last = run.end - 3;
+            while (last[0] != kKanaLead || last[1] < kFirstKanaTrail) {
+                --last;
+            }
+            base_ = has(utf8_code_point(last[0], last[1], last[2]), kKanaBase);
+        }
+    }
+
     // Looks at one sequence; returns the bytes to pass.
     size_t take(const uint8_t *p) {
         // A5 is the yen sign of single-byte sets that strays into such texts.
