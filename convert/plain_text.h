@@ -66,16 +66,19 @@ public:
         } else {
             o = w.plain(o, static_cast<uint8_t>(c));
             // Worth a look from the second plain character on.
-            if (steps > kWide && !Layout::ends_run(p)) {
+            if (steps > kLeastSteps && !Layout::ends_run(p)) {
                 copy_run(p, o, w, steps);
             }
         }
     }
 
 private:
+    // One step is the first character's, and one is left to an LF behind the last, which must not move to another block.
+    static constexpr size_t kLeastSteps = kWide + 1;
+
     template <class Writer>
     void copy_run(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps) const {
-        while (steps > kWide) {
+        while (steps > kLeastSteps) {
             const Bytes16 text = Layout::load(p);
             const Bytes16 ends = Layout::run_ends(text);
             const uint32_t stops =

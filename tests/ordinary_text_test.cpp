@@ -1,0 +1,121 @@
+// The scanners pass ordinary text many bytes at a time, without the tables. They must not pass anything else so.
+#include <gtest/gtest.h>
+
+#include "core/bytes.h"
+#include "core/internal.h"
+#include "judge/two_byte_run.h"
+#include "judge/utf8_run.h"
+#include "tables/euc_classes.h"
+#include "tables/scan_classes.h"
+
+namespace jkc::testing {
+namespace {
+
+// A text of 'a' with one character at `at`. A run stops within its last 32 bytes.
+struct Text {
+    Text(std::initializer_list<uint32_t> character, size_t at) {
+        std::fill(std::begin(bytes), std::end(bytes), uint8_t{'a'});
+        for (const uint32_t byte : character) {
+            bytes[at++] = static_cast<uint8_t>(byte);
+        }
+    }
+    const uint8_t *begin() const { return bytes; }
+    const uint8_t *end() const { return bytes + 96; }
+    uint8_t bytes[98];
+};
+
+constexpr size_t kPlaces[] = {0, 15, 30, 31, 40}; // across the edges of what is looked at together
+
+// Checks a run over a text whose character at `at` is `length` bytes long; returns whether it passed the character.
+bool passes(const OrdinaryRun &run, const Text &text, size_t at, int64_t length, bool mapped, bool kana) {
+    const auto stopped = static_cast<size_t>(run.end - text.begin());
+    if (stopped <= at) {
+        EXPECT_EQ(stopped, at);
+        EXPECT_EQ(run.valid + run.kana, 0);
+        return false;
+    }
+    EXPECT_TRUE(mapped);
+    EXPECT_EQ(run.valid, length);
+    EXPECT_EQ(run.kana, kana ? length : 0);
+    return true;
+}
+
+TEST(OrdinaryTextTest, AnUnmappedTwoByteCodeIsPassedOrAKanaMiscounted) {
+    const auto between = [](uint32_t code, uint32_t first, uint32_t last) { return code >= first && code <= last; };
+    size_t sjis = 0;
+    size_t euc = 0;
+    for (uint32_t code = 0x8000; code <= 0xFFFF; ++code) {
+        SCOPED_TRACE(code);
+        const uint32_t lead = code >> 8;
+        const uint32_t trail = code & 0xFF;
+        for (const size_t at : kPlaces) {
+            const Text text({lead, trail}, at);
+            if (!is_sjis_katakana(static_cast<uint8_t>(lead))) {
+                sjis += passes(ordinary_two_byte_run<OrdinarySjis>(text.begin(), text.end()), text, at, 2,
+                               code < _sjis2unibe932_table_size && _sjis2unibe932_table[code] != 0,
+                               between(code, 0x829F, 0x82F1) || between(code, 0x8340, 0x8393));
+            }
+            euc += passes(ordinary_two_byte_run<OrdinaryEuc>(text.begin(), text.end()), text, at, 2,
+                          code < _euc2unibecommon_table00_size && _euc2unibecommon_table00[code] != 0,
+                          between(code, 0xA4A1, 0xA4F3) || between(code, 0xA5A1, 0xA5F3));
+        }
+    }
+    // Nearly all of JIS X 0208 is ordinary.
+    EXPECT_GT(sjis, 6300 * std::size(kPlaces));
+    EXPECT_GT(euc, 6500 * std::size(kPlaces));
+}
+
+TEST(OrdinaryTextTest, AThreeByteCharacterThatIsNoTextIsPassedOrAKanaMiscounted) {
+    size_t passed = 0;
+    for (uint32_t c = 0; c <= 0xFFFF; ++c) {
+        SCOPED_TRACE(c);
+        for (const size_t at : kPlaces) {
+            const Text text({0xE0 | c >> 12, 0x80 | (c >> 6 & 0x3F), 0x80 | (c & 0x3F)}, at);
+            passed += passes(ordinary_utf8_run(text.begin(), text.end()), text, at, 3,
+                             (kScanClasses[c] & kScanText) != 0, (kScanClasses[c] & kScanKana) != 0);
+        }
+    }
+    EXPECT_GT(passed, 20000 * std::size(kPlaces));
+    for (const auto &broken : {std::initializer_list<uint32_t>{0xE3, 0x81},
+                               {0xE3, 'b', 0x82},
+                               {0xE3, 0xC1, 0x82},
+                               {0xE3, 0x81, 0xE3},
+                               {0x81},
+                               {0xE3, 0x81, 0x82, 0x81}}) {
+        const Text text(broken, 29);
+        const OrdinaryRun run = ordinary_utf8_run(text.begin(), text.end());
+        EXPECT_EQ(run.end - text.begin(), broken.size() == 4 ? 32 : 29);
+    }
+}
+
+TEST(OrdinaryTextTest, AByteInAHalfWidthRunOrAnEscapeIsTakenForALead) {
+    for (const size_t at : kPlaces) {
+        for (const uint32_t single : {0xA1, 0xB1, 0xDF, 0x1B}) {
+            const Text text({0x8A, 0xBF, single, 0x8A, 0xBF}, at);
+            const OrdinaryRun run = ordinary_two_byte_run<OrdinarySjis>(text.begin(), text.end());
+            EXPECT_EQ(run.end, text.begin() + at + 2);
+            EXPECT_EQ(run.valid, 2);
+        }
+    }
+}
+
+TEST(OrdinaryTextTest, TheClassesOfEucDifferFromTheTables) {
+    const auto maps = [](const uint16_t *table, uint64_t size, uint32_t code) {
+        return code < size && table[code] != 0;
+    };
+    for (uint32_t code = 0x8080; code <= 0xFFFF; code = (code + 1) | 0x80) {
+        const uint8_t classes =
+            kEucClasses[euc_class_index(static_cast<uint8_t>(code >> 8), static_cast<uint8_t>(code))];
+        const int expected =
+            (maps(_euc2unibecommon_table00, _euc2unibecommon_table00_size, code) ? kInGeneric : 0) |
+            (maps(_euc2unibe51932_table00, _euc2unibe51932_table00_size, code) ? kIn51932 : 0) |
+            (maps(_euc2unibems_table00, _euc2unibems_table00_size, code) ? kInMs : 0) |
+            (maps(_euc2unibe20932_table8f, _euc2unibe20932_table8f_size, code) ? kIn20932ThreeBytes : 0) |
+            (maps(_euc2unibems_table8f, _euc2unibems_table8f_size, code) ? kInMsThreeBytes : 0);
+        ASSERT_EQ(classes, expected) << std::hex << code;
+        ASSERT_EQ(maps(_euc2unibe20932_table00, _euc2unibe20932_table00_size, code), (classes & kInGeneric) != 0);
+    }
+}
+
+} // namespace
+} // namespace jkc::testing
