@@ -8,9 +8,11 @@
 #include <random>
 #include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "judge/judge.h"
+#include "judge/scan_utf16.h"
 #include "support/exact_buffer.h"
 #include "support/selection.h"
 
@@ -55,12 +57,13 @@ string recoded(string text, const char *encoding) {
 }
 
 // What one scanner or another must not overlook once it has stopped counting: marks and bases, four-byte sequences,
-// surrogates of both byte orders, codes of the EUC flavours, escape sequences.
+// surrogates of both byte orders, codes of the EUC flavours, escape sequences, NULs.
 const std::vector<string> kTelling = {
     "\xCC\x86",         "\xCC\x88",         "\xE3\x82\x99",     "\xE3\x82\x9A",     "\xE3\x81\x8B\xE3\x82\x99",
     "\xD0\xB8\xCC\x86", "\xF0\x9F\x98\x80", "\xD8\x40\xDC\x0B", "\x40\xD8\x0B\xDC", "\x30\x4B\x30\x99",
     "\x4B\x30\x99\x30", "\x30\xD8\x30\x99", "\x8F\xB0\xA1",     "\xAD\xA1",         "\xF9\xA1",
     "\x8E\xB1",         "\x1B$B",           "\x1B(B",           "\x1B$(Q",          "\x8F\xF3\xF3",
+    "\x04\x38\x03\x06", "\x38\x04\x06\x03", string(2, '\0'),
 };
 
 class TextMaker {
@@ -175,6 +178,45 @@ TEST(JudgeCountingTest, NothingShowsThatCandidatesAreDropped) {
         const bool line_ends = texts.below(4) == 0;
         expect_same(text, preferred, hint, keep, line_ends,
                     string("text ").append(std::to_string(i)).append(", preferred ").append(std::to_string(preferred)));
+    }
+}
+
+// One counts both byte orders, the other one alone, as long as that can win.
+TEST(JudgeCountingTest, OneByteOrderCountedAloneFindsSomethingElse) {
+    // Kana and kanji, then what is no evidence, or belongs together with others in one byte order or the other.
+    const string pool[] = {"\x42\x30", "\x4B\x30", "\x22\x6F", "a\1",      "\x99\x30",     "\x38\x04",
+                           "\x06\x03", "\x30\x99", "\x30\x9A", "\x40\xD8", "\x0B\xDC",     "\xD8\x40",
+                           "\xDC\x4E", "\xFD\xFF", "\xFF\xFD", "\x81\xE0", string(2, '\0')};
+    std::mt19937 random(1);
+    for (int round = 0; round < 4000; ++round) {
+        string units;
+        while (units.size() < 300) {
+            const string &unit = pool[random() % (random() % 32 == 0 ? std::size(pool) : 4)];
+            for (size_t times = random() % 3 == 0 ? 1 + random() % 12 : 1; times > 0; --times) {
+                units.append(unit);
+            }
+        }
+        units.append(JKC_BLOCK_HEADROOM, '\0'); // not scanned, but read
+        const auto *begin = reinterpret_cast<const uint8_t *>(units.data());
+        const uint8_t *end = begin + units.size() - JKC_BLOCK_HEADROOM;
+        for (const auto side : {&Utf16Scanner::little, &Utf16Scanner::big}) {
+            Utf16Scanner both(false);
+            Utf16Scanner alone(true);
+            (side == &Utf16Scanner::little ? alone.big : alone.little).found.errors = kTooManyErrors;
+            both.scan(begin, end, true);
+            alone.scan(begin, end, true);
+            const auto seen = [side](const Utf16Scanner &scanner) {
+                const Utf16Scanner::Side &counts = scanner.*side;
+                return counts.found.errors < kTooManyErrors
+                           ? std::tuple(counts.found.valid, counts.found.errors, counts.found.kana, counts.surrogates)
+                           : std::tuple(int64_t{0}, kTooManyErrors, int64_t{0}, int64_t{0});
+            };
+            ASSERT_EQ(seen(alone), seen(both)) << round;
+            ASSERT_EQ(both.big.surrogates + both.little.surrogates > 0,
+                      alone.big.surrogates + alone.little.surrogates > 0);
+            ASSERT_EQ(both.big.decomposed + both.little.decomposed > 0,
+                      alone.big.decomposed + alone.little.decomposed > 0);
+        }
     }
 }
 

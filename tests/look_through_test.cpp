@@ -95,12 +95,13 @@ TEST(LookThroughTest, AMarkOrASurrogateIsOverlookedOrMadeUp) {
     struct Sequence {
         std::u16string text;
         bool decomposed;
+        bool in_utf8;
     };
     const Sequence sequences[] = {
-        {u"\u304B\u3099", true},        // a base and its mark
-        {u"\u0438\u0306", true},        // the same
-        {u"\u304B\u3042\u3099", false}, // a mark behind another kana
-        {u"\u3099", false},             // behind a letter, or a kana that takes none
+        {u"\u304B\u3099", true, true}, // bases and their marks
+        {u"\u306F\u309A", true, true},         {u"\u0438\u0306", true, true},
+        {u"\u0435\u0308", true, false},        // not looked for in UTF-8
+        {u"\u6F22\u3042\u3099", false, false}, // behind a kana that takes none
     };
     for (const char16_t *line : {u"abcdefg ", u"\u6F22\u5B57\u3042"}) {
         std::u16string filler;
@@ -111,7 +112,8 @@ TEST(LookThroughTest, AMarkOrASurrogateIsOverlookedOrMadeUp) {
             for (const Sequence &sequence : sequences) {
                 const std::u16string text = filler.substr(0, place) + sequence.text + filler.substr(place);
                 for (const int type : kTypes) {
-                    ASSERT_EQ(look_through(encoded(text, type), type), (Seen{0, false, sequence.decomposed}))
+                    const bool expected = type == JKC_TYPE_UTF8 ? sequence.in_utf8 : sequence.decomposed;
+                    ASSERT_EQ(look_through(encoded(text, type), type), (Seen{0, false, expected}))
                         << "type " << type << " at " << place;
                 }
             }

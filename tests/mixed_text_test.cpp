@@ -34,19 +34,21 @@ struct Source {
 // Characters of each length in every target, line ends, and some that targets lack. Supplementary characters are
 // invalid bytes to some converters from UTF-8, which group them.
 std::vector<Source> sources() {
-    const std::vector<string> utf16 = {big_endian(u"a"),      big_endian(u"~"),          big_endian(u"\n"),
-                                       big_endian(u"\r\n"),   big_endian(u"\rb"),        big_endian(u"\u00A5"),
-                                       big_endian(u"\u0416"), big_endian(u"\u203E"),     big_endian(u"\u3042"),
-                                       big_endian(u"\u6F22"), big_endian(u"\u9AD9"),     big_endian(u"\uFF71"),
-                                       big_endian(u"\uE9FF"), big_endian(u"\U00020B9F"), big_endian({0xDC00})};
+    const std::vector<string> utf16 = {
+        big_endian(u"a"),      big_endian(u"~"),          big_endian(u"\n"),     big_endian(u"\r\n"),
+        big_endian(u"\rb"),    big_endian(u"\u00A5"),     big_endian(u"\u0416"), big_endian(u"\u203E"),
+        big_endian(u"\u3042"), big_endian(u"\u6F22"),     big_endian(u"\u9AD9"), big_endian(u"\uFF71"),
+        big_endian(u"\uE9FF"), big_endian(u"\U00020B9F"), big_endian({0xDC00}),  string(2, '\0')};
     std::vector<Source> all = {
         {JKC_TYPE_SJIS,
-         {"a", "~", "\n", "\r\n", "\rb", "\xB1", "\x82\xA0", "\x8A\xBF", "\x81\x60", "\xFC\x4B", "\x85\x40"}},
+         {"a", "~", "\n", "\r\n", "\rb", "\xB1", "\x82\xA0", "\x8A\xBF", "\x81\x60", "\xFC\x4B", "\x85\x40",
+          string(1, '\0')}},
         {JKC_TYPE_EUC_20932,
-         {"a", "~", "\n", "\r\n", "\rb", "\x8E\xB1", "\xA4\xA2", "\xB4\xC1", "\x8F\xB0\xA1", "\xA9\xA1"}},
+         {"a", "~", "\n", "\r\n", "\rb", "\x8E\xB1", "\xA4\xA2", "\xB4\xC1", "\x8F\xB0\xA1", "\xA9\xA1",
+          string(1, '\0')}},
         {JKC_TYPE_UTF8,
-         {"a", "~", "\n", "\r\n", "\rb", "\u00E9", "\u0416", "\u203E", "\u3042", "\u6F22", "\u9AD9", "\uFF71",
-          "\uE9FF"}},
+         {"a", "~", "\n", "\r\n", "\rb", "\u00E9", "\u0416", "\u203E", "\u3042", "\u6F22", "\u9AD9", "\uFF71", "\uE9FF",
+          string(1, '\0')}},
         {JKC_TYPE_UTF16BE, utf16},
         {JKC_TYPE_UTF16LE, {}},
     };
