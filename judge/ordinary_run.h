@@ -53,9 +53,10 @@ private:
     uint64_t sums_ = 0; // in four parts
 };
 
-// How far to look closely at what stopped a run from `begin` at p: mostly that is a single character.
+// How far to look closely at what stopped a run from `begin` at p: mostly that is a single character, but where runs are
+// short, there are more.
 inline const uint8_t *close_look_end(const uint8_t *begin, const uint8_t *p, const uint8_t *end) {
-    const ptrdiff_t close = p - begin >= static_cast<ptrdiff_t>(kWide) ? 1 : kWide;
+    const ptrdiff_t close = p - begin >= 2 * kStride ? 1 : 2 * kStride;
     return end - p > close ? p + close : end;
 }
 

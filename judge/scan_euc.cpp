@@ -69,13 +69,6 @@ const uint8_t *EucScanner::watch(const uint8_t *p, const uint8_t *end) {
     return stands;
 }
 
-void EucScanner::close_katakana_run() {
-    if (katakana_run_ == 1) {
-        found.penalty += 2;
-    }
-    katakana_run_ = 0;
-}
-
 // A code that the table in use lacks is tried against every flavour, and the last table tried stays in use: text of a
 // flavour then counts for it from its first special character on. Of the two-byte tables that is CP51932 (eucJP-ms is
 // looked up without being selected), of the three-byte ones CP20932.
@@ -112,12 +105,9 @@ void EucScanner::use_20932() {
 
 // Takes text of codes that every table has. Returns where the rest begins.
 const uint8_t *EucScanner::take_ordinary_text(const uint8_t *p, const uint8_t *end) {
-    const OrdinaryRun run = ordinary_two_byte_run<OrdinaryEuc>(p, end);
-    if (run.end != p) {
-        close_katakana_run();
-        found.valid += run.valid;
-        found.kana += run.kana;
-    }
+    const OrdinaryRun run = ordinary_two_byte_run<OrdinaryEuc>(p, end, katakana_);
+    found.valid += run.valid;
+    found.kana += run.kana;
     return run.end;
 }
 
@@ -139,6 +129,12 @@ const uint8_t *EucScanner::take_mapped_codes(const uint8_t *p, const uint8_t *un
 }
 
 const uint8_t *EucScanner::scan(const uint8_t *p, const uint8_t *end, bool last) {
+    p = scan_text(p, end, last);
+    found.penalty = 2 * katakana_.isolated();
+    return p;
+}
+
+const uint8_t *EucScanner::scan_text(const uint8_t *p, const uint8_t *end, bool last) {
     while (p < end) {
         const uint8_t *const from = p;
         p = take_ordinary_text(p, end);
@@ -146,23 +142,23 @@ const uint8_t *EucScanner::scan(const uint8_t *p, const uint8_t *end, bool last)
         while (p < close) {
             const uint8_t b = *p;
             if (is_plain(b)) {
-                close_katakana_run();
+                katakana_.close();
                 p = skip_plain(p + 1, end);
                 continue;
             }
             if (is_cut(p, end)) {
                 if (last) {
-                    close_katakana_run();
+                    katakana_.close();
                     (b == kSs3 ? cut_three_byte : cut_two_byte) = true;
                 }
                 return p;
             }
             if (b == kSs2 && is_sjis_katakana(p[1])) {
-                katakana_run_ = katakana_run_ == 0 ? 1 : 2;
+                katakana_.add();
                 p += 2;
                 continue;
             }
-            close_katakana_run();
+            katakana_.close();
             if (b == kSs2) {
                 found.errors += 2;
                 p += 2;
@@ -185,7 +181,7 @@ const uint8_t *EucScanner::scan(const uint8_t *p, const uint8_t *end, bool last)
         }
     }
     if (last) {
-        close_katakana_run();
+        katakana_.close();
     }
     return p;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "judge/candidates.h"
+#include "judge/katakana_runs.h"
 #include "tables/euc_classes.h"
 
 namespace jkc {
@@ -28,7 +29,7 @@ public:
     bool cut_three_byte = false; // the input ends in a three-byte code
 
 private:
-    void close_katakana_run();
+    const uint8_t *scan_text(const uint8_t *p, const uint8_t *end, bool last);
     const uint8_t *take_ordinary_text(const uint8_t *p, const uint8_t *end);
     const uint8_t *take_mapped_codes(const uint8_t *p, const uint8_t *until, const uint8_t *end);
     void unmapped_two_byte(uint8_t classes);
@@ -38,7 +39,7 @@ private:
 
     JkcContext *ctx_;
     uint8_t in_use_ = kInGeneric; // the classes of the codes that the context's tables have
-    int katakana_run_ = 0;        // half-width katakana in a row, counted to 2
+    KatakanaRuns<2> katakana_;
 };
 
 } // namespace jkc

@@ -26,13 +26,6 @@ struct ToldInJis {
 
 } // namespace
 
-void SjisScanner::close_katakana_run() {
-    if (katakana_run_ == 1) {
-        ++found.penalty;
-    }
-    katakana_run_ = 0;
-}
-
 bool SjisScanner::is_latin(uint8_t b) const { return (classes_[b] & kAnyText) == kEvidence; }
 
 // Takes the escape sequence at p and returns its length; one that is not known passes the ESC alone. `offset` is that
@@ -81,17 +74,21 @@ const uint8_t *SjisScanner::take_mapped_codes(const uint8_t *p, const uint8_t *u
 
 // Takes ordinary text, in which nothing has to be told apart but kana. Returns where the rest begins.
 const uint8_t *SjisScanner::take_ordinary_text(const uint8_t *p, const uint8_t *end) {
-    const OrdinaryRun run = ordinary_two_byte_run<OrdinarySjis>(p, end);
-    if (run.end != p) {
-        close_katakana_run();
-        found.valid += run.valid;
-        found.kana += run.kana;
-    }
+    const OrdinaryRun run = ordinary_two_byte_run<OrdinarySjis>(p, end, katakana_);
+    found.valid += run.valid;
+    found.kana += run.kana;
     return run.end;
 }
 
 const uint8_t *SjisScanner::scan(const uint8_t *p, const uint8_t *end, bool last, const uint8_t *origin,
                                  int64_t offset) {
+    p = scan_text(p, end, last, origin, offset);
+    found.penalty = katakana_.isolated();
+    return p;
+}
+
+const uint8_t *SjisScanner::scan_text(const uint8_t *p, const uint8_t *end, bool last, const uint8_t *origin,
+                                      int64_t offset) {
     while (p < end) {
         const uint8_t *close = end;
         if (coded && !counts_nuls_) {
@@ -103,11 +100,11 @@ const uint8_t *SjisScanner::scan(const uint8_t *p, const uint8_t *end, bool last
             const uint8_t b = *p;
             if (is_sjis_katakana(b)) {
                 coded = true;
-                katakana_run_ = katakana_run_ == 0 ? 1 : 2;
+                katakana_.add();
                 ++p;
                 continue;
             }
-            close_katakana_run();
+            katakana_.close();
             if (b >= 0x80) {
                 coded = true;
                 if (end - p < 2) {
@@ -146,7 +143,7 @@ const uint8_t *SjisScanner::scan(const uint8_t *p, const uint8_t *end, bool last
         }
     }
     if (last) {
-        close_katakana_run();
+        katakana_.close();
     }
     return p;
 }

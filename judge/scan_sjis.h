@@ -2,6 +2,7 @@
 #pragma once
 
 #include "judge/candidates.h"
+#include "judge/katakana_runs.h"
 
 namespace jkc {
 
@@ -25,7 +26,7 @@ public:
     int64_t little_units = 0; // the same for little-endian
 
 private:
-    void close_katakana_run();
+    const uint8_t *scan_text(const uint8_t *p, const uint8_t *end, bool last, const uint8_t *origin, int64_t offset);
     const uint8_t *skip_text(const uint8_t *p, const uint8_t *end) const;
     const uint8_t *take_ordinary_text(const uint8_t *p, const uint8_t *end);
     const uint8_t *take_mapped_codes(const uint8_t *p, const uint8_t *until, const uint8_t *end);
@@ -36,7 +37,7 @@ private:
     uint64_t count_;
     const uint16_t *classes_;
     bool counts_nuls_;
-    int katakana_run_ = 0; // half-width katakana in a row, counted to 2
+    KatakanaRuns<1> katakana_;
 };
 
 } // namespace jkc

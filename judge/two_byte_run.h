@@ -6,15 +6,18 @@
 #pragma once
 
 #include "core/bytes.h"
+#include "judge/katakana_runs.h"
 #include "judge/ordinary_run.h"
 
 namespace jkc {
 
 // The codes of the rows that make up nearly all of a text, without holes. Each encoding tells by single() which bytes are
-// neither leads nor passed as 7-bit text; of a lead and the byte behind it, whether they are an ordinary code, and if
-// so, whether it is a kana.
+// neither leads nor 7-bit text; of a lead and the byte behind it, whether they are an ordinary code, and if so, whether
+// it is a kana; and where half-width katakana begin, except at trails.
 struct OrdinarySjis {
-    static Bytes16 single(Bytes16 first) { return between(first, 0xA1, 0xDF) | equals(first, kEsc); }
+    using Katakana = KatakanaRuns<1>;
+    static Bytes16 single(Bytes16 first) { return katakana(first, first) | equals(first, kEsc); }
+    static Bytes16 katakana(Bytes16 first, Bytes16 /*second*/) { return between(first, 0xA1, 0xDF); }
     static Bytes16 code(Bytes16 first, Bytes16 second) {
         constexpr uint8_t kJoin = 0xA0; // makes one row of the leads 81 to 9F and E0 to FC
         const Ordered rows(first ^ all16(kJoin));
@@ -34,7 +37,9 @@ struct OrdinarySjis {
 };
 
 struct OrdinaryEuc {
+    using Katakana = KatakanaRuns<2>;
     static Bytes16 single(Bytes16 /*first*/) { return Bytes16{}; }
+    static Bytes16 katakana(Bytes16 first, Bytes16 second) { return equals(first, kSs2) & between(second, 0xA1, 0xDF); }
     static Bytes16 code(Bytes16 first, Bytes16 second) {
         const Ordered rows(first);
         const Ordered trails(second);
@@ -57,10 +62,11 @@ constexpr uint32_t every_second(uint32_t mask) {
 }
 static_assert(every_second(0b0011'1101'1011) == 0b0001'0100'1001);
 
-// Counts from p, the begin of a character, to the first one that is neither ASCII nor an ordinary code, or to the last
-// 32 bytes. What is scanned lies in one block; a byte behind `end` must be readable.
+// Counts from p, the begin of a character, to the first one that is neither ASCII nor an ordinary code nor a half-width
+// katakana, or to the last 32 bytes. What is scanned lies in one block; a byte behind `end` must be readable.
 template <class Ordinary>
-inline OrdinaryRun ordinary_two_byte_run(const uint8_t *p, const uint8_t *end) {
+inline OrdinaryRun ordinary_two_byte_run(const uint8_t *p, const uint8_t *end,
+                                         typename Ordinary::Katakana &katakana_runs) {
     MaskCounts counts;
     while (end - p >= kStride) {
         const Bytes16 left = load16(p);
@@ -68,24 +74,32 @@ inline OrdinaryRun ordinary_two_byte_run(const uint8_t *p, const uint8_t *end) {
         const uint32_t coded = mask_of(left, right);
         const uint32_t singles = mask_of(Ordinary::single(left), Ordinary::single(right));
         if ((coded | singles) == 0) {
+            katakana_runs.add(0, kStride);
             p += kStride;
             continue;
         }
+        const Bytes16 left_second = load16(p + 1);
+        const Bytes16 right_second = load16(p + 1 + kWide);
         const uint32_t leads = every_second(coded & ~singles);
-        const uint32_t codes =
-            mask_of(Ordinary::code(left, load16(p + 1)), Ordinary::code(right, load16(p + 1 + kWide)));
+        const uint32_t trails = leads << 1;
+        const uint32_t codes = mask_of(Ordinary::code(left, left_second), Ordinary::code(right, right_second));
         const uint32_t kana = mask_of(Ordinary::kana(left), Ordinary::kana(right));
-        const uint32_t stops = (leads & ~codes) | (singles & ~(leads << 1));
+        const uint32_t katakana =
+            mask_of(Ordinary::katakana(left, left_second), Ordinary::katakana(right, right_second)) & ~trails;
+        const uint32_t stops = ((leads & ~codes) | (singles & ~trails)) & ~katakana;
+        const uint32_t two_byte = leads & codes;
         if (stops != 0) [[unlikely]] {
-            const uint32_t before = leads & below_lowest(stops);
-            counts.add(before, before & kana);
+            const uint32_t before = below_lowest(stops);
+            counts.add(two_byte & before, two_byte & before & kana);
+            katakana_runs.add(katakana & before, static_cast<size_t>(__builtin_ctz(stops)));
             p += __builtin_ctz(stops);
             break;
         }
         // A lead in the last place is left to the next stride, with its trail.
         const uint32_t last = leads >> (kStride - 1);
-        const uint32_t whole = leads & ~(last << (kStride - 1));
-        counts.add(whole, whole & kana);
+        const uint32_t whole = ~(last << (kStride - 1));
+        counts.add(two_byte & whole, two_byte & whole & kana);
+        katakana_runs.add(katakana & whole, kStride - last);
         p += kStride - last;
     }
     return {p, 2 * counts.left(), 2 * counts.right()};

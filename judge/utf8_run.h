@@ -6,7 +6,7 @@
 namespace jkc {
 
 // The three-byte characters that make up nearly all of a text: those that begin with E3 to E9 or EF, but for U+302A to
-// U+3040, U+3097 to U+309A, U+30A0, U+3100 to U+4DFF, U+9F80 to U+9FFF and, of EF, everything but U+FF01 to U+FF3F. All
+// U+3040, U+3097 to U+309A, U+30A0, U+3100 to U+4DFF, U+9F80 to U+9FFF and, of EF, everything but U+FF01 to U+FFBE. All
 // of them are text, and those of E3 from E3 81 on are kana.
 struct OrdinaryUtf8 {
     static Bytes16 lead(Bytes16 first) { return between(first, 0xE3, 0xE9) | equals(first, 0xEF); }
@@ -22,7 +22,9 @@ struct OrdinaryUtf8 {
         const Bytes16 not_of_e3 = equals(first, 0xE3) & (seconds.above(0x83) | mark | no_hiragana | no_katakana);
         const Bytes16 not_of_e4 = equals(first, 0xE4) & ~seconds.above(0xB7);
         const Bytes16 not_of_e9 = equals(first, 0xE9) & seconds.above(0xBD);
-        const Bytes16 not_of_ef = equals(first, 0xEF) & ~(equals(second, 0xBC) & ~equals(third, 0x80));
+        const Bytes16 edges =
+            (equals(second, 0xBC) & equals(third, 0x80)) | (equals(second, 0xBE) & equals(third, 0xBF));
+        const Bytes16 not_of_ef = equals(first, 0xEF) & (~seconds.above(0xBB) | seconds.above(0xBE) | edges);
         return trail(second) & trail(third) & ~(not_of_e3 | not_of_e4 | not_of_e9 | not_of_ef);
     }
     static Bytes16 kana(Bytes16 first, Bytes16 second) { return equals(first, 0xE3) & Ordered(second).above(0x80); }
