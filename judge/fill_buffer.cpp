@@ -99,6 +99,9 @@ public:
 private:
     // Passes text that raises no flag, but not what the next block may have a part in.
     void pass_ordinary_text(BlockCursor &in) {
+        if (in.left() < kLookAhead) {
+            return;
+        }
         const OrdinaryRun run = ordinary_utf8_run(in.p, in.end - (kLookAhead - 1));
         in.p += run.end - in.p;
         if (run.kana > 0) {

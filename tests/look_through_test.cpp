@@ -11,7 +11,8 @@ namespace {
 // In units: the first ones of a text, and those around the block edges of texts in bytes and in UTF-16.
 std::vector<size_t> places() {
     std::vector<size_t> all;
-    for (const size_t from : {0, JKC_BLOCK_READ / 2 - 40, JKC_BLOCK_READ - 40, 3 * JKC_BLOCK_READ / 2 - 40}) {
+    constexpr size_t kBlock = JKC_BLOCK_READ;
+    for (const size_t from : {size_t{0}, kBlock / 2 - 40, kBlock - 40, 3 * kBlock / 2 - 40}) {
         for (size_t i = 0; i < 60; ++i) {
             all.push_back(from + i);
         }
