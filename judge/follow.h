@@ -1,25 +1,50 @@
 // Where a scanner stands that no longer counts.
 //
 // What stays of a scanner whose encoding is out of the question is little: at which byte the next character begins, and
-// what its last telling character was. Both depend on the last stretch of text only. Two 7-bit bytes in a row bring
-// every scanner into step, whatever came before: the first may be the end of a character, the second is one by itself
-// or the end of the same one.
+// what its last telling character was. Both depend on the last stretch of text only. Of as many places in a row as a
+// character may have bytes, the scanner stands at one at least, and followed from all of them it mostly soon comes to the
+// same place.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
+#include <numeric>
 
 #include "core/bytes.h"
 #include "core/wide.h"
 
 namespace jkc {
 
-// The last position before `to` that is surely the begin of a character; `begin` is one.
-inline const uint8_t *in_step_before(const uint8_t *begin, const uint8_t *to) {
-    const uint8_t *p = to - 1;
-    while (p - begin >= 2 && !(is_plain(p[-1]) && is_plain(p[-2]))) {
-        --p;
+// Where the scanner comes by, wherever in the first bytes from `from` on a character begins; null when that is not told
+// up to `to`.
+template <class Follower>
+const uint8_t *meeting_place(const Follower &follower, const uint8_t *from, const uint8_t *to, const uint8_t *end) {
+    const uint8_t *places[Follower::kLongest];
+    std::iota(std::begin(places), std::end(places), from);
+    for (;;) {
+        const auto [first, last] = std::minmax_element(std::begin(places), std::end(places));
+        if (*first == *last) {
+            return *first;
+        }
+        typename Follower::State unused = Follower::kUnknown;
+        *first = *first < to ? follower.pass(*first, end, unused) : nullptr;
+        if (*first == nullptr) {
+            return nullptr;
+        }
     }
-    return p - begin >= 2 ? p : begin;
+}
+
+// A position before `to`, and not far, that is surely the begin of a character; `begin` is one.
+template <class Follower>
+const uint8_t *in_step_before(const Follower &follower, const uint8_t *begin, const uint8_t *to, const uint8_t *end) {
+    for (ptrdiff_t distance = 32; to - begin > distance; distance *= 4) {
+        const uint8_t *place = meeting_place(follower, to - distance, to, end);
+        if (place != nullptr && place < to) {
+            return place;
+        }
+    }
+    return begin;
 }
 
 // Passes the end of a long run of 7-bit bytes backwards; what it returns is the begin of a character, or `to`.
@@ -37,7 +62,8 @@ inline const uint8_t *before_plain_run(const uint8_t *begin, const uint8_t *to) 
 //
 // Follower::pass(p, end, state) returns the end of the character at p, null when `end` cuts it, and sets the state when
 // the character tells it; Follower::kUnknown is the state that nothing has told. Follower::last_telling(begin, to) is
-// the last position before `to` at which a telling character may begin, null when there is none.
+// the last position before `to` at which a telling character may begin, null when there is none. Follower::kLongest are
+// the bytes of a character at most.
 template <class Follower>
 const uint8_t *follow(const Follower &follower, const uint8_t *begin, const uint8_t *to, const uint8_t *end,
                       typename Follower::State &state) {
@@ -47,7 +73,7 @@ const uint8_t *follow(const Follower &follower, const uint8_t *begin, const uint
         stands = to;
     }
     for (;;) {
-        const uint8_t *from = until > begin ? in_step_before(begin, until) : begin;
+        const uint8_t *from = until > begin ? in_step_before(follower, begin, until, end) : begin;
         typename Follower::State found = Follower::kUnknown;
         const uint8_t *p = from;
         while (p < until) {

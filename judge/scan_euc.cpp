@@ -27,6 +27,7 @@ bool is_cut(const uint8_t *p, const uint8_t *end) { return end - p < (*p == kSs3
 struct TableFollower {
     enum class State : uint8_t { kUnknown, kCp51932, kCp20932 };
     static constexpr State kUnknown = State::kUnknown;
+    static constexpr size_t kLongest = 3;
 
     // In text that is not EUC nearly every character tells.
     static const uint8_t *last_telling(const uint8_t *begin, const uint8_t *to) {

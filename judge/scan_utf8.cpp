@@ -26,6 +26,7 @@ struct Telling {
 struct BaseFollower {
     enum class State : uint8_t { kUnknown, kNo, kYes };
     static constexpr State kUnknown = State::kUnknown;
+    static constexpr size_t kLongest = 4;
 
     static const uint8_t *last_telling(const uint8_t *begin, const uint8_t *to) {
         return find_last_pattern<Telling>(begin, to);
