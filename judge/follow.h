@@ -11,7 +11,6 @@
 #include <iterator>
 #include <numeric>
 
-#include "core/bytes.h"
 #include "core/wide.h"
 
 namespace jkc {

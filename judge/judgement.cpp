@@ -72,7 +72,7 @@ void Judgement::feed_utf8(JkcBlock &block, bool last) {
         block.scan_start[kFromUtf8], block, last,
         [this](const uint8_t *p, const uint8_t *end, bool at_end) { return utf8_.scan(p, end, at_end); },
         [this](const uint8_t *p, const uint8_t *end) -> const uint8_t * {
-            if (counting_ == Counting::kToTheEnd || !utf8_.is_out()) {
+            if (counting_ == Counting::kToTheEnd || !utf8_.is_out(p, end)) {
                 return nullptr;
             }
             return utf8_.watch(p, end, {ctx_->srg_exists == 0, ctx_->utfmac_exists == 0});

@@ -62,6 +62,14 @@ struct BaseFollower {
     }
 };
 
+// Where a valid sequence may stand.
+struct Valid {
+    static bool may_match(const uint8_t *p) { return any(match(p)); }
+    static Bytes16 match(const uint8_t *p) {
+        return between(load16(p), 0xC0, 0xF7) & equals_masked<0xC0>(load16(p + 1), 0x80);
+    }
+};
+
 // Where a four-byte sequence may stand.
 struct FourBytes {
     static constexpr int kLength = 4;
@@ -95,6 +103,10 @@ Utf8Scanner::Place Utf8Scanner::advance(Place from, const uint8_t *to, const uin
     BaseFollower::State state = from.base ? BaseFollower::State::kYes : BaseFollower::State::kNo;
     const uint8_t *p = follow(BaseFollower(), from.p, to, end, state);
     return {p, state == BaseFollower::State::kYes};
+}
+
+bool Utf8Scanner::is_out(const uint8_t *p, const uint8_t *end) const {
+    return found.errors >= kTooManyErrors && (found.valid > 0 || find_pattern<Valid>(p, end) == end);
 }
 
 // A place that looks right counts only where scan() would come by with a character to begin.
@@ -133,6 +145,8 @@ struct Utf8Scanner::Tally {
     bool base;
     const uint8_t *told_at;
 
+    // Whether there is any is all that is asked.
+    bool marks_count() const { return decomposed == 0; }
     bool base_at(const uint8_t *p, const uint8_t *end) {
         if (told_at < p) {
             base = advance({told_at, base}, p, end).base;
@@ -153,7 +167,7 @@ struct Utf8Scanner::Tally {
             return 2;
         }
         found.valid += 2;
-        decomposed += (scan_class & kScanMark) != 0 && base_at(p, end) ? 4 : 0;
+        decomposed += (scan_class & kScanMark) != 0 && marks_count() && base_at(p, end) ? 4 : 0;
         tell((scan_class & kScanBase) != 0, p + 2);
         return 2;
     }
@@ -168,7 +182,7 @@ struct Utf8Scanner::Tally {
         found.valid += 3;
         if ((scan_class & kScanKana) != 0) {
             found.kana += 3;
-            decomposed += (scan_class & kScanMark) != 0 && base_at(p, end) ? 6 : 0;
+            decomposed += (scan_class & kScanMark) != 0 && marks_count() && base_at(p, end) ? 6 : 0;
             tell((scan_class & kScanBase) != 0, p + 3);
         }
         return 3;
@@ -208,7 +222,7 @@ const uint8_t *Utf8Scanner::scan(const uint8_t *p, const uint8_t *end, bool last
                                : tally.four_byte_or_error(p);
         }
     }
-    base_ = tally.base_at(p, end);
+    base_ = tally.marks_count() && tally.base_at(p, end);
     found = tally.found;
     four_byte = tally.four_byte;
     decomposed = tally.decomposed;

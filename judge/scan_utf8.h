@@ -15,11 +15,12 @@ public:
         bool four_byte;
         bool decomposed;
     };
-    // As scan(), but counts only what is wanted, and of that only whether there is any. For input that is_out().
+    // As scan(), but counts only what is wanted, and of that only whether there is any. For text in which it is_out().
     const uint8_t *watch(const uint8_t *p, const uint8_t *end, Wanted wanted);
 
-    // Whether UTF-8 cannot win any more, and has shown the valid character that keeps it in the set all the same.
-    bool is_out() const { return found.errors >= kTooManyErrors && found.valid > 0; }
+    // Whether UTF-8 cannot win any more, and has shown the valid character that keeps it in the set all the same, or does
+    // not from p to end.
+    bool is_out(const uint8_t *p, const uint8_t *end) const;
 
     Evidence found;
     int64_t four_byte = 0;  // bytes of four-byte sequences
