@@ -1,7 +1,6 @@
 // Counts half-width katakana that stand alone: in the wrong encoding, bytes look like such.
 #pragma once
 
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 
@@ -26,8 +25,10 @@ public:
         const uint32_t last = length < kWidth ? 0 : uint32_t{1} << (length - kWidth);
         const bool goes_on = run_ != 0 && (mask & 1) != 0;
         isolated_ += run_ == 1 && !goes_on ? 1 : 0;
-        const uint32_t inner = mask & ~last & ~(goes_on ? 1U : 0U);
-        isolated_ += std::popcount(inner & ~(mask << kWidth) & ~(mask >> kWidth));
+        uint32_t inner = mask & ~last & ~(goes_on ? 1U : 0U);
+        for (inner &= ~(mask << kWidth) & ~(mask >> kWidth); inner != 0; inner &= inner - 1) {
+            ++isolated_;
+        }
         const bool behind_one = (mask & (last >> kWidth)) != 0 || (goes_on && last == 1);
         run_ = (mask & last) == 0 ? 0 : behind_one ? 2 : 1;
     }
