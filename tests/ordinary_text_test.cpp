@@ -9,7 +9,6 @@
 #include "judge/scan_sjis.h"
 #include "judge/two_byte_run.h"
 #include "judge/utf8_run.h"
-#include "tables/euc_classes.h"
 #include "tables/scan_classes.h"
 
 namespace jkc::testing {
@@ -152,24 +151,6 @@ TEST(OrdinaryTextTest, IsolatedHalfWidthKatakanaAreMiscounted) {
         ASSERT_EQ(euc_scanner.found.penalty, 2 * isolated) << round;
         ASSERT_EQ(sjis_scanner.found.valid, euc_scanner.found.valid) << round;
         release_jkc(ctx);
-    }
-}
-
-TEST(OrdinaryTextTest, TheClassesOfEucDifferFromTheTables) {
-    const auto maps = [](const uint16_t *table, uint64_t size, uint32_t code) {
-        return code < size && table[code] != 0;
-    };
-    for (uint32_t code = 0x8080; code <= 0xFFFF; code = (code + 1) | 0x80) {
-        const uint8_t classes =
-            kEucClasses[euc_class_index(static_cast<uint8_t>(code >> 8), static_cast<uint8_t>(code))];
-        const int expected =
-            (maps(_euc2unibecommon_table00, _euc2unibecommon_table00_size, code) ? kInGeneric : 0) |
-            (maps(_euc2unibe51932_table00, _euc2unibe51932_table00_size, code) ? kIn51932 : 0) |
-            (maps(_euc2unibems_table00, _euc2unibems_table00_size, code) ? kInMs : 0) |
-            (maps(_euc2unibe20932_table8f, _euc2unibe20932_table8f_size, code) ? kIn20932ThreeBytes : 0) |
-            (maps(_euc2unibems_table8f, _euc2unibems_table8f_size, code) ? kInMsThreeBytes : 0);
-        ASSERT_EQ(classes, expected) << std::hex << code;
-        ASSERT_EQ(maps(_euc2unibe20932_table00, _euc2unibe20932_table00_size, code), (classes & kInGeneric) != 0);
     }
 }
 
