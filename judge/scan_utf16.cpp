@@ -93,13 +93,15 @@ struct Pairs {
     }
 };
 
+// Whether any may be a combining mark, in either byte order: U+0306, U+0308, U+3099, U+309A, and some rare others.
+Units8 may_be_marks(Units8 units) {
+    return units_equal_masked<0xFFF1>(units, 0x0300) | units_equal_masked<0xF1FF>(units, 0x0003) |
+           units_equal_masked<0xFFFC>(units, 0x3098) | units_equal_masked<0xFCFF>(units, 0x9830);
+}
+
 // Combining marks of either byte order: U+0306, U+0308, U+3099, U+309A.
 struct Marks {
-    static bool may_match(const uint8_t *p) {
-        const Bytes16 bytes = load16(p);
-        return any(equals(bytes, 0x03) | equals(bytes, 0x30)) &&
-               any(equals(bytes, 0x06) | equals(bytes, 0x08) | equals(bytes, 0x99) | equals(bytes, 0x9A));
-    }
+    static bool may_match(const uint8_t *p) { return any_unit(may_be_marks(reinterpret_cast<Units8>(load16(p)))); }
     static Bytes16 match(const uint8_t *p) {
         const Bytes16 first = load16(p);
         const Bytes16 second = load16(p + 1);
@@ -159,12 +161,6 @@ const uint8_t *Utf16Scanner::take_singles(const uint8_t *p, const uint8_t *end) 
 
 // Whether all are 7-bit and no NUL: evidence, and no part of anything longer in the other byte order either.
 bool are_plain(Units8 units) { return !any_unit(~units_between(units, 0x01, 0x7F)); }
-
-// Whether any may be a combining mark, in either byte order: U+0306, U+0308, U+3099, U+309A, and some rare others.
-Units8 may_be_marks(Units8 units) {
-    return units_equal_masked<0xFFF1>(units, 0x0300) | units_equal_masked<0xF1FF>(units, 0x0003) |
-           units_equal_masked<0xFFFC>(units, 0x3098) | units_equal_masked<0xFCFF>(units, 0x9830);
-}
 
 // The units with kScanSpecial, and some rare others.
 Units8 may_be_special(Units8 units) {
