@@ -76,13 +76,25 @@ private:
     // One step is the first character's, and one is left to an LF behind the last, which must not move to another block.
     static constexpr size_t kLeastSteps = kWide + 1;
 
+    uint32_t stops_in(Bytes16 text) const {
+        const Bytes16 ends = Layout::run_ends(text);
+        return keeps_line_ends_ ? stop_mask<kStops...>(text, ends) : stop_mask<kLf, kCr, kStops...>(text, ends);
+    }
+
     template <class Writer>
     void copy_run(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps) const {
+        for (; steps > kLeastSteps + kWide; steps -= 2 * kWide) { // twice as far, where it is clear
+            const Bytes16 text = Layout::load(p);
+            const Bytes16 next = Layout::load(p + kWide * Layout::kWidth);
+            if ((stops_in(text) | stops_in(next)) != 0) {
+                break;
+            }
+            o = w.plain_wide(w.plain_wide(o, text), next);
+            p += 2 * kWide * Layout::kWidth;
+        }
         while (steps > kLeastSteps) {
             const Bytes16 text = Layout::load(p);
-            const Bytes16 ends = Layout::run_ends(text);
-            const uint32_t stops =
-                keeps_line_ends_ ? stop_mask<kStops...>(text, ends) : stop_mask<kLf, kCr, kStops...>(text, ends);
+            const uint32_t stops = stops_in(text);
             o = w.plain_wide(o, text);
             if (stops != 0) {
                 const auto run = static_cast<size_t>(__builtin_ctz(stops));

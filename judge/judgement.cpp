@@ -1,6 +1,7 @@
 #include "judge/judgement.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace jkc {
 
@@ -62,8 +63,10 @@ void Judgement::feed_utf16(JkcBlock &block, bool last) {
             if (counting_ == Counting::kToTheEnd || !utf16_.is_out()) {
                 return nullptr;
             }
-            // 7-bit text has no surrogates in either byte order.
-            return utf16_.watch(p, end, last, {ctx_->srg_exists == 0 && sjis_.coded, ctx_->utfmac_exists == 0});
+            // 7-bit text has no surrogates in either byte order, and of the marks only U+0306 and U+0308.
+            const bool marks = sjis_.coded || memchr(p, 0x03, static_cast<size_t>(end - p)) != nullptr;
+            return utf16_.watch(p, end, last,
+                                {ctx_->srg_exists == 0 && sjis_.coded, ctx_->utfmac_exists == 0 && marks});
         });
 }
 
