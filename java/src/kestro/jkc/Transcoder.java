@@ -45,7 +45,19 @@ public final class Transcoder implements AutoCloseable {
         if (jkc._createJkc() != Status.SUCCESS) {
             throw new OutOfMemoryError("no memory for a transcoder");
         }
-        release = CLEANER.register(this, jkc::_releaseJkc);
+        release = CLEANER.register(this, inTurn(jkc::_releaseJkc));
+    }
+
+    /** The cleaner's thread has to wait too: a release looks at the call that is running. */
+    private static Runnable inTurn(Runnable action) {
+        return () -> {
+            ONE_AT_A_TIME.lock();
+            try {
+                action.run();
+            } finally {
+                ONE_AT_A_TIME.unlock();
+            }
+        };
     }
 
     /** Frees the native memory. A second call does nothing. */
