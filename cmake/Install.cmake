@@ -7,7 +7,7 @@ install(TARGETS jkc jkc_static EXPORT jkcTargets
 install(FILES include/jkc.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 if(TARGET jkc_program)
     install(TARGETS jkc_program RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-    install(FILES man/jkc.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    install(FILES docs/man/jkc.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 endif()
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/jkc)

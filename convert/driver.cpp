@@ -4,7 +4,7 @@
 #include "convert/compose.h"
 #include "convert/routes.h"
 #include "core/table_selection.h"
-#include "judge/source_bits.h"
+#include "judge/input/source_bits.h"
 
 namespace jkc {
 

@@ -1,7 +1,7 @@
 // The record of characters without equivalent.
 #pragma once
 
-#include "judge/block_cursor.h"
+#include "judge/input/block_cursor.h"
 
 namespace jkc {
 

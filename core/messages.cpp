@@ -1,9 +1,7 @@
-// Texts of the status codes and of errno values.
-#include <cstdio>
-#include <cstring>
+// Texts of the status codes.
+#include "core/messages.h"
 
-#include "convert/message_text.h"
-#include "core/internal.h"
+#include <cstdio>
 
 extern const JkcStatusMessage _satusMessage[] = {
     {JKC_SUCCESS, "SUCCESS:処理成功"},
@@ -29,36 +27,12 @@ extern const uint64_t _satusMessageSize = sizeof _satusMessage / sizeof _satusMe
 
 static_assert(JKC_EOF == EOF);
 
-namespace {
-
 // Row 0 is left out: success has no message for a user, so callers print "Unknown" for it.
-const char *message_of(int status) {
+const char *jkc::message_of(int status) {
     for (uint64_t row = 1; row < _satusMessageSize; ++row) {
         if (static_cast<int32_t>(_satusMessage[row].status) == status) {
             return _satusMessage[row].message;
         }
     }
     return "Unknown";
-}
-
-} // namespace
-
-uint32_t jkc_statusto_message(JkcContext *ctx, char *buf, int status, int code_type) {
-    const char *message = message_of(status);
-    const size_t length = strlen(message);
-    memcpy(buf, message, length + 1);
-    return static_cast<uint32_t>(_convert_buf(ctx, buf, length, code_type));
-}
-
-uint32_t jkc_get_strerror(JkcContext *ctx, int errnum, char *buf, size_t size, int code_type) {
-    if (size == 0) {
-        return 0;
-    }
-    const char *text = strerror(errnum);
-    if (text == nullptr) {
-        return static_cast<uint32_t>(snprintf(buf, size, "Unknown(%d)", errnum));
-    }
-    strncpy(buf, text, size);
-    buf[size - 1] = '\0';
-    return jkc::recode_message(ctx, buf, strlen(buf), code_type, size);
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "jni/info.h"
-#include "judge/reader.h"
+#include "judge/input/foreign_source.h"
 
 namespace jkc {
 

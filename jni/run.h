@@ -4,7 +4,7 @@
 #include "jni/exceptions.h"
 #include "jni/info.h"
 #include "jni/reader_data.h"
-#include "judge/source_bits.h"
+#include "judge/input/source_bits.h"
 
 namespace jkc {
 

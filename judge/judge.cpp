@@ -3,9 +3,9 @@
 #include <cstring>
 
 #include "core/table_selection.h"
-#include "judge/input_window.h"
+#include "judge/input/byte_source.h"
+#include "judge/input/source_bits.h"
 #include "judge/judge.h"
-#include "judge/source_bits.h"
 
 namespace jkc {
 
@@ -16,8 +16,8 @@ constexpr size_t kCarryRoom = 8;
 
 // Reads the first bytes one by one, so that a stream with a mark is read no further than that. Returns the code type
 // of the mark, 0 without one, or a failure; `count` bytes lie at `data` then.
-int read_mark(InputWindow &window, uint8_t *data, size_t &count) {
-    const auto next = [&window, data, &count] { return window.read(data + count, 1, count); };
+int read_mark(ByteSource &source, uint8_t *data, size_t &count) {
+    const auto next = [&source, data, &count] { return source.read(data + count, 1, count); };
     for (size_t wanted = 1; wanted <= 2; ++wanted) {
         const int status = next();
         if (status != JKC_SUCCESS || count < wanted) {
@@ -113,11 +113,11 @@ int feed_blocks(Judgement &judgement, size_t count, Next next) {
 }
 
 int feed_source(JkcContext *ctx, Judgement &judgement, size_t count, bool keep) {
-    InputWindow window(ctx);
+    ByteSource source(ctx);
     return feed_blocks(judgement, count, [&](JkcBlock &block, size_t filled, bool &last) {
-        int status = window.read(block.data + JKC_BLOCK_HEADROOM + filled, JKC_BLOCK_READ - filled, filled);
+        int status = source.read(block.data + JKC_BLOCK_HEADROOM + filled, JKC_BLOCK_READ - filled, filled);
         if (status == JKC_SUCCESS) {
-            status = window.at_end(last);
+            status = source.at_end(last);
         }
         block.end = JKC_BLOCK_HEADROOM + static_cast<int32_t>(filled);
         return status == JKC_SUCCESS && keep ? keep_block(ctx, block) : status;
@@ -176,9 +176,9 @@ int judge(JkcContext *ctx, int *type_out, int *line_out, int preferred, bool pla
     ctx->utfmac_exists = 0;
     const uint8_t *const begin = ctx->in_ptr;
 
-    InputWindow window(ctx);
+    ByteSource source(ctx);
     size_t count = 0;
-    const int mark = read_mark(window, block.data + JKC_BLOCK_HEADROOM, count);
+    const int mark = read_mark(source, block.data + JKC_BLOCK_HEADROOM, count);
     if (mark < 0) {
         return answers.answer(mark);
     }
@@ -190,7 +190,7 @@ int judge(JkcContext *ctx, int *type_out, int *line_out, int preferred, bool pla
     }
 
     select_first_tables(ctx);
-    const bool can_count_again = keep || window.in_memory();
+    const bool can_count_again = keep || source.in_memory();
     if (counting == Counting::kWhileItCounts && type_out != nullptr && !can_count_again) {
         counting = Counting::kEucToTheEnd;
     }

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "judge/ranking.h"
-#include "judge/scan_euc.h"
-#include "judge/scan_sjis.h"
-#include "judge/scan_utf16.h"
-#include "judge/scan_utf8.h"
+#include "judge/scan/euc.h"
+#include "judge/scan/sjis.h"
+#include "judge/scan/utf16.h"
+#include "judge/scan/utf8.h"
 
 namespace jkc {
 

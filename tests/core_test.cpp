@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include "convert/message_text.h"
 #include "support/conversion.h"
 #include "support/selection.h"
 

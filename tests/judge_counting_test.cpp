@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "judge/judge.h"
-#include "judge/scan_utf16.h"
+#include "judge/scan/utf16.h"
 #include "support/exact_buffer.h"
 #include "support/selection.h"
 

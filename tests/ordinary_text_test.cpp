@@ -5,10 +5,10 @@
 
 #include "core/bytes.h"
 #include "core/internal.h"
-#include "judge/scan_euc.h"
-#include "judge/scan_sjis.h"
-#include "judge/two_byte_run.h"
-#include "judge/utf8_run.h"
+#include "judge/scan/euc.h"
+#include "judge/scan/sjis.h"
+#include "judge/scan/two_byte_run.h"
+#include "judge/scan/utf8_run.h"
 #include "tables/scan_classes.h"
 
 namespace jkc::testing {

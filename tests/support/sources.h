@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "judge/reader.h"
+#include "judge/input/foreign_source.h"
 #include "support/temp_dir.h"
 
 namespace jkc::testing {

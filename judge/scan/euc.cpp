@@ -1,10 +1,10 @@
-#include "judge/scan_euc.h"
+#include "judge/scan/euc.h"
 
 #include "core/bytes.h"
 #include "core/table_selection.h"
 #include "core/wide.h"
-#include "judge/follow.h"
-#include "judge/two_byte_run.h"
+#include "judge/scan/resynchronise.h"
+#include "judge/scan/two_byte_run.h"
 
 namespace jkc {
 

@@ -1,10 +1,10 @@
-#include "io/line.h"
+#include "io/line_scanner.h"
 
 namespace jkc {
 
 namespace {
 
-struct EucScanner : Scanner {
+struct EucLineScanner : LineScanner {
     static bool is_euc_byte(uint8_t b) { return b >= 0xA1 && b <= 0xFE; }
     static constexpr uint8_t kNoLead = 0xFF;
 
@@ -35,5 +35,5 @@ struct EucScanner : Scanner {
 
 int32_t jkc_euc_strln(JkcContext *ctx, void *buf, uint64_t size, uint64_t *length, const uint8_t **position,
                       uint64_t remaining) {
-    return jkc::scan_line(jkc::EucScanner(), ctx, buf, size, length, position, remaining);
+    return jkc::scan_line(jkc::EucLineScanner(), ctx, buf, size, length, position, remaining);
 }

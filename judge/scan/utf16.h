@@ -1,7 +1,7 @@
 // The scanner for UTF-16 in both byte orders.
 #pragma once
 
-#include "judge/candidates.h"
+#include "judge/scan/evidence.h"
 
 namespace jkc {
 

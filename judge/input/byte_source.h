@@ -8,9 +8,9 @@
 
 namespace jkc {
 
-class InputWindow {
+class ByteSource {
 public:
-    explicit InputWindow(JkcContext *ctx) : ctx_(ctx) {}
+    explicit ByteSource(JkcContext *ctx) : ctx_(ctx) {}
 
     // Reads until `room` bytes are at dst or the source ends; adds their number to count. 0 or EREAD.
     int read(uint8_t *dst, size_t room, size_t &count);

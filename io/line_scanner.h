@@ -41,7 +41,7 @@ struct Line {
     }
 };
 
-struct Scanner {
+struct LineScanner {
     void begin(Line & /*line*/) {}
 };
 

@@ -1,10 +1,10 @@
-#include "judge/scan_sjis.h"
+#include "judge/scan/sjis.h"
 
 #include "core/jis_escape.h"
 #include "core/unicode.h"
 #include "core/wide.h"
-#include "judge/pattern.h"
-#include "judge/two_byte_run.h"
+#include "judge/scan/pattern.h"
+#include "judge/scan/two_byte_run.h"
 
 namespace jkc {
 

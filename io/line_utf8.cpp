@@ -1,11 +1,11 @@
 #include "core/unicode.h"
-#include "io/line.h"
+#include "io/line_scanner.h"
 
 namespace jkc {
 
 namespace {
 
-struct Utf8Scanner {
+struct Utf8LineScanner {
     static bool leads_two(uint8_t b) { return (b & 0xE0) == 0xC0; }
     static bool leads_three(uint8_t b) { return (b & 0xF0) == 0xE0; }
     static bool leads_four(uint8_t b) { return (b & 0xF8) == 0xF0; }
@@ -47,5 +47,5 @@ struct Utf8Scanner {
 
 int32_t jkc_utf8_strln(JkcContext *ctx, void *buf, uint64_t size, uint64_t *length, const uint8_t **position,
                        uint64_t remaining) {
-    return jkc::scan_line(jkc::Utf8Scanner(), ctx, buf, size, length, position, remaining);
+    return jkc::scan_line(jkc::Utf8LineScanner(), ctx, buf, size, length, position, remaining);
 }

@@ -1,10 +1,10 @@
-#include "judge/input_window.h"
+#include "judge/input/byte_source.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 
-#include "judge/reader.h"
+#include "judge/input/foreign_source.h"
 
 JkcBlock _buffser_info;
 
@@ -29,7 +29,7 @@ Source source_of(const JkcContext &ctx) {
 
 } // namespace
 
-int InputWindow::failed() {
+int ByteSource::failed() {
     if (source_of(*ctx_) == Source::kStream) {
         ctx_->sys_errno = errno;
     }
@@ -37,7 +37,7 @@ int InputWindow::failed() {
     return JKC_EREAD;
 }
 
-int InputWindow::load_chunk(JkcReader &reader) {
+int ByteSource::load_chunk(JkcReader &reader) {
     reader.taken = 0;
     reader.filled = 0;
     for (int empty = 0; empty < kMaxEmptyReads && !reader.ended; ++empty) {
@@ -55,7 +55,7 @@ int InputWindow::load_chunk(JkcReader &reader) {
     return JKC_SUCCESS;
 }
 
-int InputWindow::read(uint8_t *dst, size_t room, size_t &count) {
+int ByteSource::read(uint8_t *dst, size_t room, size_t &count) {
     switch (source_of(*ctx_)) {
     case Source::kBuffer: {
         const size_t left = static_cast<size_t>(ctx_->in_end - ctx_->in_ptr);
@@ -95,9 +95,9 @@ int InputWindow::read(uint8_t *dst, size_t room, size_t &count) {
     return JKC_SUCCESS;
 }
 
-bool InputWindow::in_memory() const { return source_of(*ctx_) == Source::kBuffer; }
+bool ByteSource::in_memory() const { return source_of(*ctx_) == Source::kBuffer; }
 
-int InputWindow::at_end(bool &end) {
+int ByteSource::at_end(bool &end) {
     switch (source_of(*ctx_)) {
     case Source::kBuffer:
         end = ctx_->in_ptr == ctx_->in_end;

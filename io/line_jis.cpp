@@ -1,5 +1,5 @@
 #include "core/jis_escape.h"
-#include "io/line.h"
+#include "io/line_scanner.h"
 
 namespace jkc {
 
@@ -7,12 +7,12 @@ namespace {
 
 constexpr bool is_jis_byte(uint8_t b) { return b >= 0x21 && b <= 0x7E; }
 
-struct JisScanner : Scanner {
+struct JisLineScanner : LineScanner {
     JkcContext &ctx;
     uint32_t &set; // a JisSet
     bool shifted_out = false;
 
-    JisScanner(JkcContext &context, uint32_t &shift_state) : ctx(context), set(shift_state) {}
+    JisLineScanner(JkcContext &context, uint32_t &shift_state) : ctx(context), set(shift_state) {}
 
     Scan step(Line &line) {
         if (shifted_out) {
@@ -85,5 +85,5 @@ struct JisScanner : Scanner {
 
 int32_t jkc_jis_strln(JkcContext *ctx, void *buf, uint64_t size, uint64_t *length, const uint8_t **position,
                       uint64_t remaining, uint32_t *shift_state) {
-    return jkc::scan_line(jkc::JisScanner(*ctx, *shift_state), ctx, buf, size, length, position, remaining);
+    return jkc::scan_line(jkc::JisLineScanner(*ctx, *shift_state), ctx, buf, size, length, position, remaining);
 }

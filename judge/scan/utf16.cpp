@@ -1,7 +1,7 @@
-#include "judge/scan_utf16.h"
+#include "judge/scan/utf16.h"
 
 #include "core/wide_units.h"
-#include "judge/pattern.h"
+#include "judge/scan/pattern.h"
 #include "tables/scan_classes.h"
 
 namespace jkc {

@@ -1,9 +1,9 @@
 // Reads the rest of the input into blocks and looks through Unicode text for what the conversion must know.
 #include "core/unicode.h"
 #include "core/wide_units.h"
-#include "judge/block_cursor.h"
-#include "judge/input_window.h"
-#include "judge/utf8_run.h"
+#include "judge/input/block_cursor.h"
+#include "judge/input/byte_source.h"
+#include "judge/scan/utf8_run.h"
 
 namespace jkc {
 
@@ -12,11 +12,11 @@ namespace {
 constexpr size_t kLookAhead = 4;
 
 int read_all(JkcContext *ctx) {
-    InputWindow window(ctx);
+    ByteSource source(ctx);
     for (;;) {
         reset_block(_buffser_info);
         size_t count = 0;
-        int status = window.read(_buffser_info.data + JKC_BLOCK_HEADROOM, JKC_BLOCK_READ, count);
+        int status = source.read(_buffser_info.data + JKC_BLOCK_HEADROOM, JKC_BLOCK_READ, count);
         if (status != JKC_SUCCESS || count == 0) {
             return status;
         }

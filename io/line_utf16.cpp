@@ -1,5 +1,5 @@
 #include "core/unicode.h"
-#include "io/line.h"
+#include "io/line_scanner.h"
 
 namespace jkc {
 
@@ -14,7 +14,7 @@ struct Units : ByteOrder {
 };
 
 template <class ByteOrder>
-struct Utf16Scanner {
+struct Utf16LineScanner {
     const uint8_t *first = nullptr; // unit of the line, behind a mark
 
     void begin(Line &line) {
@@ -55,10 +55,10 @@ struct Utf16Scanner {
 
 int32_t jkc_unibe_strln(JkcContext *ctx, void *buf, uint64_t size, uint64_t *length, const uint8_t **position,
                         uint64_t remaining) {
-    return jkc::scan_line(jkc::Utf16Scanner<jkc::BigEndian>(), ctx, buf, size, length, position, remaining);
+    return jkc::scan_line(jkc::Utf16LineScanner<jkc::BigEndian>(), ctx, buf, size, length, position, remaining);
 }
 
 int32_t jkc_unile_strln(JkcContext *ctx, void *buf, uint64_t size, uint64_t *length, const uint8_t **position,
                         uint64_t remaining) {
-    return jkc::scan_line(jkc::Utf16Scanner<jkc::LittleEndian>(), ctx, buf, size, length, position, remaining);
+    return jkc::scan_line(jkc::Utf16LineScanner<jkc::LittleEndian>(), ctx, buf, size, length, position, remaining);
 }

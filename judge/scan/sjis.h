@@ -1,8 +1,9 @@
 // The scanner that always runs: Shift_JIS characters, JIS escapes, and NUL bytes, which speak for UTF-16.
 #pragma once
 
-#include "judge/candidates.h"
-#include "judge/katakana_runs.h"
+#include "core/internal.h"
+#include "judge/scan/evidence.h"
+#include "judge/scan/katakana_runs.h"
 
 namespace jkc {
 

@@ -1,11 +1,11 @@
-#include "judge/scan_utf8.h"
+#include "judge/scan/utf8.h"
 
 #include "core/bytes.h"
 #include "core/unicode.h"
 #include "core/wide.h"
-#include "judge/follow.h"
-#include "judge/pattern.h"
-#include "judge/utf8_run.h"
+#include "judge/scan/pattern.h"
+#include "judge/scan/resynchronise.h"
+#include "judge/scan/utf8_run.h"
 #include "tables/scan_classes.h"
 
 namespace jkc {

@@ -1,8 +1,9 @@
-#include "convert/message_text.h"
-
+// Messages, and texts of errno values, in the encoding that the caller wants.
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 
+#include "core/messages.h"
 #include "core/unicode.h"
 
 namespace {
@@ -27,21 +28,8 @@ uint64_t without_last_character(const char *text, uint64_t len) {
     return len;
 }
 
-} // namespace
-
-int32_t _convert_buf_writer(const uint8_t *data, uint64_t len) {
-    const auto room = static_cast<uint64_t>(area_end - cursor);
-    if (len >= room) { // one byte is the NUL's
-        overflowed = true;
-        return JKC_EWRITE;
-    }
-    memcpy(cursor, data, len);
-    cursor += len;
-    *cursor = '\0';
-    return JKC_SUCCESS;
-}
-
-uint32_t jkc::recode_message(JkcContext *ctx, char *text, uint64_t len, int32_t dst_type, uint64_t capacity) {
+// As _convert_buf(), for a text in an area of `capacity` bytes, its NUL included.
+uint32_t recode(JkcContext *ctx, char *text, uint64_t len, int32_t dst_type, uint64_t capacity) {
     if (!is_message_type(dst_type)) {
         return static_cast<uint32_t>(len);
     }
@@ -74,6 +62,40 @@ uint32_t jkc::recode_message(JkcContext *ctx, char *text, uint64_t len, int32_t 
     return static_cast<uint32_t>(converted);
 }
 
+} // namespace
+
+int32_t _convert_buf_writer(const uint8_t *data, uint64_t len) {
+    const auto room = static_cast<uint64_t>(area_end - cursor);
+    if (len >= room) { // one byte is the NUL's
+        overflowed = true;
+        return JKC_EWRITE;
+    }
+    memcpy(cursor, data, len);
+    cursor += len;
+    *cursor = '\0';
+    return JKC_SUCCESS;
+}
+
 int32_t _convert_buf(JkcContext *ctx, char *text, uint64_t len, int32_t dst_type) {
-    return static_cast<int32_t>(jkc::recode_message(ctx, text, len, dst_type, kAreaSize));
+    return static_cast<int32_t>(recode(ctx, text, len, dst_type, kAreaSize));
+}
+
+uint32_t jkc_statusto_message(JkcContext *ctx, char *buf, int status, int code_type) {
+    const char *message = jkc::message_of(status);
+    const size_t length = strlen(message);
+    memcpy(buf, message, length + 1);
+    return static_cast<uint32_t>(_convert_buf(ctx, buf, length, code_type));
+}
+
+uint32_t jkc_get_strerror(JkcContext *ctx, int errnum, char *buf, size_t size, int code_type) {
+    if (size == 0) {
+        return 0;
+    }
+    const char *text = strerror(errnum);
+    if (text == nullptr) {
+        return static_cast<uint32_t>(snprintf(buf, size, "Unknown(%d)", errnum));
+    }
+    strncpy(buf, text, size);
+    buf[size - 1] = '\0';
+    return recode(ctx, buf, strlen(buf), code_type, size);
 }

@@ -2,7 +2,7 @@
 #include "core/bytes.h"
 #include "core/internal.h"
 #include "core/wide_units.h"
-#include "judge/block_cursor.h"
+#include "judge/input/block_cursor.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Counts runs of ordinary Japanese text in UTF-8, 32 bytes at a time.
 #pragma once
 
-#include "judge/ordinary_run.h"
+#include "judge/scan/ordinary_run.h"
 
 namespace jkc {
 

@@ -6,8 +6,8 @@
 #pragma once
 
 #include "core/bytes.h"
-#include "judge/katakana_runs.h"
-#include "judge/ordinary_run.h"
+#include "judge/scan/katakana_runs.h"
+#include "judge/scan/ordinary_run.h"
 
 namespace jkc {
 

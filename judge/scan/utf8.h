@@ -1,7 +1,7 @@
 // The scanner for UTF-8.
 #pragma once
 
-#include "judge/candidates.h"
+#include "judge/scan/evidence.h"
 
 namespace jkc {
 

@@ -1,8 +1,9 @@
 // The scanner for EUC-JP and its flavours.
 #pragma once
 
-#include "judge/candidates.h"
-#include "judge/katakana_runs.h"
+#include "core/internal.h"
+#include "judge/scan/evidence.h"
+#include "judge/scan/katakana_runs.h"
 #include "tables/euc_classes.h"
 
 namespace jkc {

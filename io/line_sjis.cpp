@@ -1,14 +1,14 @@
-#include "io/line.h"
+#include "io/line_scanner.h"
 
 namespace jkc {
 
 namespace {
 
-struct SjisScanner : Scanner {
+struct SjisLineScanner : LineScanner {
     const uint16_t *table;
     uint64_t count;
 
-    explicit SjisScanner(const JkcContext &ctx) : table(ctx.sjis_src_table), count(ctx.sjis_src_count) {}
+    explicit SjisLineScanner(const JkcContext &ctx) : table(ctx.sjis_src_table), count(ctx.sjis_src_count) {}
 
     Scan step(Line &line) const {
         if (is_plain(*line.p)) {
@@ -31,5 +31,5 @@ struct SjisScanner : Scanner {
 
 int32_t jkc_sjis_strln(JkcContext *ctx, void *buf, uint64_t size, uint64_t *length, const uint8_t **position,
                        uint64_t remaining) {
-    return jkc::scan_line(jkc::SjisScanner(*ctx), ctx, buf, size, length, position, remaining);
+    return jkc::scan_line(jkc::SjisLineScanner(*ctx), ctx, buf, size, length, position, remaining);
 }
