@@ -171,6 +171,7 @@ int32_t _jkc_copy(JkcContext *ctx, int32_t code_type) {
     case JKC_TYPE_UTF16LE_BOM:
         return copy_units<LittleEndian>(ctx, kNothing, front(kLittleEndianMark));
     default:
+        reset_nochar(*ctx);
         return end_with(ctx, JKC_SUCCESS);
     }
 }

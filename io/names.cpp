@@ -31,6 +31,7 @@ int64_t jkc_io_statusto_message(char *buf, int64_t status, int64_t code_type) {
         return JKC_EALLOC;
     }
     const uint32_t length = jkc_statusto_message(ctx, buf, static_cast<int>(status), static_cast<int>(code_type));
+    const bool memory_was_short = ctx->sts == JKC_EALLOC; // for the conversion of the text
     release_jkc(ctx);
-    return widen(length);
+    return memory_was_short ? static_cast<int64_t>(JKC_EALLOC) : widen(length);
 }

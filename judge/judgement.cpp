@@ -14,12 +14,6 @@ enum ScanStart : uint8_t { kFromSjis, kFromEuc, kFromUtf16, kFromUtf8 };
 // there; later it is asked once a block.
 constexpr ptrdiff_t kSlice = 128;
 
-// The counters of a candidate are 32 bits wide; more bytes than this decide nothing more.
-int32_t counter(int64_t value) {
-    constexpr int64_t kCeiling = 0x3FFFFFFF / 4;
-    return static_cast<int32_t>(std::clamp(value, -kCeiling, kCeiling));
-}
-
 } // namespace
 
 // Feeds one scanner the block in slices, as long as it counts, and the rest of the block to its watch. Each of the two
@@ -239,10 +233,7 @@ void Judgement::decide() {
     for (int i = 0; i < kCandidates; ++i) {
         candidates[i].type = kCandidateTypes[i];
         candidates[i].mask = judged_bit(kCandidateTypes[i]);
-        candidates[i].valid = counter(found[i]->valid);
-        candidates[i].errors = counter(found[i]->errors);
-        candidates[i].kana = counter(found[i]->kana);
-        candidates[i].penalty = counter(found[i]->penalty);
+        candidates[i].found = *found[i];
     }
     verdict = rank(candidates, possible, total_, preferred_);
 }

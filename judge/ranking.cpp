@@ -1,28 +1,52 @@
 #include "judge/ranking.h"
 
+namespace {
+
+// What _tcompare() takes.
+struct CandidateRecord {
+    int32_t type;
+    int32_t mask;
+    int32_t valid;
+    int32_t unused4;
+    int32_t errors;
+    int32_t kana;
+    int32_t penalty;
+    int32_t score;
+    int32_t unused9;
+};
+
+// A difference of 32 bits, which wraps.
+int difference(int32_t a, int32_t b) { return static_cast<int>(static_cast<uint32_t>(a) - static_cast<uint32_t>(b)); }
+
+} // namespace
+
+// The ranking has counters of 64 bits and an order of its own, ranks_before(), which is this one without a limit.
 int _tcompare(const void *a, const void *b) {
-    const auto *left = *static_cast<const jkc::Candidate *const *>(a);
-    const auto *right = *static_cast<const jkc::Candidate *const *>(b);
-    return left->errors != right->errors ? left->errors - right->errors : right->score - left->score;
+    const auto *left = *static_cast<const CandidateRecord *const *>(a);
+    const auto *right = *static_cast<const CandidateRecord *const *>(b);
+    return left->errors != right->errors ? difference(left->errors, right->errors)
+                                         : difference(right->score, left->score);
 }
 
 namespace jkc {
 
 namespace {
 
-// Counters of a candidate that is out of the set: it sorts last.
-constexpr int32_t kImpossibleValid = -0x40000000;
-constexpr int32_t kImpossibleErrors = 0x3FFFFFFF;
+// Counters of a candidate that is out of the set: it ranks last.
+constexpr Evidence kImpossible{INT64_MIN, INT64_MAX, 0, 0};
 
 using Ranked = Candidate *[kCandidates];
+
+bool ranks_before(const Candidate &a, const Candidate &b) {
+    return a.found.errors != b.found.errors ? a.found.errors < b.found.errors : a.score > b.score;
+}
 
 // A stable sort, so that equal candidates keep their order everywhere.
 void sort(Ranked &ranked) {
     for (int i = 1; i < kCandidates; ++i) {
         Candidate *moving = ranked[i];
         int j = i;
-        for (; j > 0 && _tcompare(static_cast<const void *>(&ranked[j - 1]), static_cast<const void *>(&moving)) > 0;
-             --j) {
+        for (; j > 0 && ranks_before(*moving, *ranked[j - 1]); --j) {
             ranked[j] = ranked[j - 1];
         }
         ranked[j] = moving;
@@ -35,7 +59,7 @@ Verdict several(int32_t set) { return {set, Verdict::Kind::kSet}; }
 // Among candidates without errors the preferred one wins.
 bool preferred_is_clean(const Ranked &ranked, int preferred) {
     for (const Candidate *candidate : ranked) {
-        if (candidate->errors > 0) {
+        if (candidate->found.errors > 0) {
             return false;
         }
         if (candidate->type == preferred) {
@@ -49,7 +73,7 @@ bool preferred_is_clean(const Ranked &ranked, int preferred) {
 int32_t without_faulty_utf16(const Ranked &ranked, int32_t possible) {
     for (const Candidate *candidate : ranked) {
         const bool utf16 = candidate->type == JKC_TYPE_UTF16BE || candidate->type == JKC_TYPE_UTF16LE;
-        if (utf16 && candidate->errors > 0) {
+        if (utf16 && candidate->found.errors > 0) {
             possible &= ~candidate->mask;
         }
     }
@@ -65,8 +89,8 @@ Verdict tie(const Ranked &ranked, int32_t set, int preferred) {
             return single(preferred);
         }
         set |= candidate.mask;
-        if (i + 1 == kCandidates || candidate.valid > ranked[i + 1]->valid ||
-            candidate.errors < ranked[i + 1]->errors) {
+        if (i + 1 == kCandidates || candidate.found.valid > ranked[i + 1]->found.valid ||
+            candidate.found.errors < ranked[i + 1]->found.errors) {
             break;
         }
     }
@@ -80,10 +104,9 @@ Verdict rank(Candidate (&candidates)[kCandidates], int32_t possible, int64_t tot
     for (int i = 0; i < kCandidates; ++i) {
         Candidate &candidate = candidates[i];
         if ((possible & candidate.mask) != 0) {
-            candidate.score = candidate.kana + candidate.valid - candidate.penalty;
+            candidate.score = candidate.found.kana + candidate.found.valid - candidate.found.penalty;
         } else {
-            candidate.valid = kImpossibleValid;
-            candidate.errors = kImpossibleErrors;
+            candidate.found = kImpossible;
         }
         ranked[i] = &candidate;
     }
@@ -91,16 +114,16 @@ Verdict rank(Candidate (&candidates)[kCandidates], int32_t possible, int64_t tot
     const Candidate &best = *ranked[0];
     const Candidate &second = *ranked[1];
 
-    if (best.errors >= kTooManyErrors) {
+    if (best.found.errors >= kTooManyErrors) {
         return several(-1);
     }
     if (preferred_is_clean(ranked, preferred)) {
         return single(preferred);
     }
-    if (!is_tolerable(best.errors, total)) {
+    if (!is_tolerable(best.found.errors, total)) {
         return several(-1);
     }
-    if (best.errors < second.errors) {
+    if (best.found.errors < second.found.errors) {
         return single(best.type);
     }
     const int32_t set = without_faulty_utf16(ranked, possible);
@@ -113,10 +136,10 @@ Verdict rank(Candidate (&candidates)[kCandidates], int32_t possible, int64_t tot
         }
         return single(best.type);
     }
-    if (best.kana > second.kana) {
+    if (best.found.kana > second.found.kana) {
         return single(best.type);
     }
-    if (best.penalty == 0 && second.penalty >= 1) {
+    if (best.found.penalty == 0 && second.found.penalty >= 1) {
         return several(best.mask);
     }
     return tie(ranked, set, preferred);
