@@ -1,8 +1,9 @@
-// Copies text within one encoding: only line ends and byte-order marks change.
-#include "convert/byte_writer.h"
+// Copies text within one encoding: only line ends and BOMs change.
+#include "convert/ascii_text.h"
+#include "convert/byte_encoder.h"
+#include "convert/encode_utf16.h"
 #include "convert/loop.h"
-#include "convert/plain_text.h"
-#include "convert/to_utf16.h"
+#include "core/code_types.h"
 
 namespace jkc {
 
@@ -10,15 +11,15 @@ namespace {
 
 // Bytes as they stand.
 template <size_t kThreshold>
-class RawWriter : public ByteWriter {
+class RawEncoder : public ByteEncoder {
 public:
     static constexpr size_t kFlushAbove = kThreshold;
     static constexpr size_t kLongestStep = 2;
 };
 
-// A copy looks at one byte or unit at a time: a CR at a block's end is a line end of its own, whatever follows. And it
-// knows no end but that of the input: any answer of the writer but 0 ends it at once.
-class ByteCopy : public Reader {
+// A copy looks at one code unit at a time: a CR at a block's end is a line end of its own, whatever follows. Any answer
+// of the writer but 0 ends it at once.
+class ByteCopy : public DecoderBase {
 public:
     static constexpr size_t kLookAhead = 1;
     static constexpr size_t kLongestStep = 1;
@@ -26,30 +27,30 @@ public:
 
     explicit ByteCopy(const JkcContext *ctx) : text_(*ctx) {}
 
-    template <class Writer>
-    bool fast(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps) {
+    template <class Encoder>
+    bool fast(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
         if (steps < 2) {
             return false;
         }
-        text_.take(p, o, w, steps);
+        text_.take(p, o, e, steps);
         return true;
     }
 
-    template <class Writer>
-    Flow step(BlockCursor &in, const Output & /*out*/, uint8_t *&o, Writer &w) {
+    template <class Encoder>
+    Flow step(BlockCursor &in, const Output & /*out*/, uint8_t *&o, Encoder &e) {
         const uint8_t *p = in.p;
         size_t one = 1;
-        text_.take(p, o, w, one, in.left() > 1);
+        text_.take(p, o, e, one, in.left() > 1);
         in.p += p - in.p;
         return Flow::kNext;
     }
 
 private:
-    PlainText<RawBytes> text_;
+    AsciiText<RawBytes> text_;
 };
 
 template <class Order>
-class UnitCopy : public Reader {
+class UnitCopy : public DecoderBase {
 public:
     static constexpr size_t kLookAhead = 2;
     static constexpr size_t kLongestStep = 2;
@@ -58,27 +59,27 @@ public:
     explicit UnitCopy(const JkcContext *ctx)
         : line_type_(*ctx), keeps_line_ends_((ctx->mode & JKC_MODE_LINE_TYPE) == JKC_LINE_KEEP) {}
 
-    template <class Writer>
-    bool fast(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps) {
+    template <class Encoder>
+    bool fast(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
         for (; steps > kUnits; steps -= kUnits) {
             const Units8 units = load8<Order>(p);
             if (!keeps_line_ends_ && any_unit(units_equal(units, kLf) | units_equal(units, kCr))) {
                 break;
             }
-            o = w.units(o, units);
+            o = e.units(o, units);
             p += kWide;
         }
         const uint32_t unit = Order::unit(p);
         if (unit == kCr) {
             return false; // may take two units
         }
-        o = unit == kLf ? w.line_end(o, line_type_.lf) : w.unit(o, unit);
+        o = unit == kLf ? e.line_end(o, line_type_.lf) : e.unit(o, unit);
         p += 2;
         return true;
     }
 
-    template <class Writer>
-    Flow step(BlockCursor &in, const Output & /*out*/, uint8_t *&o, Writer &w) {
+    template <class Encoder>
+    Flow step(BlockCursor &in, const Output & /*out*/, uint8_t *&o, Encoder &e) {
         if (in.left() < 2) { // an odd last byte stays
             *o++ = *in.p++;
             return Flow::kNext;
@@ -87,10 +88,10 @@ public:
         in.p += 2;
         if (unit == kCr) {
             const bool pair = in.left() >= 2 && Order::unit(in.p) == kLf;
-            o = w.line_end(o, pair ? line_type_.cr_lf : line_type_.cr);
+            o = e.line_end(o, pair ? line_type_.cr_lf : line_type_.cr);
             in.p += pair ? 2 : 0;
         } else {
-            o = unit == kLf ? w.line_end(o, line_type_.lf) : w.unit(o, unit);
+            o = unit == kLf ? e.line_end(o, line_type_.lf) : e.unit(o, unit);
         }
         return Flow::kNext;
     }
@@ -100,25 +101,17 @@ private:
     bool keeps_line_ends_;
 };
 
-constexpr uint8_t kUtf8Mark[] = {0xEF, 0xBB, 0xBF};
-constexpr uint8_t kBigEndianMark[] = {0xFE, 0xFF};
-constexpr uint8_t kLittleEndianMark[] = {0xFF, 0xFE};
-constexpr uint8_t kEnterAscii[] = {kEsc, '(', 'B'};
-
 // A sequence of bytes at the front of the text: skipped in the input, written to the output.
 struct Front {
-    const uint8_t *bytes = nullptr;
-    size_t length = 0;
+    const uint8_t *bytes;
+    size_t length;
 };
-template <size_t kLength>
-constexpr Front front(const uint8_t (&bytes)[kLength]) {
-    return {bytes, kLength};
-}
-constexpr Front kNothing;
+constexpr Front kNothing{nullptr, 0};
+constexpr uint8_t kEnterAscii[] = {kEsc, '(', 'B'};
 
-template <class Source, class Writer>
-int32_t copy(JkcContext *ctx, Writer w, Front skipped, Front written) {
-    reset_nochar(*ctx);
+template <class Copy, class Encoder>
+int32_t copy(JkcContext *ctx, Encoder e, Front skipped, Front written) {
+    reset_unmappable(*ctx);
     BlockCursor in(ctx);
     if (skipped.length > 0 && in.left() >= skipped.length && memcmp(in.p, skipped.bytes, skipped.length) == 0) {
         in.p += skipped.length;
@@ -127,20 +120,29 @@ int32_t copy(JkcContext *ctx, Writer w, Front skipped, Front written) {
     for (size_t i = 0; i < written.length; ++i) {
         *o++ = written.bytes[i];
     }
-    Source r(ctx);
-    return convert_blocks(ctx, in, Output(ctx, Writer::kFlushAbove), o, r, w);
+    Copy d(ctx);
+    return convert_blocks(ctx, in, Output(ctx, Encoder::kFlushAbove), o, d, e);
 }
 
-int32_t copy_bytes(JkcContext *ctx, Front skipped = kNothing, Front written = kNothing) {
-    return copy<ByteCopy>(ctx, RawWriter<8159>(), skipped, written);
+// Copies in code units of the family; those that are bytes are handed over above kBytesFlushAbove.
+template <size_t kBytesFlushAbove>
+int32_t copy_within(JkcContext *ctx, Family family, Front skipped, Front written) {
+    switch (family) {
+    case Family::kUtf16Be:
+        return copy<UnitCopy<BigEndian>>(ctx, Utf16Encoder<BigEndian>(ctx), skipped, written);
+    case Family::kUtf16Le:
+        return copy<UnitCopy<LittleEndian>>(ctx, Utf16Encoder<LittleEndian>(ctx), skipped, written);
+    default:
+        return copy<ByteCopy>(ctx, RawEncoder<kBytesFlushAbove>(), skipped, written);
+    }
 }
-int32_t copy_marked_bytes(JkcContext *ctx, Front skipped = kNothing, Front written = kNothing) {
-    return copy<ByteCopy>(ctx, RawWriter<8187>(), skipped, written);
+
+// Whatever is no Unicode form counts as UTF-8 where BOMs are added and removed.
+Family bom_family(int32_t code_type) {
+    const Family family = family_of(code_type);
+    return is_unicode(family) ? family : Family::kUtf8;
 }
-template <class Order>
-int32_t copy_units(JkcContext *ctx, Front skipped = kNothing, Front written = kNothing) {
-    return copy<UnitCopy<Order>>(ctx, Utf16Writer<Order>(ctx), skipped, written);
-}
+constexpr size_t kBomFlushAbove = 8187;
 
 } // namespace
 
@@ -148,59 +150,27 @@ int32_t copy_units(JkcContext *ctx, Front skipped = kNothing, Front written = kN
 
 int32_t _jkc_copy(JkcContext *ctx, int32_t code_type) {
     using namespace jkc;
-    switch (code_type) {
-    case JKC_TYPE_ASCII:
-    case JKC_TYPE_SJIS:
-    case JKC_TYPE_EUC:
-    case JKC_TYPE_EUC_20932:
-    case JKC_TYPE_EUC_51932:
-    case JKC_TYPE_EUC_MS:
-    case JKC_TYPE_UTF8:
-        return copy_bytes(ctx);
-    case JKC_TYPE_JIS:
-    case JKC_TYPE_JIS2004:
-        return copy_bytes(ctx, front(kEnterAscii)); // the text starts in ASCII anyway
-    case JKC_TYPE_UTF8_BOM:
-        return copy_bytes(ctx, kNothing, front(kUtf8Mark));
-    case JKC_TYPE_UTF16BE:
-        return copy_units<BigEndian>(ctx);
-    case JKC_TYPE_UTF16BE_BOM:
-        return copy_units<BigEndian>(ctx, kNothing, front(kBigEndianMark));
-    case JKC_TYPE_UTF16LE:
-        return copy_units<LittleEndian>(ctx);
-    case JKC_TYPE_UTF16LE_BOM:
-        return copy_units<LittleEndian>(ctx, kNothing, front(kLittleEndianMark));
-    default:
-        reset_nochar(*ctx);
+    constexpr size_t kFlushAbove = 8159;
+    const Family family = family_of(code_type);
+    if (family == Family::kNone) {
+        reset_unmappable(*ctx);
         return end_with(ctx, JKC_SUCCESS);
     }
+    // A designation of ASCII at the front says nothing: the text starts in ASCII anyway.
+    const Front skipped = family == Family::kJis ? Front{kEnterAscii, sizeof kEnterAscii} : kNothing;
+    const Bom bom = bom_of(family);
+    const Front written = has_bom(code_type) ? Front{bom.bytes, bom.length} : kNothing;
+    return copy_within<kFlushAbove>(ctx, family, skipped, written);
 }
 
-// A mark that the input still has is skipped, so that there is never a second one.
+// A BOM that the input still has is skipped, so that there is never a second one.
 int32_t _add_bom(JkcContext *ctx, int32_t dst_type) {
-    using namespace jkc;
-    switch (dst_type) {
-    case JKC_TYPE_UTF16LE:
-    case JKC_TYPE_UTF16LE_BOM:
-        return copy_units<LittleEndian>(ctx, front(kLittleEndianMark), front(kLittleEndianMark));
-    case JKC_TYPE_UTF16BE:
-    case JKC_TYPE_UTF16BE_BOM:
-        return copy_units<BigEndian>(ctx, front(kBigEndianMark), front(kBigEndianMark));
-    default:
-        return copy_marked_bytes(ctx, front(kUtf8Mark), front(kUtf8Mark));
-    }
+    const jkc::Family family = jkc::bom_family(dst_type);
+    const jkc::Bom bom = jkc::bom_of(family);
+    const jkc::Front front{bom.bytes, bom.length};
+    return jkc::copy_within<jkc::kBomFlushAbove>(ctx, family, front, front);
 }
 
 int32_t _delete_bom(JkcContext *ctx, int32_t dst_type) {
-    using namespace jkc;
-    switch (dst_type) {
-    case JKC_TYPE_UTF16LE:
-    case JKC_TYPE_UTF16LE_BOM:
-        return copy_units<LittleEndian>(ctx);
-    case JKC_TYPE_UTF16BE:
-    case JKC_TYPE_UTF16BE_BOM:
-        return copy_units<BigEndian>(ctx);
-    default:
-        return copy_marked_bytes(ctx);
-    }
+    return jkc::copy_within<jkc::kBomFlushAbove>(ctx, jkc::bom_family(dst_type), jkc::kNothing, jkc::kNothing);
 }

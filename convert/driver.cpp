@@ -3,18 +3,15 @@
 
 #include "convert/compose.h"
 #include "convert/routes.h"
-#include "core/table_selection.h"
 #include "judge/input/source_bits.h"
 
 namespace jkc {
 
 namespace {
 
-constexpr uint32_t kHighestCodeType = 63;
-
-// The same encoding on both sides, with or without a mark: composing is all that there is to do.
+// The same encoding on both sides, with or without a BOM: composing is all that there is to do.
 int32_t compose_within(JkcContext *ctx, int32_t dst_type) {
-    return family_of(dst_type) >= Family::kUtf16Be ? run_route(ctx, dst_type, dst_type) : JKC_SUCCESS;
+    return is_unicode(family_of(dst_type)) ? run_route(ctx, dst_type, dst_type) : JKC_SUCCESS;
 }
 
 int32_t convert_judged(JkcContext *ctx, int32_t src_type, int32_t dst_type) {
@@ -62,7 +59,7 @@ int32_t _jkc_convert(JkcContext *ctx, int32_t src_type, int32_t dst_type, bool s
         return judged;
     }
     // A failure, no code type or several of them: nothing that could be converted from.
-    if (static_cast<uint32_t>(judged) > jkc::kHighestCodeType) {
+    if (judged < 0 || jkc::is_set(judged)) {
         return judged;
     }
     return jkc::convert_judged(ctx, judged, dst_type);

@@ -1,41 +1,42 @@
-// The loop that joins a reader and a writer to a converter.
+// The loop that joins a decoder and an encoder to a converter.
 //
-// A reader knows one source family, a writer one target family:
+// A decoder knows one source family, an encoder one target family:
 //
-//   Reader::kLookAhead      bytes that must be visible at once, where the input has them
-//   Reader::kLongestStep    bytes that one step of fast() consumes at most
-//   Reader::fast(p, o, w, steps)
-//                           one step on the common road, with kLookAhead bytes visible at p and no need to look at
-//                           the room for output. Returns false, and does nothing, where step() must look closer.
-//                           May take several steps at once and lowers `steps` by the additional ones.
-//   Reader::step(in, out, o, w)
-//                           one step on any road, with one byte visible at least: Flow::kNext, or Flow::kEnd with
-//                           `status` set, or Flow::kAnswered with the writer's answer in `status`.
-//   Reader::resting()       whether fast() may run just now
-//   Reader::stopped(in, o, w)
-//                           the writer has answered EUEXPEOD: what is written in front of the closing sequence, and
-//                           the status with which the conversion ends.
-//   Writer::kFlushAbove     pending bytes above which output is handed over
-//   Writer::kLongestStep    bytes that one step writes at most
-//   Writer::finish(o)       closes the output
+//   Decoder::kLookAhead      bytes that must be visible at once, where the input has them
+//   Decoder::kLongestStep    bytes that one step of fast() consumes at most
+//   Decoder::fast(p, o, e, steps)
+//                            one step without any check: kLookAhead bytes are visible at p, and the output has room.
+//                            Returns false, and does nothing, where step() must look closer. May take several steps
+//                            at once and lowers `steps` by the additional ones.
+//   Decoder::step(in, out, o, e)
+//                            one step with every check, one byte at least being visible: Flow::kNext, or Flow::kEnd
+//                            with `status` set, or Flow::kAnswered with the writer's answer in `status`.
+//   Decoder::resting()       whether fast() may run now
+//   Decoder::stopped(in, o, e)
+//                            the writer has answered EUEXPEOD: writes what comes before the closing sequence, and
+//                            returns the status with which the conversion ends.
+//   Encoder::kIsUnicode      whether the target is a Unicode form: it may begin with a BOM
+//   Encoder::kFlushAbove     pending bytes above which output is handed over
+//   Encoder::kLongestStep    bytes that one step writes at most
+//   Encoder::finish(o)       closes the output
 #pragma once
 
 #include <algorithm>
 
-#include "convert/nochar.h"
 #include "convert/output.h"
+#include "convert/unmappable.h"
 
 namespace jkc {
 
 enum class Flow : uint8_t { kNext, kEnd, kAnswered };
 
-// What most readers have in common.
-struct Reader {
+// What most decoders have in common.
+struct DecoderBase {
     static constexpr bool kClosesAfterEnd = true; // a writer's EUEXPEOD is the end of the data, not an error
 
     static bool resting() { return true; }
-    template <class Writer>
-    static int32_t stopped(const BlockCursor & /*in*/, uint8_t *& /*o*/, Writer & /*w*/) {
+    template <class Encoder>
+    static int32_t stopped(const BlockCursor & /*in*/, uint8_t *& /*o*/, Encoder & /*e*/) {
         return JKC_EUEXPEOD;
     }
 
@@ -52,74 +53,74 @@ inline int32_t end_with(JkcContext *ctx, int32_t status) {
     return status;
 }
 
-template <class Writer>
-int32_t finish(JkcContext *ctx, const Output &out, uint8_t *o, Writer &w, int32_t status) {
-    o = w.finish(o);
+template <class Encoder>
+int32_t finish(JkcContext *ctx, const Output &out, uint8_t *o, Encoder &e, int32_t status) {
+    o = e.finish(o);
     const int32_t answer = out.pending(o) > 0 ? out.hand_over(o) : 0;
     return end_with(ctx, answer != 0 ? answer : status);
 }
 
-// Converts what `in` has left; `o` is where output goes on.
-template <class Source, class Writer>
-int32_t convert_blocks(JkcContext *ctx, BlockCursor &in, const Output &out, uint8_t *o, Source &r, Writer &w) {
+// Converts what is left of the input; `o` is where output goes on.
+template <class Decoder, class Encoder>
+int32_t convert_blocks(JkcContext *ctx, BlockCursor &in, const Output &out, uint8_t *o, Decoder &d, Encoder &e) {
     for (;;) {
-        in.ensure(Source::kLookAhead);
+        in.ensure(Decoder::kLookAhead);
         if (in.at_end()) {
-            return finish(ctx, out, o, w, JKC_SUCCESS);
+            return finish(ctx, out, o, e, JKC_SUCCESS);
         }
         Flow flow = Flow::kNext;
         if (out.full(o)) {
-            r.status = out.hand_over(o);
-            if (r.status == 0) {
+            d.status = out.hand_over(o);
+            if (d.status == 0) {
                 o = out.begin();
             } else {
                 flow = Flow::kAnswered;
             }
         }
         if (flow == Flow::kNext) {
-            size_t steps = in.left() < Source::kLookAhead || !r.resting()
+            size_t steps = in.left() < Decoder::kLookAhead || !d.resting()
                                ? 0
-                               : std::min(out.safe_steps(o, Writer::kLongestStep),
-                                          (in.left() - Source::kLookAhead) / Source::kLongestStep + 1);
+                               : std::min(out.safe_steps(o, Encoder::kLongestStep),
+                                          (in.left() - Decoder::kLookAhead) / Decoder::kLongestStep + 1);
             const uint8_t *p = in.p;
             const bool some = steps > 0;
-            while (steps > 0 && r.fast(p, o, w, steps)) {
+            while (steps > 0 && d.fast(p, o, e, steps)) {
                 --steps;
             }
             in.p += p - in.p;
             if (some && steps == 0) {
                 continue;
             }
-            flow = r.step(in, out, o, w);
+            flow = d.step(in, out, o, e);
         }
         if (flow == Flow::kEnd) {
-            return finish(ctx, out, o, w, r.status);
+            return finish(ctx, out, o, e, d.status);
         }
         if (flow == Flow::kAnswered) {
-            if (r.status != JKC_EUEXPEOD || !Source::kClosesAfterEnd) {
-                return end_with(ctx, r.status);
+            if (d.status != JKC_EUEXPEOD || !Decoder::kClosesAfterEnd) {
+                return end_with(ctx, d.status);
             }
-            const int32_t status = r.stopped(in, o, w);
-            return finish(ctx, out, o, w, status);
+            const int32_t status = d.stopped(in, o, e);
+            return finish(ctx, out, o, e, status);
         }
     }
 }
 
 // A converter: from the first block to the end, behind a byte-order mark where one is asked for.
-template <class Source, class Writer>
+template <class Decoder, class Encoder>
 int32_t convert(JkcContext *ctx, bool add_bom = false) {
-    reset_nochar(*ctx);
+    reset_unmappable(*ctx);
     BlockCursor in(ctx);
-    const Output out(ctx, Writer::kFlushAbove);
-    Writer w(ctx);
-    Source r(ctx);
+    const Output out(ctx, Encoder::kFlushAbove);
+    Encoder e(ctx);
+    Decoder d(ctx);
     uint8_t *o = out.begin();
-    if constexpr (Writer::kHasMark) {
+    if constexpr (Encoder::kIsUnicode) {
         if (add_bom) {
-            o = w.mark(o);
+            o = e.bom(o);
         }
     }
-    return convert_blocks(ctx, in, out, o, r, w);
+    return convert_blocks(ctx, in, out, o, d, e);
 }
 
 } // namespace jkc

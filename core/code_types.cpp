@@ -1,36 +1,112 @@
-// Names of the code types, and the sets of them.
+// The registry of code types, their names, and sets of them.
 #include <cctype>
 #include <cstring>
 
-#include "core/internal.h"
+#include "core/code_types.h"
+#include "core/table_selection.h"
 
-// Row number and code type are the same. The two rows that have no code type carry type 0 and an empty mask: no
-// search by type or mask finds them, a search by name does.
-extern const JkcTypeName _typeNames[] = {
-    {0x0, JKC_TYPE_EMPTY, "Empty"},
-    {0x40, JKC_TYPE_ASCII, "ASCII"},
-    {0x80, JKC_TYPE_JIS, "JIS(CP50221)"},
-    {0x100, JKC_TYPE_JIS2004, "JIS2(ISO-2022)"},
-    {0x200, JKC_TYPE_SJIS, "SJIS"},
-    {0x400, JKC_TYPE_EUC, "EUC"},
-    {0x800, JKC_TYPE_EUC_20932, "EUC1(CP20932)"},
-    {0x1000, JKC_TYPE_EUC_51932, "EUC2(CP51932)"},
-    {0x2000, JKC_TYPE_EUC_MS, "EUC3(EUC-MS)"},
-    {0x0, JKC_TYPE_EMPTY, "DUMMY1"},
-    {0x0, JKC_TYPE_EMPTY, "DUMMY2"},
-    {0x4000, JKC_TYPE_UTF16BE, "UTF16BE"},
-    {0x8000, JKC_TYPE_UTF16BE_BOM, "UTF16BE_BOM"},
-    {0x10000, JKC_TYPE_UTF16LE, "UTF16LE"},
-    {0x20000, JKC_TYPE_UTF16LE_BOM, "UTF16LE_BOM"},
-    {0x40000, JKC_TYPE_UTF8, "UTF8"},
-    {0x80000, JKC_TYPE_UTF8_BOM, "UTF8_BOM"},
-};
-extern const uint64_t _typeNamesSize = sizeof _typeNames / sizeof _typeNames[0];
+namespace {
+
+using namespace jkc;
+
+// The numbers 9 and 10 are not assigned. Their rows keep row number and code type the same; they carry type 0 and an
+// empty set bit: no search by type or set finds them, a search by name does.
+constexpr bool is_unassigned(int32_t number) { return number == 9 || number == 10; }
+constexpr int32_t type_in_row(int32_t number) { return is_unassigned(number) ? JKC_TYPE_EMPTY : number; }
+
+// Bit 6 for code type 1 and so on, without a gap.
+constexpr uint32_t set_bit(int32_t number) {
+    const int32_t unassigned_before = number > 10 ? 2 : 0;
+    return number == JKC_TYPE_EMPTY || is_unassigned(number) ? 0 : 1U << (number - unassigned_before + 5);
+}
+
+constexpr bool kBom = true;
+constexpr bool kNoBom = false;
+
+// In the order of the numbers. Shift_JIS has one table each way, which a caller may replace: nothing selects it again.
+#define JKC_FOR_EACH_CODE_TYPE(X)                                                                                      \
+    X(JKC_TYPE_EMPTY, "Empty", kNone, kNoBom, nullptr, nullptr)                                                        \
+    X(JKC_TYPE_ASCII, "ASCII", kAscii, kNoBom, nullptr, nullptr)                                                       \
+    X(JKC_TYPE_JIS, "JIS(CP50221)", kJis, kNoBom, select_jis_cp50221_source, select_jis_target)                        \
+    X(JKC_TYPE_JIS2004, "JIS2(ISO-2022)", kJis, kNoBom, select_jis_2004_source, select_jis_2004_target)                \
+    X(JKC_TYPE_SJIS, "SJIS", kSjis, kNoBom, nullptr, nullptr)                                                          \
+    X(JKC_TYPE_EUC, "EUC", kEuc, kNoBom, select_euc_source, select_euc_target)                                         \
+    X(JKC_TYPE_EUC_20932, "EUC1(CP20932)", kEuc, kNoBom, select_euc_20932_source, select_euc_20932_target)             \
+    X(JKC_TYPE_EUC_51932, "EUC2(CP51932)", kEuc, kNoBom, select_euc_51932_source, select_euc_51932_target)             \
+    X(JKC_TYPE_EUC_MS, "EUC3(EUC-MS)", kEuc, kNoBom, select_euc_ms_source, select_euc_ms_target)                       \
+    X(9, "DUMMY1", kNone, kNoBom, nullptr, nullptr)                                                                    \
+    X(10, "DUMMY2", kNone, kNoBom, nullptr, nullptr)                                                                   \
+    X(JKC_TYPE_UTF16BE, "UTF16BE", kUtf16Be, kNoBom, nullptr, nullptr)                                                 \
+    X(JKC_TYPE_UTF16BE_BOM, "UTF16BE_BOM", kUtf16Be, kBom, nullptr, nullptr)                                           \
+    X(JKC_TYPE_UTF16LE, "UTF16LE", kUtf16Le, kNoBom, nullptr, nullptr)                                                 \
+    X(JKC_TYPE_UTF16LE_BOM, "UTF16LE_BOM", kUtf16Le, kBom, nullptr, nullptr)                                           \
+    X(JKC_TYPE_UTF8, "UTF8", kUtf8, kNoBom, nullptr, nullptr)                                                          \
+    X(JKC_TYPE_UTF8_BOM, "UTF8_BOM", kUtf8, kBom, nullptr, nullptr)
+
+#define JKC_ROW(number, name, family, has_bom, source, target) {Family::family, has_bom, source, target},
+constexpr CodeType kCodeTypes[] = {JKC_FOR_EACH_CODE_TYPE(JKC_ROW)};
+#undef JKC_ROW
+constexpr size_t kRows = sizeof kCodeTypes / sizeof kCodeTypes[0];
+
+#define JKC_ROW(number, ...) number,
+constexpr int32_t kNumbers[] = {JKC_FOR_EACH_CODE_TYPE(JKC_ROW)};
+#undef JKC_ROW
+constexpr bool rows_are_in_order() {
+    for (size_t row = 0; row < kRows; ++row) {
+        if (kNumbers[row] != static_cast<int32_t>(row)) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(rows_are_in_order());
+
+} // namespace
+
+#define JKC_ROW(number, name, ...) {set_bit(number), type_in_row(number), name},
+extern const JkcTypeName _typeNames[] = {JKC_FOR_EACH_CODE_TYPE(JKC_ROW)};
+#undef JKC_ROW
+extern const uint64_t _typeNamesSize = kRows;
+
+namespace jkc {
+
+const CodeType &code_type(int64_t number) {
+    const bool is_row = number >= 0 && number < static_cast<int64_t>(kRows);
+    return kCodeTypes[is_row ? number : 0];
+}
+
+void select_source_tables(JkcContext &ctx, int32_t src_type) {
+    if (SelectTables *select = code_type(src_type).select_source) {
+        select(ctx);
+    }
+}
+
+void select_target_tables(JkcContext &ctx, int32_t dst_type) {
+    if (SelectTables *select = code_type(dst_type).select_target) {
+        select(ctx);
+    }
+}
+
+BomMatch match_bom(const uint8_t *p, size_t length) {
+    bool may_grow = false;
+    for (size_t row = 0; row < kRows; ++row) {
+        const Bom bom = bom_of(kCodeTypes[row].family);
+        if (!kCodeTypes[row].has_bom || length > bom.length || memcmp(p, bom.bytes, length) != 0) {
+            continue;
+        }
+        if (length == bom.length) {
+            return {static_cast<int32_t>(row), false};
+        }
+        may_grow = true;
+    }
+    return {JKC_TYPE_EMPTY, may_grow};
+}
+
+} // namespace jkc
 
 namespace {
 
 constexpr char kUnknown[] = "Unknown";
-constexpr int kLowestMask = 64;      // every smaller number is a single code type
 constexpr size_t kLongestName = 255; // what jkc_nameto_type compares of a name
 
 uint32_t copy_name(char *buf, const char *name) {
@@ -100,7 +176,7 @@ uint32_t jkc_multi_type_names(char *buf, size_t size, int mask_or_type) {
     if (size == 0) {
         return 0;
     }
-    if (mask_or_type < kLowestMask) {
+    if (!is_set(mask_or_type)) {
         return jkc_typeto_name(buf, mask_or_type);
     }
     const auto mask = static_cast<uint32_t>(mask_or_type);
@@ -122,12 +198,9 @@ uint32_t jkc_all_type_names_length() {
 }
 
 int jkc_cmp_bom(int a, int b) {
-    const auto is_marked_form = [](int plain, int marked) {
-        return marked == plain + 1 &&
-               (plain == JKC_TYPE_UTF16BE || plain == JKC_TYPE_UTF16LE || plain == JKC_TYPE_UTF8);
-    };
-    if (is_marked_form(a, b)) {
-        return 1;
+    const Family family = family_of(a);
+    if (family == Family::kNone || family != family_of(b)) {
+        return 0;
     }
-    return is_marked_form(b, a) ? -1 : 0;
+    return static_cast<int>(has_bom(b)) - static_cast<int>(has_bom(a));
 }

@@ -2,8 +2,7 @@
 #include <cstdlib>
 #include <initializer_list>
 
-#include "core/internal.h"
-#include "core/table_selection.h"
+#include "core/code_types.h"
 
 namespace {
 

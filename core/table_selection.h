@@ -1,13 +1,22 @@
-// Puts the mapping tables of a code type into the context. Code types that need none leave it as it is.
+// Each puts the mapping tables of one code type into a context; the registry of code types knows which one.
 #pragma once
 
 #include "core/internal.h"
 
 namespace jkc {
 
-void select_source_tables(JkcContext &ctx, int32_t src_type);
+void select_jis_cp50221_source(JkcContext &ctx);
+void select_jis_2004_source(JkcContext &ctx);
+void select_euc_source(JkcContext &ctx);
+void select_euc_20932_source(JkcContext &ctx);
+void select_euc_51932_source(JkcContext &ctx);
+void select_euc_ms_source(JkcContext &ctx);
 
-// For JIS it depends on ctx.srg_exists which tables these are.
-void select_target_tables(JkcContext &ctx, int32_t dst_type);
+void select_jis_target(JkcContext &ctx);
+void select_jis_2004_target(JkcContext &ctx);
+void select_euc_target(JkcContext &ctx);
+void select_euc_20932_target(JkcContext &ctx);
+void select_euc_51932_target(JkcContext &ctx);
+void select_euc_ms_target(JkcContext &ctx);
 
 } // namespace jkc

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "core/internal.h"
+#include "core/code_types.h"
 
 namespace jkc {
 
@@ -64,6 +64,7 @@ constexpr uint32_t utf8_code_point(uint8_t b0, uint8_t b1, uint8_t b2, uint8_t b
 
 // The byte orders of UTF-16.
 struct BigEndian {
+    static constexpr Family kFamily = Family::kUtf16Be;
     static constexpr uint32_t unit(const uint8_t *p) { return static_cast<uint32_t>(p[0]) << 8 | p[1]; }
     static constexpr void put(uint8_t *o, uint32_t unit) {
         o[0] = static_cast<uint8_t>(unit >> 8);
@@ -71,6 +72,7 @@ struct BigEndian {
     }
 };
 struct LittleEndian {
+    static constexpr Family kFamily = Family::kUtf16Le;
     static constexpr uint32_t unit(const uint8_t *p) { return static_cast<uint32_t>(p[1]) << 8 | p[0]; }
     static constexpr void put(uint8_t *o, uint32_t unit) {
         o[0] = static_cast<uint8_t>(unit);

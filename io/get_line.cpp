@@ -1,4 +1,5 @@
 // Reads a slot line by line.
+#include "core/code_types.h"
 #include "io/slots.h"
 
 namespace jkc {
@@ -13,29 +14,25 @@ int64_t scan_slot(FileSlot &slot, void *buf, uint64_t size, uint64_t *length) {
         slot.read_position = slot.data + (position - slot.data);
         return result;
     };
-    switch (slot.dst_type) {
-    case JKC_TYPE_ASCII:
-    case JKC_TYPE_JIS:
+    const auto type = static_cast<int64_t>(slot.dst_type);
+    switch (type == JKC_TYPE_JIS2004 ? Family::kNone : family_of(type)) { // nothing reads lines of JIS X 0213
+    case Family::kAscii:
+    case Family::kJis:
         return scan(jkc_jis_strln, &slot.jis_state);
-    case JKC_TYPE_SJIS:
+    case Family::kSjis:
         return scan(jkc_sjis_strln);
-    case JKC_TYPE_EUC:
-    case JKC_TYPE_EUC_20932:
-    case JKC_TYPE_EUC_51932:
-    case JKC_TYPE_EUC_MS:
+    case Family::kEuc:
         return scan(jkc_euc_strln);
-    case JKC_TYPE_UTF16BE:
-    case JKC_TYPE_UTF16BE_BOM:
+    case Family::kUtf16Be:
         return scan(jkc_unibe_strln);
-    case JKC_TYPE_UTF16LE:
-    case JKC_TYPE_UTF16LE_BOM:
+    case Family::kUtf16Le:
         return scan(jkc_unile_strln);
-    case JKC_TYPE_UTF8:
-    case JKC_TYPE_UTF8_BOM:
+    case Family::kUtf8:
         return scan(jkc_utf8_strln);
-    default:
-        return JKC_ECTYPE;
+    case Family::kNone:
+        break;
     }
+    return JKC_ECTYPE;
 }
 
 } // namespace

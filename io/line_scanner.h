@@ -10,7 +10,7 @@
 #include <cstring>
 
 #include "core/bytes.h"
-#include "core/internal.h"
+#include "core/code_types.h"
 
 namespace jkc {
 
@@ -65,16 +65,16 @@ Scan take_unit(Line &line) {
     return line.take(kWidth);
 }
 
-// A byte-order mark is passed in front of any line, also where it is the character U+FEFF.
-template <size_t kBytes>
-void pass_mark(Line &line, const uint8_t (&mark)[kBytes]) {
-    if (line.left() >= kBytes && memcmp(line.p, mark, kBytes) == 0) {
-        line.pass(kBytes);
+// A BOM is passed in front of any line, also where it is the character U+FEFF.
+inline void pass_bom(Line &line, Family family) {
+    const Bom bom = bom_of(family);
+    if (line.left() >= bom.length && memcmp(line.p, bom.bytes, bom.length) == 0) {
+        line.pass(bom.length);
     }
 }
 
-template <class AnyScanner>
-int32_t scan_line(AnyScanner scanner, JkcContext *ctx, void *buf, uint64_t size, uint64_t *length,
+template <class Scanner>
+int32_t scan_line(Scanner scanner, JkcContext *ctx, void *buf, uint64_t size, uint64_t *length,
                   const uint8_t **position, uint64_t remaining) {
     const uint8_t *start = *position;
     Line line{start, start + std::min(size, remaining)};

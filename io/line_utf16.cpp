@@ -15,12 +15,10 @@ struct Units : ByteOrder {
 
 template <class ByteOrder>
 struct Utf16LineScanner {
-    const uint8_t *first = nullptr; // unit of the line, behind a mark
+    const uint8_t *first = nullptr; // unit of the line, behind a BOM
 
     void begin(Line &line) {
-        uint8_t mark[kUnit];
-        ByteOrder::put(mark, 0xFEFF);
-        pass_mark(line, mark);
+        pass_bom(line, ByteOrder::kFamily);
         first = line.p;
     }
 

@@ -10,7 +10,7 @@ struct Utf8LineScanner {
     static bool leads_three(uint8_t b) { return (b & 0xF0) == 0xE0; }
     static bool leads_four(uint8_t b) { return (b & 0xF8) == 0xF0; }
 
-    static void begin(Line &line) { pass_mark(line, {0xEF, 0xBB, 0xBF}); }
+    static void begin(Line &line) { pass_bom(line, Family::kUtf8); }
 
     static Scan step(Line &line) {
         const uint8_t *p = line.p;

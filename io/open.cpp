@@ -98,7 +98,7 @@ int64_t jkc_io_open(const char *path, int64_t mode, int64_t src_type, int64_t ds
     }
     // Here any single code type is as good as decided, also those that the observer leaves out.
     jkc::Outcome &outcome = jkc::outcome;
-    outcome.decided = outcome.decided || outcome.code_type < jkc::kLowestSet;
+    outcome.decided = outcome.decided || !jkc::is_set(outcome.code_type);
     outcome.operation = jkc::operation_between(outcome.code_type, outcome.code_type, dst_type);
     slot.dst_type = static_cast<uint64_t>(dst_type);
     if (judged_type != nullptr) {

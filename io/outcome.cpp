@@ -5,11 +5,10 @@ namespace jkc {
 Outcome outcome;
 
 bool is_decided_type(int32_t code_type) {
-    return (code_type >= JKC_TYPE_ASCII && code_type <= JKC_TYPE_EUC_MS && code_type != JKC_TYPE_JIS2004) ||
-           (code_type >= JKC_TYPE_UTF16BE && code_type <= JKC_TYPE_UTF8_BOM);
+    return family_of(code_type) != Family::kNone && code_type != JKC_TYPE_JIS2004;
 }
 
-int32_t answer_undecided(int32_t code_type) { return code_type < kLowestSet ? 0 : -1; }
+int32_t answer_undecided(int32_t code_type) { return is_set(code_type) ? -1 : 0; }
 
 JkcOperation operation_between(int64_t judged, int64_t source, int64_t target) {
     if (judged == target) {

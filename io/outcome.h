@@ -1,11 +1,9 @@
 // What the last open or file conversion found and did. One for the process, as is the conversion itself.
 #pragma once
 
-#include "core/internal.h"
+#include "core/code_types.h"
 
 namespace jkc {
-
-constexpr int64_t kLowestSet = 64; // every smaller number is a single code type
 
 struct Outcome {
     int64_t code_type; // of the source, as judged; or the status of a file conversion that failed

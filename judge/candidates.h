@@ -1,7 +1,7 @@
 // The candidates that the judgement ranks.
 #pragma once
 
-#include "core/internal.h"
+#include "core/code_types.h"
 #include "judge/scan/evidence.h"
 
 namespace jkc {
@@ -20,8 +20,6 @@ enum CandidateIndex : uint8_t { kSjis, kEuc, kEuc1, kEuc2, kEuc3, kUtf16Be, kUtf
 constexpr int32_t kCandidateTypes[kCandidates] = {JKC_TYPE_SJIS,      JKC_TYPE_EUC,    JKC_TYPE_EUC_20932,
                                                   JKC_TYPE_EUC_51932, JKC_TYPE_EUC_MS, JKC_TYPE_UTF16BE,
                                                   JKC_TYPE_UTF16LE,   JKC_TYPE_UTF8};
-
-constexpr int32_t judged_bit(int32_t type) { return JKC_JUDGED_BIT(type); }
 
 constexpr int32_t kAsciiBit = judged_bit(JKC_TYPE_ASCII);
 constexpr int32_t kUtf16BeBit = judged_bit(JKC_TYPE_UTF16BE);

@@ -2,7 +2,7 @@
 #include <cerrno>
 #include <cstring>
 
-#include "core/table_selection.h"
+#include "core/code_types.h"
 #include "judge/input/byte_source.h"
 #include "judge/input/source_bits.h"
 #include "judge/judge.h"
@@ -14,32 +14,20 @@ namespace {
 // Room behind the headroom's end for what a scanner leaves over at a block's end.
 constexpr size_t kCarryRoom = 8;
 
-// Reads the first bytes one by one, so that a stream with a mark is read no further than that. Returns the code type
-// of the mark, 0 without one, or a failure; `count` bytes lie at `data` then.
-int read_mark(ByteSource &source, uint8_t *data, size_t &count) {
-    const auto next = [&source, data, &count] { return source.read(data + count, 1, count); };
-    for (size_t wanted = 1; wanted <= 2; ++wanted) {
-        const int status = next();
-        if (status != JKC_SUCCESS || count < wanted) {
+// Reads the first bytes one by one, so that a stream with a BOM is read no further than that. Returns the code type of
+// the BOM, 0 without one, or a failure; `count` bytes lie at `data` then.
+int read_bom(ByteSource &source, uint8_t *data, size_t &count) {
+    for (;;) {
+        const size_t before = count;
+        const int status = source.read(data + count, 1, count);
+        if (status != JKC_SUCCESS || count == before) {
             return status;
         }
-    }
-    if (data[0] == 0xFE && data[1] == 0xFF) {
-        return JKC_TYPE_UTF16BE_BOM;
-    }
-    if (data[0] == 0xFF && data[1] == 0xFE) {
-        return JKC_TYPE_UTF16LE_BOM;
-    }
-    if (data[0] == 0xEF && data[1] == 0xBB) {
-        const int status = next();
-        if (status != JKC_SUCCESS) {
-            return status;
-        }
-        if (count == 3 && data[2] == 0xBF) {
-            return JKC_TYPE_UTF8_BOM;
+        const BomMatch match = match_bom(data, count);
+        if (!match.may_grow) {
+            return match.type;
         }
     }
-    return 0;
 }
 
 // The tables that the scan starts from. Only the EUC scanner moves on to others.
@@ -178,15 +166,15 @@ int judge(JkcContext *ctx, int *type_out, int *line_out, int preferred, bool pla
 
     ByteSource source(ctx);
     size_t count = 0;
-    const int mark = read_mark(source, block.data + JKC_BLOCK_HEADROOM, count);
-    if (mark < 0) {
-        return answers.answer(mark);
+    const int bom = read_bom(source, block.data + JKC_BLOCK_HEADROOM, count);
+    if (bom < 0) {
+        return answers.answer(bom);
     }
     if (count == 0) {
         return answers.answer(JKC_TYPE_EMPTY);
     }
-    if (mark != 0) {
-        return take_rest(ctx, answers, mark, keep);
+    if (bom != 0) {
+        return take_rest(ctx, answers, bom, keep);
     }
 
     select_first_tables(ctx);

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/table_selection.h"
+#include "core/code_types.h"
 #include "support/case_file.h"
 #include "support/collecting_writer.h"
 #include "support/exact_buffer.h"

@@ -1,4 +1,5 @@
 // Reads the rest of the input into blocks and looks through Unicode text for what the conversion must know.
+#include "core/code_types.h"
 #include "core/unicode.h"
 #include "core/wide_units.h"
 #include "judge/input/block_cursor.h"
@@ -186,15 +187,12 @@ int _fill_buffer(JkcContext *ctx, int code_type) {
     if (status != JKC_SUCCESS) {
         return status;
     }
-    switch (code_type) {
-    case JKC_TYPE_UTF16BE:
-    case JKC_TYPE_UTF16BE_BOM:
+    switch (jkc::family_of(code_type)) {
+    case jkc::Family::kUtf16Be:
         return jkc::look_through_utf16<jkc::BigEndian>(ctx);
-    case JKC_TYPE_UTF16LE:
-    case JKC_TYPE_UTF16LE_BOM:
+    case jkc::Family::kUtf16Le:
         return jkc::look_through_utf16<jkc::LittleEndian>(ctx);
-    case JKC_TYPE_UTF8:
-    case JKC_TYPE_UTF8_BOM:
+    case jkc::Family::kUtf8:
         return jkc::Utf8Features(ctx).look_through();
     default:
         return JKC_SUCCESS;

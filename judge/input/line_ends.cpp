@@ -1,6 +1,6 @@
 // Which line ends the kept input has.
 #include "core/bytes.h"
-#include "core/internal.h"
+#include "core/code_types.h"
 #include "core/wide_units.h"
 #include "judge/input/block_cursor.h"
 
@@ -9,7 +9,6 @@ namespace {
 using jkc::BlockCursor;
 
 constexpr int kAllLineEnds = JKC_LINE_LF | JKC_LINE_CR | JKC_LINE_CRLF;
-constexpr int kHighestCodeType = 63;
 
 // What is walked in: bytes or UTF-16 units, one by one or sixteen bytes at a time.
 struct Byte {
@@ -86,16 +85,12 @@ int line_ends_of(JkcContext *ctx, int bits) {
 } // namespace
 
 int _check_ln(JkcContext *ctx, int bits, int code_type) {
-    if (code_type > kHighestCodeType) {
+    if (jkc::is_set(code_type)) {
         return JKC_ECTYPE;
     }
-    switch (code_type) {
-    case JKC_TYPE_UTF16BE:
-        return line_ends_of<Utf16<jkc::BigEndian>>(ctx, bits);
-    case JKC_TYPE_UTF16LE:
-        return line_ends_of<Utf16<jkc::LittleEndian>>(ctx, bits);
-    default:
-        // UTF-16 behind a mark is walked by bytes too: callers know its CR LF as "LF and CR".
-        return line_ends_of<Byte>(ctx, bits);
-    }
+    // UTF-16 behind a BOM is walked by bytes too: callers know its CR LF as "LF and CR".
+    const jkc::Family family = jkc::has_bom(code_type) ? jkc::Family::kNone : jkc::family_of(code_type);
+    return family == jkc::Family::kUtf16Be   ? line_ends_of<Utf16<jkc::BigEndian>>(ctx, bits)
+           : family == jkc::Family::kUtf16Le ? line_ends_of<Utf16<jkc::LittleEndian>>(ctx, bits)
+                                             : line_ends_of<Byte>(ctx, bits);
 }

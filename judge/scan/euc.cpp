@@ -1,7 +1,7 @@
 #include "judge/scan/euc.h"
 
 #include "core/bytes.h"
-#include "core/table_selection.h"
+#include "core/code_types.h"
 #include "core/wide.h"
 #include "judge/scan/resynchronise.h"
 #include "judge/scan/two_byte_run.h"

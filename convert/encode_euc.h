@@ -3,25 +3,25 @@
 
 #include <initializer_list>
 
-#include "convert/byte_writer.h"
-#include "core/table_selection.h"
+#include "convert/byte_encoder.h"
+#include "core/code_types.h"
 
 namespace jkc {
 
 // What happens to a character that the generic table lacks.
 enum class Cascade : bool {
     kNone,     // nothing
-    kFlavours, // the flavours are tried, and the first that has it stays selected in the context
+    kVariants, // the flavours are tried, and the first that has it stays selected in the context
 };
 
 template <Cascade kCascade>
-class EucWriter : public ByteWriter {
+class EucEncoder : public ByteEncoder {
 public:
     static constexpr size_t kFlushAbove = 8188;
     static constexpr size_t kLongestStep = 3;
-    static constexpr bool kHasMark = false;
+    static constexpr bool kIsUnicode = false;
 
-    explicit EucWriter(JkcContext *ctx) : ctx_(ctx) { load(); }
+    explicit EucEncoder(JkcContext *ctx) : ctx_(ctx) { load(); }
 
     // A half-width katakana, given as its Shift_JIS byte.
     uint8_t *katakana(uint8_t *o, uint8_t b) {
@@ -34,8 +34,8 @@ public:
     uint8_t *put(uint8_t *o, uint32_t c) {
         uint32_t code = look_up(c);
         if (code == 0) [[unlikely]] {
-            if constexpr (kCascade == Cascade::kFlavours) {
-                code = try_flavours(c);
+            if constexpr (kCascade == Cascade::kVariants) {
+                code = try_variants(c);
             }
             if (code == 0) {
                 return nullptr;
@@ -56,8 +56,8 @@ public:
 
     // What the table has in the slot of U+0000: a substitute of its own, or 0. (The tables of the flavours, which could
     // be asked for theirs, have none.)
-    uint32_t own_substitute() const { return look_up(0); }
-    uint8_t *put_own_substitute(uint8_t *o) { return write(o, look_up(0)); }
+    uint32_t table_replacement() const { return look_up(0); }
+    uint8_t *put_table_replacement(uint8_t *o) { return write(o, look_up(0)); }
 
 private:
     void load() {
@@ -87,7 +87,7 @@ private:
 
     // Characters that the generic table lacks are looked for in the flavours, in this order. The first that has one
     // stays selected, so that a text is written in one flavour from then on.
-    [[gnu::cold]] uint32_t try_flavours(uint32_t c) {
+    [[gnu::cold]] uint32_t try_variants(uint32_t c) {
         if (table_ != _unibe2euccommon_table) {
             return 0;
         }

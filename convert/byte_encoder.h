@@ -1,4 +1,4 @@
-// What the writers of byte encodings share, whose 7-bit characters are single bytes.
+// What the encoders of byte encodings share: an ASCII character is a single byte.
 #pragma once
 
 #include <cstring>
@@ -8,15 +8,15 @@
 
 namespace jkc {
 
-class ByteWriter {
+class ByteEncoder {
 public:
-    static constexpr size_t kPlainWidth = 1;
+    static constexpr size_t kAsciiWidth = 1;
 
-    static uint8_t *plain(uint8_t *o, uint8_t b) {
+    static uint8_t *ascii(uint8_t *o, uint8_t b) {
         *o = b;
         return o + 1;
     }
-    static uint8_t *plain_wide(uint8_t *o, Bytes16 text) {
+    static uint8_t *ascii_wide(uint8_t *o, Bytes16 text) {
         memcpy(o, &text, kWide);
         return o + kWide;
     }
@@ -24,7 +24,7 @@ public:
         memcpy(o, end.bytes, sizeof end.bytes);
         return o + end.length;
     }
-    static uint8_t *question_mark(uint8_t *o) { return plain(o, '?'); }
+    static uint8_t *replacement(uint8_t *o) { return ascii(o, '?'); }
     // A code of one byte or two, without a branch that tells them apart.
     static uint8_t *one_or_two(uint8_t *o, uint32_t code) {
         *o = static_cast<uint8_t>(code >> 8);

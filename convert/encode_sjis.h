@@ -1,20 +1,20 @@
 // Writes Shift_JIS.
 #pragma once
 
-#include "convert/byte_writer.h"
+#include "convert/byte_encoder.h"
 
 namespace jkc {
 
-class SjisWriter : public ByteWriter {
+class SjisEncoder : public ByteEncoder {
 public:
     static constexpr size_t kFlushAbove = 8189;
     static constexpr size_t kLongestStep = 2;
-    static constexpr bool kHasMark = false;
+    static constexpr bool kIsUnicode = false;
 
-    explicit SjisWriter(JkcContext *ctx) : table_(ctx->sjis_dst_table), count_(ctx->sjis_dst_count) {}
+    explicit SjisEncoder(JkcContext *ctx) : table_(ctx->sjis_dst_table), count_(ctx->sjis_dst_count) {}
 
     // A half-width katakana, given as its Shift_JIS byte.
-    uint8_t *katakana(uint8_t *o, uint8_t b) { return plain(o, b); }
+    uint8_t *katakana(uint8_t *o, uint8_t b) { return ascii(o, b); }
 
     // Writes a BMP character; null, with nothing written, when there is no code for it.
     uint8_t *put(uint8_t *o, uint32_t c) {
@@ -39,8 +39,8 @@ public:
     }
 
     // What the table has in the slot of U+0000: a substitute of its own, or 0.
-    uint32_t own_substitute() const { return count_ > 0 ? table_[0] : 0; }
-    uint8_t *put_own_substitute(uint8_t *o) { return put(o, 0); }
+    uint32_t table_replacement() const { return count_ > 0 ? table_[0] : 0; }
+    uint8_t *put_table_replacement(uint8_t *o) { return put(o, 0); }
 
 private:
     const uint16_t *table_;

@@ -10,23 +10,23 @@
 namespace jkc {
 
 template <class Order>
-class Utf16Writer {
+class Utf16Encoder {
 public:
     static constexpr size_t kFlushAbove = 8187;
     static constexpr size_t kLongestStep = 4;
-    static constexpr size_t kPlainWidth = 2;
-    static constexpr bool kHasMark = true;
+    static constexpr size_t kAsciiWidth = 2;
+    static constexpr bool kIsUnicode = true;
 
-    explicit Utf16Writer(const JkcContext * /*ctx*/) {}
+    explicit Utf16Encoder(const JkcContext * /*ctx*/) {}
 
-    uint8_t *mark(uint8_t *o) { return unit(o, 0xFEFF); }
+    uint8_t *bom(uint8_t *o) { return unit(o, 0xFEFF); }
 
     uint8_t *unit(uint8_t *o, uint32_t value) {
         Order::put(o, value);
         return o + 2;
     }
-    uint8_t *plain(uint8_t *o, uint8_t b) { return unit(o, b); }
-    uint8_t *plain_wide(uint8_t *o, Bytes16 text) {
+    uint8_t *ascii(uint8_t *o, uint8_t b) { return unit(o, b); }
+    uint8_t *ascii_wide(uint8_t *o, Bytes16 text) {
         constexpr Bytes16 kZero = {};
         // Each byte of the text beside a zero.
         constexpr bool kBig = std::is_same_v<Order, BigEndian>;
@@ -53,7 +53,7 @@ public:
         return o + kWide;
     }
     uint8_t *put_supplementary(uint8_t *o, uint32_t c) { return unit(unit(o, high_surrogate(c)), low_surrogate(c)); }
-    uint8_t *question_mark(uint8_t *o) { return unit(o, '?'); }
+    uint8_t *replacement(uint8_t *o) { return unit(o, '?'); }
 
     uint8_t *finish(uint8_t *o) { return o; }
 };

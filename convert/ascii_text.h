@@ -1,4 +1,4 @@
-// 7-bit text on its way to any encoding, and any text on its way to its own: line ends, and long runs copied sixteen
+// ASCII text from any encoding to any other, and any text copied within its own: line ends, and long runs sixteen
 // characters at a time.
 #pragma once
 
@@ -10,7 +10,7 @@
 
 namespace jkc {
 
-// How the characters of 7-bit text lie in the source: in a byte each, or in a unit of UTF-16.
+// How ASCII text lies in the source: in a byte or in a UTF-16 code unit each.
 struct Bytes {
     static constexpr size_t kWidth = 1;
     static bool ends_run(const uint8_t *p) { return !is_plain(*p); }
@@ -41,39 +41,39 @@ struct Units {
     }
 };
 
-// kStops are the bytes below 0x80 that mean something else to the reader.
+// kStops are the ASCII bytes that mean something else to the decoder.
 template <class Layout, uint8_t... kStops>
-class PlainText {
+class AsciiText {
 public:
-    explicit PlainText(const JkcContext &ctx)
+    explicit AsciiText(const JkcContext &ctx)
         : line_type_(ctx), keeps_line_ends_((ctx.mode & JKC_MODE_LINE_TYPE) == JKC_LINE_KEEP) {}
 
     bool keeps_line_ends() const { return keeps_line_ends_; }
 
-    // Takes the 7-bit character at p, and those behind it as far as `steps` allows one step for each; the LF of a pair
-    // counts as one if it can. `has_next` tells whether the character behind the first one belongs to the input.
-    template <class Writer>
-    void take(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps, bool has_next = true) const {
+    // Takes the ASCII character at p and those behind it, one step each; the LF of a CR LF counts as one if `steps`
+    // allows it. `has_next` tells whether the character behind the first one belongs to the input.
+    template <class Encoder>
+    void take(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps, bool has_next = true) const {
         const uint32_t c = Layout::at(p);
         p += Layout::kWidth;
         if (c == kLf) {
-            o = w.line_end(o, line_type_.lf);
+            o = e.line_end(o, line_type_.lf);
         } else if (c == kCr) {
             const bool pair = has_next && Layout::at(p) == kLf;
-            o = w.line_end(o, pair ? line_type_.cr_lf : line_type_.cr);
+            o = e.line_end(o, pair ? line_type_.cr_lf : line_type_.cr);
             p += pair ? Layout::kWidth : 0;
             steps -= pair && steps > 1 ? 1 : 0;
         } else {
-            o = w.plain(o, static_cast<uint8_t>(c));
-            // Worth a look from the second plain character on.
+            o = e.ascii(o, static_cast<uint8_t>(c));
+            // The wide path pays from the second ASCII character on.
             if (steps > kLeastSteps && !Layout::ends_run(p)) {
-                copy_run(p, o, w, steps);
+                copy_run(p, o, e, steps);
             }
         }
     }
 
 private:
-    // One step is the first character's, and one is left to an LF behind the last, which must not move to another block.
+    // One step is the first character's. One is left for an LF behind the run, which must not move to another block.
     static constexpr size_t kLeastSteps = kWide + 1;
 
     uint32_t stops_in(Bytes16 text) const {
@@ -81,24 +81,24 @@ private:
         return keeps_line_ends_ ? stop_mask<kStops...>(text, ends) : stop_mask<kLf, kCr, kStops...>(text, ends);
     }
 
-    template <class Writer>
-    void copy_run(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps) const {
-        for (; steps > kLeastSteps + kWide; steps -= 2 * kWide) { // twice as far, where it is clear
+    template <class Encoder>
+    void copy_run(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) const {
+        for (; steps > kLeastSteps + kWide; steps -= 2 * kWide) {
             const Bytes16 text = Layout::load(p);
             const Bytes16 next = Layout::load(p + kWide * Layout::kWidth);
             if ((stops_in(text) | stops_in(next)) != 0) {
                 break;
             }
-            o = w.plain_wide(w.plain_wide(o, text), next);
+            o = e.ascii_wide(e.ascii_wide(o, text), next);
             p += 2 * kWide * Layout::kWidth;
         }
         while (steps > kLeastSteps) {
             const Bytes16 text = Layout::load(p);
             const uint32_t stops = stops_in(text);
-            o = w.plain_wide(o, text);
+            o = e.ascii_wide(o, text);
             if (stops != 0) {
                 const auto run = static_cast<size_t>(__builtin_ctz(stops));
-                o -= (kWide - run) * Writer::kPlainWidth;
+                o -= (kWide - run) * Encoder::kAsciiWidth;
                 p += run * Layout::kWidth;
                 steps -= run;
                 return;

@@ -5,9 +5,9 @@
 
 namespace jkc {
 
-constexpr int64_t kInvalidBytes = 0; // the code recorded for input that is no character
+constexpr int64_t kIllFormedBytes = 0; // the code recorded for input that is no character
 
-inline void reset_nochar(JkcContext &ctx) {
+inline void reset_unmappable(JkcContext &ctx) {
     ctx.nochar_count = 0;
     ctx.first_nochar_index = -1;
     ctx.last_nochar_index = -1;
@@ -15,7 +15,7 @@ inline void reset_nochar(JkcContext &ctx) {
     ctx.last_nochar = -1;
 }
 
-[[gnu::cold]] inline void record_nochar_at(JkcContext &ctx, int64_t position, int64_t code) {
+[[gnu::cold]] inline void record_unmappable_at(JkcContext &ctx, int64_t position, int64_t code) {
     if (ctx.first_nochar_index < 0) {
         ctx.first_nochar_index = position;
         ctx.first_nochar = code;
@@ -26,8 +26,8 @@ inline void reset_nochar(JkcContext &ctx) {
 }
 
 // For a character that begins at p in the current block.
-[[gnu::cold]] inline void record_nochar(JkcContext &ctx, const uint8_t *p, int64_t code) {
-    record_nochar_at(ctx, position_of(ctx, p), code);
+[[gnu::cold]] inline void record_unmappable(JkcContext &ctx, const uint8_t *p, int64_t code) {
+    record_unmappable_at(ctx, position_of(ctx, p), code);
 }
 
 } // namespace jkc

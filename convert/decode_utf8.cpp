@@ -1,147 +1,143 @@
 // Reads UTF-8.
+#include "convert/ascii_text.h"
 #include "convert/compose.h"
+#include "convert/encoders.h"
 #include "convert/loop.h"
-#include "convert/plain_text.h"
-#include "convert/to_euc.h"
-#include "convert/to_jis.h"
-#include "convert/to_sjis.h"
-#include "convert/to_utf16.h"
-#include "convert/to_utf8.h"
 
 namespace jkc {
 
 namespace {
 
-using EucOfOneTable = EucWriter<Cascade::kNone>;
+using EucOfOneTable = EucEncoder<Cascade::kNone>;
 
 // --- What each target does with a decoded character; null when it lacks it. ---
 
 constexpr bool is_half_width_katakana(uint32_t c) { return c >= 0xFF61 && c <= 0xFF9F; }
 constexpr uint8_t katakana_byte(uint32_t c) { return static_cast<uint8_t>(c - 0xFEC0); }
 
-template <class Writer>
-uint8_t *put(uint8_t *o, Writer &w, uint32_t c) {
-    return w.put(o, c);
+template <class Encoder>
+uint8_t *put(uint8_t *o, Encoder &e, uint32_t c) {
+    return e.put(o, c);
 }
 // In JIS a one-byte code is 7-bit text. A code of a character that has no set of its own goes to JIS X 0208.
-uint8_t *put(uint8_t *o, JisWriter &w, uint32_t c) {
-    const uint32_t code = w.entry(c);
+uint8_t *put(uint8_t *o, JisEncoder &e, uint32_t c) {
+    const uint32_t code = e.entry(c);
     if (code < 0x100) [[unlikely]] {
-        return code == 0 ? nullptr : w.plain(o, static_cast<uint8_t>(code));
+        return code == 0 ? nullptr : e.ascii(o, static_cast<uint8_t>(code));
     }
-    uint8_t *written = w.put(o, c);
+    uint8_t *written = e.put(o, c);
     bool found = true;
-    return written != nullptr ? written : w.put_in_jisx0208(o, c, found);
+    return written != nullptr ? written : e.put_in_jisx0208(o, c, found);
 }
 // Half-width katakana need no table. The overline has no code in the tables, but its place in JIS X 0201 is that of
 // the tilde.
-template <class Writer>
-uint8_t *write_table(uint8_t *o, Writer &w, uint32_t c) {
+template <class Encoder>
+uint8_t *write_table(uint8_t *o, Encoder &e, uint32_t c) {
     if (is_half_width_katakana(c)) {
-        return w.katakana(o, katakana_byte(c));
+        return e.katakana(o, katakana_byte(c));
     }
-    return c == kOverline ? w.plain(o, '~') : put(o, w, c);
+    return c == kOverline ? e.ascii(o, '~') : put(o, e, c);
 }
 
-uint8_t *write(uint8_t *o, SjisWriter &w, uint32_t c) { return write_table(o, w, c); }
-uint8_t *write(uint8_t *o, EucOfOneTable &w, uint32_t c) { return write_table(o, w, c); }
-uint8_t *write(uint8_t *o, JisWriter &w, uint32_t c) { return write_table(o, w, c); }
+uint8_t *write(uint8_t *o, SjisEncoder &e, uint32_t c) { return write_table(o, e, c); }
+uint8_t *write(uint8_t *o, EucOfOneTable &e, uint32_t c) { return write_table(o, e, c); }
+uint8_t *write(uint8_t *o, JisEncoder &e, uint32_t c) { return write_table(o, e, c); }
 template <class Order>
-uint8_t *write(uint8_t *o, Utf16Writer<Order> &w, uint32_t c) {
-    return w.put(o, c);
+uint8_t *write(uint8_t *o, Utf16Encoder<Order> &e, uint32_t c) {
+    return e.put(o, c);
 }
-uint8_t *write(uint8_t *o, Utf8Writer &w, uint32_t c) { return w.put(o, c); }
+uint8_t *write(uint8_t *o, Utf8Encoder &e, uint32_t c) { return e.put(o, c); }
 
 // --- Four-byte sequences. Shift_JIS and EUC do not know them: to them they are invalid bytes. ---
 
-template <class Writer>
+template <class Encoder>
 constexpr bool kTakesFourBytes = true;
 template <>
-constexpr bool kTakesFourBytes<SjisWriter> = false;
+constexpr bool kTakesFourBytes<SjisEncoder> = false;
 template <>
 constexpr bool kTakesFourBytes<EucOfOneTable> = false;
 
 template <class Order>
-uint8_t *write_supplementary(const JkcContext & /*ctx*/, uint8_t *o, Utf16Writer<Order> &w, uint32_t c) {
-    return w.put_supplementary(o, c);
+uint8_t *write_supplementary(const JkcContext & /*ctx*/, uint8_t *o, Utf16Encoder<Order> &e, uint32_t c) {
+    return e.put_supplementary(o, c);
 }
-uint8_t *write_supplementary(const JkcContext &ctx, uint8_t *o, JisWriter &w, uint32_t c) {
+uint8_t *write_supplementary(const JkcContext &ctx, uint8_t *o, JisEncoder &e, uint32_t c) {
     const uint32_t index = c - 0x20000; // wraps below plane 2
     if (c > 0x2FFFF || index >= ctx.jis_dst_srg_count || ctx.jis_dst_srg_table[index] == 0) {
         return nullptr;
     }
-    return w.put_code(o, ctx.jis_dst_srg_table[index], ctx.jis_dst_srg_bits[index]);
+    return e.put_code(o, ctx.jis_dst_srg_table[index], ctx.jis_dst_srg_bits[index]);
 }
 
 // --- Substitutes. ---
 
-template <class Writer>
-uint8_t *question_mark(uint8_t *o, Writer &w) {
-    return w.question_mark(o);
+template <class Encoder>
+uint8_t *replacement(uint8_t *o, Encoder &e) {
+    return e.replacement(o);
 }
 // UTF-8 output gets the two bytes of UTF-16, NUL and '?': readers of old output know a lost character by the NUL.
-uint8_t *question_mark(uint8_t *o, Utf8Writer &w) { return w.plain(w.plain(o, 0), '?'); }
+uint8_t *replacement(uint8_t *o, Utf8Encoder &e) { return e.ascii(e.ascii(o, 0), '?'); }
 
-template <class Writer>
-class Utf8Reader : public Reader {
+template <class Encoder>
+class Utf8Decoder : public DecoderBase {
 public:
     static constexpr size_t kLookAhead = 6; // a kana and its combining mark
     static constexpr size_t kLongestStep = 3;
 
-    explicit Utf8Reader(JkcContext *ctx)
+    explicit Utf8Decoder(JkcContext *ctx)
         : ctx_(*ctx), text_(*ctx), composes_(composes(*ctx)), suppress_(ctx->suppress != 0) {}
 
-    bool fast(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps) {
+    bool fast(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
         if (is_plain(p[0])) {
-            text_.take(p, o, w, steps);
+            text_.take(p, o, e, steps);
             return true;
         }
         if (is_three_byte(get_four_bytes(p))) [[likely]] {
-            return take_three_byte_run(p, o, w, steps);
+            return take_three_byte_run(p, o, e, steps);
         }
         if ((p[0] & 0xE0) == 0xC0 && is_trail(p[1])) {
             const uint32_t c = utf8_code_point(p[0], p[1]);
             if (composes_ && (class_of(c) & kCyrillicBase) != 0) {
                 return false;
             }
-            o = character(o, w, c, p, 2);
+            o = character(o, e, c, p, 2);
             p += 2;
             return true;
         }
         return false;
     }
 
-    Flow step(BlockCursor &in, const Output &out, uint8_t *&o, Writer &w) {
+    Flow step(BlockCursor &in, const Output &out, uint8_t *&o, Encoder &e) {
         const uint8_t *p = in.p;
         const size_t left = in.left();
         const size_t length = length_at(p, left);
-        if (length == kCutOff) {
-            return cut_off(in, o, w);
+        if (length == kTruncated) {
+            return truncated(in, o, e);
         }
-        if (length == kInvalid) {
-            if (invalid_ == 0) {
-                invalid_at_ = position_of(ctx_, p);
+        if (length == kIllFormed) {
+            if (ill_formed_ == 0) {
+                ill_formed_at_ = position_of(ctx_, p);
             }
-            ++invalid_;
+            ++ill_formed_;
             ++in.p;
             return Flow::kNext;
         }
-        if (invalid_ > 0) {
-            status = write_invalid(out, o, w);
+        if (ill_formed_ > 0) {
+            status = write_ill_formed(out, o, e);
             if (status != 0) {
                 return Flow::kAnswered;
             }
         }
-        take(p, left, length, o, w);
+        take(p, left, length, o, e);
         in.p += p - in.p;
         return Flow::kNext;
     }
 
-    bool resting() const { return invalid_ == 0; }
+    bool resting() const { return ill_formed_ == 0; }
 
     // The writer wants no more: as if the input were cut off here. The final status is the last write's.
-    int32_t stopped(const BlockCursor &in, uint8_t *&o, Writer &w) {
-        cut_off(in, o, w);
+    int32_t stopped(const BlockCursor &in, uint8_t *&o, Encoder &e) {
+        truncated(in, o, e);
         return JKC_SUCCESS;
     }
 
@@ -153,9 +149,9 @@ private:
     }
 
     // Takes the three-byte character at p, and those behind it. Returns whether there was any that stands alone.
-    bool take_three_byte_run(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps) {
+    bool take_three_byte_run(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
         const uint8_t *const begin = p;
-        Writer local = w; // which no store into the output can touch
+        Encoder local = e; // which no store into the output can touch
         for (uint32_t bytes = get_four_bytes(p); is_three_byte(bytes); bytes = get_four_bytes(p)) {
             const uint32_t c = three_byte_code_point(bytes);
             if (composes_ && (class_of(c) & kKanaBase) != 0) {
@@ -167,15 +163,15 @@ private:
                 break;
             }
         }
-        w = local;
+        e = local;
         steps += p != begin ? 1 : 0; // the caller counts one
         return p != begin;
     }
 
     // What length_at() says of bytes that are no character.
-    static constexpr size_t kInvalid = 0;
-    static constexpr size_t kCutOff = 99;
-    static constexpr int64_t kInvalidPerSubstitute = 3;
+    static constexpr size_t kIllFormed = 0;
+    static constexpr size_t kTruncated = 99;
+    static constexpr int64_t kIllFormedPerReplacement = 3;
 
     // Length of the character at p. Within the last three bytes of the input a sequence that does not fit together
     // ends the conversion; before them, its first byte is invalid.
@@ -184,19 +180,19 @@ private:
             return 1;
         }
         if (left == 1) {
-            return kCutOff;
+            return kTruncated;
         }
-        const size_t broken = left <= 3 ? kCutOff : kInvalid;
+        const size_t broken = left <= 3 ? kTruncated : kIllFormed;
         if ((p[0] & 0xE0) == 0xC0) {
             return is_trail(p[1]) ? 2 : broken;
         }
         if (left < 3) {
-            return kCutOff;
+            return kTruncated;
         }
         if ((p[0] & 0xF0) == 0xE0) {
             return is_trail(p[1]) && is_trail(p[2]) ? 3 : broken;
         }
-        if constexpr (kTakesFourBytes<Writer>) {
+        if constexpr (kTakesFourBytes<Encoder>) {
             if ((p[0] & 0xF8) == 0xF0 && left > 3 && is_trail(p[1]) && is_trail(p[2]) && is_trail(p[3])) {
                 return 4;
             }
@@ -205,15 +201,15 @@ private:
     }
 
     // Converts the character at p, together with the mark behind it where the two compose.
-    void take(const uint8_t *&p, size_t left, size_t length, uint8_t *&o, Writer &w) {
+    void take(const uint8_t *&p, size_t left, size_t length, uint8_t *&o, Encoder &e) {
         if (length == 1) {
             size_t one = 1;
-            text_.take(p, o, w, one, left > 1);
+            text_.take(p, o, e, one, left > 1);
             return;
         }
         if (length == 4) {
-            if constexpr (kTakesFourBytes<Writer>) {
-                o = supplementary(o, w, p);
+            if constexpr (kTakesFourBytes<Encoder>) {
+                o = supplementary(o, e, p);
                 p += 4;
             }
             return;
@@ -221,10 +217,10 @@ private:
         const uint32_t c = length == 2 ? utf8_code_point(p[0], p[1]) : utf8_code_point(p[0], p[1], p[2]);
         const uint32_t composed = composes_ && left >= 2 * length ? composed_with(c, p + length, length) : 0;
         if (composed != 0) {
-            o = composed_character(o, w, composed, p);
+            o = composed_character(o, e, composed, p);
             p += 2 * length;
         } else {
-            o = character(o, w, c, p, length);
+            o = character(o, e, c, p, length);
             p += length;
         }
     }
@@ -242,53 +238,53 @@ private:
     uint16_t class_of(uint32_t c) const { return c < ctx_.uni_def_count ? ctx_.uni_def_table[c] : uint16_t{0}; }
 
     // A character as it stands in the input, `length` bytes at p.
-    uint8_t *character(uint8_t *o, Writer &w, uint32_t c, const uint8_t *p, size_t length) {
-        if constexpr (std::is_same_v<Writer, Utf8Writer>) {
-            return w.raw(o, p, length); // overlong forms and surrogates included
+    uint8_t *character(uint8_t *o, Encoder &e, uint32_t c, const uint8_t *p, size_t length) {
+        if constexpr (std::is_same_v<Encoder, Utf8Encoder>) {
+            return e.raw(o, p, length); // overlong forms and surrogates included
         } else {
-            return composed_character(o, w, c, p);
+            return composed_character(o, e, c, p);
         }
     }
 
-    uint8_t *composed_character(uint8_t *o, Writer &w, uint32_t c, const uint8_t *p) {
-        if (uint8_t *written = write(o, w, c)) [[likely]] {
+    uint8_t *composed_character(uint8_t *o, Encoder &e, uint32_t c, const uint8_t *p) {
+        if (uint8_t *written = write(o, e, c)) [[likely]] {
             return written;
         }
-        return substitute(o, w, position_of(ctx_, p), c);
+        return write_replacement(o, e, position_of(ctx_, p), c);
     }
 
-    uint8_t *supplementary(uint8_t *o, Writer &w, const uint8_t *p) {
-        if constexpr (std::is_same_v<Writer, Utf8Writer>) {
-            return w.raw(o, p, 4);
+    uint8_t *supplementary(uint8_t *o, Encoder &e, const uint8_t *p) {
+        if constexpr (std::is_same_v<Encoder, Utf8Encoder>) {
+            return e.raw(o, p, 4);
         } else {
             const uint32_t c = utf8_code_point(p[0], p[1], p[2], p[3]);
-            if (uint8_t *written = write_supplementary(ctx_, o, w, c)) {
+            if (uint8_t *written = write_supplementary(ctx_, o, e, c)) {
                 return written;
             }
-            return substitute(o, w, position_of(ctx_, p), c);
+            return write_replacement(o, e, position_of(ctx_, p), c);
         }
     }
 
     // A character that the target lacks. A substitute of the table's own is neither recorded nor suppressed.
-    [[gnu::noinline]] uint8_t *substitute(uint8_t *o, Writer &w, int64_t position, int64_t code) {
-        if constexpr (!Writer::kHasMark) {
-            if (w.own_substitute() != 0) {
-                return w.put_own_substitute(o);
+    [[gnu::noinline]] uint8_t *write_replacement(uint8_t *o, Encoder &e, int64_t position, int64_t code) {
+        if constexpr (!Encoder::kIsUnicode) {
+            if (e.table_replacement() != 0) {
+                return e.put_table_replacement(o);
             }
         }
-        record_nochar_at(ctx_, position, code);
-        return suppress_ ? o : question_mark(o, w);
+        record_unmappable_at(ctx_, position, code);
+        return suppress_ ? o : replacement(o, e);
     }
 
     // Writes the pending run of invalid bytes: one substitute for each started group of three, nothing under
     // `suppress`. Output is handed over in between, and once more before the character behind the run. Returns the
     // writer's answer.
-    int32_t write_invalid(const Output &out, uint8_t *&o, Writer &w) {
-        while (invalid_ > 0 && !suppress_) {
-            o = substitute(o, w, invalid_at_, kInvalidBytes);
-            const int64_t group = std::min(invalid_, kInvalidPerSubstitute);
-            invalid_ -= group;
-            invalid_at_ += group;
+    int32_t write_ill_formed(const Output &out, uint8_t *&o, Encoder &e) {
+        while (ill_formed_ > 0 && !suppress_) {
+            o = write_replacement(o, e, ill_formed_at_, kIllFormedBytes);
+            const int64_t group = std::min(ill_formed_, kIllFormedPerReplacement);
+            ill_formed_ -= group;
+            ill_formed_at_ += group;
             if (out.full(o)) {
                 const int32_t answer = out.hand_over(o);
                 if (answer != 0) {
@@ -297,42 +293,38 @@ private:
                 o = Output::begin();
             }
         }
-        invalid_ = 0;
+        ill_formed_ = 0;
         return 0;
     }
 
     // The end in place of a sequence that is cut off: one substitute, unless they are suppressed.
-    Flow cut_off(const BlockCursor &in, uint8_t *&o, Writer &w) {
+    Flow truncated(const BlockCursor &in, uint8_t *&o, Encoder &e) {
         if (!suppress_) {
-            o = substitute(o, w, invalid_ > 0 ? invalid_at_ : position_of(ctx_, in.p), kInvalidBytes);
+            o = write_replacement(o, e, ill_formed_ > 0 ? ill_formed_at_ : position_of(ctx_, in.p), kIllFormedBytes);
         }
         return end(JKC_SUCCESS);
     }
 
     JkcContext &ctx_;
-    PlainText<Bytes> text_;
+    AsciiText<Bytes> text_;
     bool composes_;
     bool suppress_;
-    int64_t invalid_ = 0;    // invalid bytes in a row that are not written yet
-    int64_t invalid_at_ = 0; // position of the first of them
+    int64_t ill_formed_ = 0;    // invalid bytes in a row that are not written yet
+    int64_t ill_formed_at_ = 0; // position of the first of them
 };
 
-template <class Writer>
-int32_t from_utf8(JkcContext *ctx, bool add_bom = false) {
-    return convert<Utf8Reader<Writer>, Writer>(ctx, add_bom);
+// From UTF-8 no other variant of EUC-JP is tried.
+template <class Encoder>
+using EncoderFromUtf8 = std::conditional_t<std::is_same_v<Encoder, encoders::euc>, EucOfOneTable, Encoder>;
+
+template <class Encoder>
+int32_t utf8_to(JkcContext *ctx, bool add_bom) {
+    using Used = EncoderFromUtf8<Encoder>;
+    return convert<Utf8Decoder<Used>, Used>(ctx, add_bom);
 }
 
 } // namespace
 
 } // namespace jkc
 
-int32_t _utf8to_jis(JkcContext *ctx) { return jkc::from_utf8<jkc::JisWriter>(ctx); }
-int32_t _utf8to_sjis(JkcContext *ctx) { return jkc::from_utf8<jkc::SjisWriter>(ctx); }
-int32_t _utf8to_euc(JkcContext *ctx) { return jkc::from_utf8<jkc::EucOfOneTable>(ctx); }
-int32_t _utf8to_unibe(JkcContext *ctx, bool add_bom) {
-    return jkc::from_utf8<jkc::Utf16Writer<jkc::BigEndian>>(ctx, add_bom);
-}
-int32_t _utf8to_unile(JkcContext *ctx, bool add_bom) {
-    return jkc::from_utf8<jkc::Utf16Writer<jkc::LittleEndian>>(ctx, add_bom);
-}
-int32_t _utf8to_utf8(JkcContext *ctx, bool add_bom) { return jkc::from_utf8<jkc::Utf8Writer>(ctx, add_bom); }
+JKC_CONVERTERS_FROM_utf8(JKC_DEFINE_TO_LEGACY, JKC_DEFINE_TO_UNICODE)

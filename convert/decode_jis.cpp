@@ -1,16 +1,16 @@
 // Reads ISO-2022-JP.
 #include <type_traits>
 
-#include "convert/legacy_source.h"
+#include "convert/ascii_text.h"
+#include "convert/legacy_decoder.h"
 #include "convert/loop.h"
-#include "convert/plain_text.h"
 
 namespace jkc {
 
 namespace {
 
-template <class Writer>
-constexpr bool kIsJis = std::is_same_v<Writer, JisWriter>;
+template <class Encoder>
+constexpr bool kIsJis = std::is_same_v<Encoder, JisEncoder>;
 
 // The JIS source table that the context has selected.
 class JisTable {
@@ -45,62 +45,62 @@ private:
 
 // The target tables of JIS X 0213:2004 are asked a second time, in the table of the supplementary characters under the
 // same number: characters that plane 1 lacks have always come out so.
-uint8_t *put_from_supplementary_table(const JkcContext &ctx, uint8_t *o, JisWriter &w, uint32_t c) {
-    if (ctx.jis_dst_table != _unibe2jis2022jp2004_table || c >= ctx.jis_dst_srg_count || w.entry(c) != 0 ||
+uint8_t *put_from_supplementary_table(const JkcContext &ctx, uint8_t *o, JisEncoder &e, uint32_t c) {
+    if (ctx.jis_dst_table != _unibe2jis2022jp2004_table || c >= ctx.jis_dst_srg_count || e.entry(c) != 0 ||
         ctx.jis_dst_srg_table[c] == 0 || !(c < ctx.jis_dst_bits_count)) {
         return nullptr;
     }
-    return w.put_code(o, ctx.jis_dst_srg_table[c], ctx.jis_dst_bits[c]);
+    return e.put_code(o, ctx.jis_dst_srg_table[c], ctx.jis_dst_bits[c]);
 }
 
-uint8_t *write_jis_to_jis(JkcContext &ctx, uint8_t *o, JisWriter &w, uint32_t c, const SourceCode &code,
+uint8_t *write_jis_to_jis(JkcContext &ctx, uint8_t *o, JisEncoder &e, uint32_t c, const SourceCode &code,
                           bool suppress) {
     if (c > 0xFFFF) { // beyond the BMP: looked up by the source code; `suppress` does not apply
-        return write_in_jisx0208(ctx, o, w, code.index, code.index, code.p);
+        return write_in_jisx0208(ctx, o, e, code.index, code.index, code.p);
     }
     if (c == 0) {
-        c = code.index != kQuestionMark ? stand_in(ctx, code) : kQuestionMark;
+        c = code.index != kQuestionMark ? replacement_for(ctx, code) : kQuestionMark;
     }
     if (c == kQuestionMark) {
-        o = w.enter(o, kJisX0208); // also when nothing follows
-        return suppress ? o : w.question_mark(o);
+        o = e.enter(o, kJisX0208); // also when nothing follows
+        return suppress ? o : e.replacement(o);
     }
-    if (uint8_t *written = w.put(o, c)) {
+    if (uint8_t *written = e.put(o, c)) {
         return written;
     }
-    if (uint8_t *written = put_from_supplementary_table(ctx, o, w, c)) {
+    if (uint8_t *written = put_from_supplementary_table(ctx, o, e, c)) {
         return written;
     }
-    return suppress ? o : write_in_jisx0208(ctx, o, w, c, c, code.p);
+    return suppress ? o : write_in_jisx0208(ctx, o, e, c, c, code.p);
 }
 
-template <class Writer>
-class JisReader : public Reader {
+template <class Encoder>
+class JisDecoder : public DecoderBase {
 public:
     static constexpr size_t kLookAhead = 4; // the longest escape sequence
     static constexpr size_t kLongestStep = 2;
 
-    explicit JisReader(JkcContext *ctx)
+    explicit JisDecoder(JkcContext *ctx)
         : ctx_(*ctx), table_(*ctx), text_(*ctx), suppress_(ctx->suppress != 0), drops_lost_(drops_lost(*ctx)) {}
 
-    bool fast(const uint8_t *&p, uint8_t *&o, Writer &w, size_t &steps) {
+    bool fast(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
         const uint8_t b = *p;
         if (is_two_byte()) {
             if (b == kEsc) {
                 return false;
             }
-            o = two_byte(o, w, p);
+            o = two_byte(o, e, p);
             p += 2;
             return true;
         }
         if (set_ == kKatakana || shifted_out_ || b == kEsc || b == kSo || b == kSi || !is_plain(b)) {
             return false;
         }
-        text_.take(p, o, w, steps);
+        text_.take(p, o, e, steps);
         return true;
     }
 
-    Flow step(BlockCursor &in, const Output & /*out*/, uint8_t *&o, Writer &w) {
+    Flow step(BlockCursor &in, const Output & /*out*/, uint8_t *&o, Encoder &e) {
         const uint8_t b = *in.p;
         if (b == kEsc) {
             shifted_out_ = false;
@@ -110,27 +110,27 @@ public:
             if (in.left() < 2) {
                 return end(JKC_EUEXPEOD);
             }
-            o = two_byte(o, w, in.p);
+            o = two_byte(o, e, in.p);
             in.p += 2;
             return Flow::kNext;
         }
         if (set_ == kKatakana) {
-            o = is_katakana_code(b) ? katakana(o, w, b) : invalid(o, w);
+            o = is_katakana_code(b) ? katakana(o, e, b) : ill_formed(o, e);
         } else if (shifted_out_) {
             shifted_out_ = is_katakana_code(b);
             if (shifted_out_) {
-                o = shifted_out_katakana(o, w, b);
+                o = shifted_out_katakana(o, e, b);
             } else if (b != kSi) {
-                o = invalid(o, w);
+                o = ill_formed(o, e);
             }
         } else if (b == kSo) {
             shifted_out_ = true;
         } else if (!is_plain(b)) {
-            o = invalid(o, w);
+            o = ill_formed(o, e);
         } else if (b != kSi) {
             const uint8_t *p = in.p;
             size_t one = 1;
-            text_.take(p, o, w, one, in.left() > 1);
+            text_.take(p, o, e, one, in.left() > 1);
             in.p += p - in.p;
             return Flow::kNext;
         }
@@ -140,60 +140,62 @@ public:
 
 private:
     // The Unicode targets leave an unmapped code out only when the option holds exactly 1.
-    static bool drops_lost(const JkcContext &ctx) { return Writer::kHasMark ? ctx.suppress == 1 : ctx.suppress != 0; }
+    static bool drops_lost(const JkcContext &ctx) {
+        return Encoder::kIsUnicode ? ctx.suppress == 1 : ctx.suppress != 0;
+    }
 
     bool is_two_byte() const { return set_ >= kJisX0208; }
 
     // --- Characters. ---
 
-    uint8_t *two_byte(uint8_t *o, Writer &w, const uint8_t *p) {
+    uint8_t *two_byte(uint8_t *o, Encoder &e, const uint8_t *p) {
         const uint32_t index = two_byte_code(p[0], p[1]);
         const SourceCode code{index, index, p};
         uint32_t c = table_.look_up(index);
-        if constexpr (kIsJis<Writer>) {
-            return write_jis_to_jis(ctx_, o, w, c, code, suppress_);
+        if constexpr (kIsJis<Encoder>) {
+            return write_jis_to_jis(ctx_, o, e, c, code, suppress_);
         } else {
             if (c == 0 && index == kQuestionMark) [[unlikely]] {
                 c = kQuestionMark; // not recorded
             }
             if (c > 0xFFFF) [[unlikely]] {
-                if constexpr (Writer::kHasMark) {
-                    return w.put_supplementary(o, c);
+                if constexpr (Encoder::kIsUnicode) {
+                    return e.put_supplementary(o, c);
                 } else {
                     c = high_surrogate(c); // which no table has
                 }
             }
-            return write_character(ctx_, o, w, c, code, drops_lost_);
+            return write_character(ctx_, o, e, c, code, drops_lost_);
         }
     }
 
-    static uint8_t *katakana(uint8_t *o, Writer &w, uint8_t b) {
-        if constexpr (Writer::kHasMark) {
-            return w.put(o, 0xFF00U | (b + 0x40U));
+    static uint8_t *katakana(uint8_t *o, Encoder &e, uint8_t b) {
+        if constexpr (Encoder::kIsUnicode) {
+            return e.put(o, 0xFF00U | (b + 0x40U));
         } else {
-            return w.katakana(o, b | 0x80);
+            return e.katakana(o, b | 0x80);
         }
     }
 
     // Between SO and SI only EUC and Shift_JIS get katakana; the other targets get the letters that the bytes are in
     // ASCII, as they always did.
-    static uint8_t *shifted_out_katakana(uint8_t *o, Writer &w, uint8_t b) {
-        if constexpr (Writer::kHasMark) {
-            return w.put(o, b);
-        } else if constexpr (kIsJis<Writer>) {
+    static uint8_t *shifted_out_katakana(uint8_t *o, Encoder &e, uint8_t b) {
+        if constexpr (Encoder::kIsUnicode) {
+            return e.put(o, b);
+        } else if constexpr (kIsJis<Encoder>) {
             *o = b; // without an escape sequence
             return o + 1;
         } else {
-            return w.katakana(o, b | 0x80);
+            return e.katakana(o, b | 0x80);
         }
     }
 
     // A byte that is no character. It is never recorded.
-    uint8_t *invalid(uint8_t *o, Writer &w) {
+    uint8_t *ill_formed(uint8_t *o, Encoder &e) {
         if (suppress_) {
             return o;
         }
-        return w.plain(o, '?');
+        return e.ascii(o, '?');
     }
 
     // --- Escape sequences. Those that are not known are copied raw, whatever the target. ---
@@ -213,7 +215,7 @@ private:
         case SeenEscape::kUnknown:
             copy(in, o, seen.length);
             // JIS output ends at an escape that is none.
-            return kIsJis<Writer> && seen.length == 1 ? end(JKC_SUCCESS) : Flow::kNext;
+            return kIsJis<Encoder> && seen.length == 1 ? end(JKC_SUCCESS) : Flow::kNext;
         default:
             set_ = seen.set;
             select_plane(ctx_, set_);
@@ -225,29 +227,20 @@ private:
 
     JkcContext &ctx_;
     JisTable table_;
-    PlainText<Bytes, kEsc, kSo, kSi> text_;
+    AsciiText<Bytes, kEsc, kSo, kSi> text_;
     bool suppress_;
     bool drops_lost_;
     JisSet set_ = kAscii;
     bool shifted_out_ = false;
 };
 
-template <class Writer>
-int32_t from_jis(JkcContext *ctx, bool add_bom = false) {
-    return convert<JisReader<Writer>, Writer>(ctx, add_bom);
+template <class Encoder>
+int32_t jis_to(JkcContext *ctx, bool add_bom) {
+    return convert<JisDecoder<Encoder>, Encoder>(ctx, add_bom);
 }
 
 } // namespace
 
 } // namespace jkc
 
-int32_t _jisto_jis(JkcContext *ctx) { return jkc::from_jis<jkc::JisWriter>(ctx); }
-int32_t _jisto_sjis(JkcContext *ctx) { return jkc::from_jis<jkc::SjisWriter>(ctx); }
-int32_t _jisto_euc(JkcContext *ctx) { return jkc::from_jis<jkc::EucWriter<jkc::Cascade::kFlavours>>(ctx); }
-int32_t _jisto_unibe(JkcContext *ctx, bool add_bom) {
-    return jkc::from_jis<jkc::Utf16Writer<jkc::BigEndian>>(ctx, add_bom);
-}
-int32_t _jisto_unile(JkcContext *ctx, bool add_bom) {
-    return jkc::from_jis<jkc::Utf16Writer<jkc::LittleEndian>>(ctx, add_bom);
-}
-int32_t _jisto_utf8(JkcContext *ctx, bool add_bom) { return jkc::from_jis<jkc::Utf8Writer>(ctx, add_bom); }
+JKC_CONVERTERS_FROM_jis(JKC_DEFINE_TO_LEGACY, JKC_DEFINE_TO_UNICODE)

@@ -23,23 +23,23 @@ constexpr EscapeSequence kEscapes[kJisSets] = {
 // What stands for a character that JIS lacks: the full-width question mark of JIS X 0208.
 constexpr uint32_t kJisQuestionMark = 0x2129;
 
-class JisWriter {
+class JisEncoder {
 public:
     static constexpr size_t kFlushAbove = 8159;
     static constexpr size_t kLongestStep = 6; // an escape sequence of four bytes and a code of two
-    static constexpr size_t kPlainWidth = 1;
-    static constexpr bool kHasMark = false;
+    static constexpr size_t kAsciiWidth = 1;
+    static constexpr bool kIsUnicode = false;
 
-    explicit JisWriter(JkcContext *ctx)
+    explicit JisEncoder(JkcContext *ctx)
         : table_(ctx->jis_dst_table), bits_(ctx->jis_dst_bits), count_(ctx->jis_dst_count),
           designated_(ctx->jis_dst_count < ctx->jis_dst_bits_count ? ctx->jis_dst_count : ctx->jis_dst_bits_count) {}
 
-    uint8_t *plain(uint8_t *o, uint8_t b) {
+    uint8_t *ascii(uint8_t *o, uint8_t b) {
         o = enter(o, kAscii);
         *o = b;
         return o + 1;
     }
-    uint8_t *plain_wide(uint8_t *o, Bytes16 text) { // after a plain byte: the set is ASCII
+    uint8_t *ascii_wide(uint8_t *o, Bytes16 text) { // after a plain byte: the set is ASCII
         memcpy(o, &text, kWide);
         return o + kWide;
     }
@@ -63,7 +63,7 @@ public:
         return code != 0 ? put_code(o, code, bits_[c]) : nullptr;
     }
     // As put(), for 7-bit characters too.
-    uint8_t *put_mixed(uint8_t *o, uint32_t c) { return c < 0x80 ? plain(o, static_cast<uint8_t>(c)) : put(o, c); }
+    uint8_t *put_mixed(uint8_t *o, uint32_t c) { return c < 0x80 ? ascii(o, static_cast<uint8_t>(c)) : put(o, c); }
     uint8_t *put_code(uint8_t *o, uint32_t code, uint8_t set) { return two_bytes(enter(o, set), code); }
 
     // Writes the code that the table has at `index` in JIS X 0208, or the question mark: `found` tells which.
@@ -72,13 +72,13 @@ public:
         found = code != 0;
         return two_bytes(enter(o, kJisX0208), found ? code : kJisQuestionMark);
     }
-    uint8_t *question_mark(uint8_t *o) { return two_bytes(enter(o, kJisX0208), kJisQuestionMark); }
+    uint8_t *replacement(uint8_t *o) { return two_bytes(enter(o, kJisX0208), kJisQuestionMark); }
 
     uint32_t entry(uint64_t index) const { return index < count_ ? table_[index] : 0; }
 
     // What the table has in the slot of U+0000: a substitute of its own, or 0.
-    uint32_t own_substitute() const { return entry(0); }
-    uint8_t *put_own_substitute(uint8_t *o) { return two_bytes(enter(o, kJisX0208), entry(0)); }
+    uint32_t table_replacement() const { return entry(0); }
+    uint8_t *put_table_replacement(uint8_t *o) { return two_bytes(enter(o, kJisX0208), entry(0)); }
 
     uint8_t *enter(uint8_t *o, uint8_t set) {
         if (set == set_) [[likely]] {

@@ -3,20 +3,20 @@
 
 #include <cstring>
 
-#include "convert/byte_writer.h"
+#include "convert/byte_encoder.h"
 #include "core/bytes.h"
 
 namespace jkc {
 
-class Utf8Writer : public ByteWriter {
+class Utf8Encoder : public ByteEncoder {
 public:
     static constexpr size_t kFlushAbove = 8187;
     static constexpr size_t kLongestStep = 4;
-    static constexpr bool kHasMark = true;
+    static constexpr bool kIsUnicode = true;
 
-    explicit Utf8Writer(const JkcContext * /*ctx*/) {}
+    explicit Utf8Encoder(const JkcContext * /*ctx*/) {}
 
-    uint8_t *mark(uint8_t *o) { return put(o, 0xFEFF); }
+    uint8_t *bom(uint8_t *o) { return put(o, 0xFEFF); }
 
     uint8_t *put(uint8_t *o, uint32_t c) {
         if (c >= 0x800) [[likely]] {
@@ -28,7 +28,7 @@ public:
             o[1] = static_cast<uint8_t>(0x80 | (c & 0x3F));
             return o + 2;
         }
-        return plain(o, static_cast<uint8_t>(c));
+        return ascii(o, static_cast<uint8_t>(c));
     }
     // As put(), for text in which characters of one byte and of three alternate: no branch tells them apart.
     uint8_t *put_mixed(uint8_t *o, uint32_t c) {

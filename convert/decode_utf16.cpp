@@ -1,0 +1,210 @@
+// Reads UTF-16 in either byte order.
+#include "convert/ascii_text.h"
+#include "convert/compose.h"
+#include "convert/legacy_decoder.h"
+#include "convert/loop.h"
+#include "core/wide_units.h"
+
+namespace jkc {
+
+namespace {
+
+// --- What each target does with a character, 7-bit or not; null when it lacks it. ---
+
+// Where the overline and the yen sign stand in JIS X 0201, and what these bytes are in ASCII.
+uint8_t *write(uint8_t *o, SjisEncoder &e, uint32_t c) {
+    return c == kOverline ? e.ascii(o, '~') : c == kYenSign ? e.ascii(o, '\\') : e.put_mixed(o, c);
+}
+uint8_t *write(uint8_t *o, encoders::euc &e, uint32_t c) {
+    return c == kOverline ? e.ascii(o, '~') : e.put_mixed(o, c);
+}
+uint8_t *write(uint8_t *o, JisEncoder &e, uint32_t c) {
+    if (c >= 0xFF61 && c <= 0xFF9F) {
+        return e.katakana(o, static_cast<uint8_t>(c - 0xFF40));
+    }
+    return c == kOverline ? e.ascii(o, '~') : c == kYenSign ? e.ascii(o, '\\') : e.put_mixed(o, c);
+}
+template <class Encoder>
+uint8_t *write(uint8_t *o, Encoder &e, uint32_t c) {
+    return e.put_mixed(o, c);
+}
+
+template <class Encoder>
+constexpr bool kIsUtf16 = false;
+template <class Order>
+constexpr bool kIsUtf16<Utf16Encoder<Order>> = true;
+
+template <class Order, class Encoder>
+class Utf16Decoder : public DecoderBase {
+public:
+    static constexpr size_t kLookAhead = 4;
+    static constexpr size_t kLongestStep = 2;
+
+    explicit Utf16Decoder(JkcContext *ctx)
+        : ctx_(*ctx), text_(*ctx), composes_(composes(*ctx)), suppress_(ctx->suppress != 0) {}
+
+    bool fast(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
+        if (steps < 2) {
+            return false; // CR LF are two units
+        }
+        if (take_mixed(p, o, e, steps)) {
+            return true;
+        }
+        uint32_t unit = Order::unit(p);
+        if (unit < 0x80) {
+            text_.take(p, o, e, steps);
+            return true;
+        }
+        if (!stands_alone(unit)) [[unlikely]] {
+            return false;
+        }
+        for (;;) {
+            o = character(o, e, unit, p);
+            p += 2;
+            unit = Order::unit(p);
+            if (steps == 1 || unit < 0x80 || !stands_alone(unit)) {
+                return true;
+            }
+            --steps;
+        }
+    }
+
+    Flow step(BlockCursor &in, const Output & /*out*/, uint8_t *&o, Encoder &e) {
+        if (in.left() < 2) {
+            return end(JKC_EUEXPEOD);
+        }
+        const bool has_next = in.left() >= 4;
+        const uint32_t unit = Order::unit(in.p);
+        const uint32_t next = has_next ? Order::unit(in.p + 2) : 0;
+        if (unit < 0x80) {
+            const uint8_t *p = in.p;
+            size_t one = 1;
+            text_.take(p, o, e, one, has_next);
+            in.p += p - in.p;
+            return Flow::kNext;
+        }
+        if (needs_a_partner(unit)) {
+            return surrogate(in, unit, has_next, next, o, e);
+        }
+        const uint32_t composed = composes_ && has_next ? compose(unit, ctx_.uni_def_table[unit], next) : 0;
+        o = character(o, e, composed != 0 ? composed : unit, in.p);
+        in.p += composed != 0 ? 4 : 2;
+        return Flow::kNext;
+    }
+
+private:
+    // UTF-16 output copies surrogates unit by unit.
+    static bool needs_a_partner(uint32_t unit) { return !kIsUtf16<Encoder> && is_high_surrogate(unit); }
+
+    // Takes units eight at a time, as long as each is a character by itself and some of them are not 7-bit. Returns
+    // whether there were any.
+    bool take_mixed(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
+        if (composes_) {
+            return false;
+        }
+        const size_t before = steps;
+        Encoder local = e; // which no store into the output can touch
+        while (steps > kUnits) {
+            const Units8 units = load8<Order>(p);
+            const bool plain = !kIsUtf16<Encoder> && !any_unit(~units_between(units, 0, 0x7F));
+            if (plain || any_unit(stops(units))) {
+                break;
+            }
+            if constexpr (kIsUtf16<Encoder>) {
+                o = e.units(o, units);
+                p += kWide;
+            } else {
+                for (size_t i = 0; i < kUnits; ++i) {
+                    o = character(o, local, Order::unit(p), p);
+                    p += 2;
+                }
+            }
+            steps -= kUnits;
+        }
+        e = local;
+        if (steps == before) {
+            return false;
+        }
+        ++steps; // the caller counts one
+        return true;
+    }
+    Units8 stops(Units8 units) const {
+        const Units8 line_ends = text_.keeps_line_ends() ? Units8{} : units_equal(units, kLf) | units_equal(units, kCr);
+        return kIsUtf16<Encoder> ? line_ends : line_ends | units_equal_masked<0xFC00>(units, 0xD800);
+    }
+
+    bool stands_alone(uint32_t unit) const {
+        return !needs_a_partner(unit) && !(composes_ && (ctx_.uni_def_table[unit] & kAnyBase) != 0);
+    }
+
+    uint8_t *character(uint8_t *o, Encoder &e, uint32_t c, const uint8_t *p) {
+        if (uint8_t *written = write(o, e, c)) [[likely]] {
+            return written;
+        }
+        return unmappable(o, e, c, p);
+    }
+
+    // A character that the target lacks.
+    uint8_t *unmappable(uint8_t *o, Encoder &e, uint32_t c, const uint8_t *p) {
+        if constexpr (std::is_same_v<Encoder, JisEncoder>) {
+            return suppress_ ? o : write_in_jisx0208(ctx_, o, e, c, c, p);
+        } else {
+            record_unmappable(ctx_, p, c);
+            return suppress_ ? o : e.replacement(o);
+        }
+    }
+
+    Flow surrogate(BlockCursor &in, uint32_t high, bool has_next, uint32_t next, uint8_t *&o, Encoder &e) {
+        const bool pair = has_next && is_low_surrogate(next);
+        if constexpr (std::is_same_v<Encoder, JisEncoder>) {
+            const bool written = pair && plane2(combine_surrogates(high, next), o, e);
+            if (!written && !suppress_) {
+                o = write_in_jisx0208(ctx_, o, e, 0, 0, in.p); // the partner follows as a character of its own
+            }
+            in.p += written ? 4 : 2;
+            return Flow::kNext;
+        } else if constexpr (Encoder::kIsUnicode) {
+            if (!has_next) {
+                return end(JKC_EUEXPEOD);
+            }
+            o = pair ? e.put_supplementary(o, combine_surrogates(high, next)) : unmappable(o, e, high, in.p);
+            in.p += pair ? 4 : 2;
+            return Flow::kNext;
+        } else {
+            // No table has surrogates: one substitute, recorded with the high one, stands for the pair.
+            o = character(o, e, high, in.p);
+            in.p += pair ? 4 : 2;
+            return has_next ? Flow::kNext : end(JKC_EUEXPEOD);
+        }
+    }
+
+    bool plane2(uint32_t c, uint8_t *&o, JisEncoder &e) const {
+        const uint32_t index = c - 0x20000;
+        if (c < 0x20000 || c > 0x2FFFF || index >= ctx_.jis_dst_srg_count || ctx_.jis_dst_srg_table[index] == 0) {
+            return false;
+        }
+        o = e.put_code(o, ctx_.jis_dst_srg_table[index], ctx_.jis_dst_srg_bits[index]);
+        return true;
+    }
+
+    JkcContext &ctx_;
+    AsciiText<Units<Order>> text_;
+    bool composes_;
+    bool suppress_;
+};
+
+template <class Encoder>
+int32_t unibe_to(JkcContext *ctx, bool add_bom) {
+    return convert<Utf16Decoder<BigEndian, Encoder>, Encoder>(ctx, add_bom);
+}
+template <class Encoder>
+int32_t unile_to(JkcContext *ctx, bool add_bom) {
+    return convert<Utf16Decoder<LittleEndian, Encoder>, Encoder>(ctx, add_bom);
+}
+
+} // namespace
+
+} // namespace jkc
+
+JKC_CONVERTERS_FROM_unibe(JKC_DEFINE_TO_LEGACY, JKC_DEFINE_TO_UNICODE)
+    JKC_CONVERTERS_FROM_unile(JKC_DEFINE_TO_LEGACY, JKC_DEFINE_TO_UNICODE)
