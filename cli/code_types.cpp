@@ -102,6 +102,24 @@ std::string code_type_list() {
 
 bool is_unicode(int code_type) { return code_type >= JKC_TYPE_UTF16BE && code_type <= JKC_TYPE_UTF8_BOM; }
 
+bool is_7bit(int code_type) {
+    return code_type == JKC_TYPE_ASCII || code_type == JKC_TYPE_JIS || code_type == JKC_TYPE_JIS2004;
+}
+
+bool is_utf16(int code_type) { return code_type >= JKC_TYPE_UTF16BE && code_type <= JKC_TYPE_UTF16LE_BOM; }
+
 int without_mark(int code_type) { return jkc_cmp_bom(code_type - 1, code_type) == 1 ? code_type - 1 : code_type; }
+
+std::string encode_ascii(const std::string &ascii, int code_type) {
+    if (!is_utf16(code_type)) {
+        return ascii;
+    }
+    const bool big_endian = without_mark(code_type) == JKC_TYPE_UTF16BE;
+    std::string units;
+    for (const char c : ascii) {
+        units += big_endian ? std::string{'\0', c} : std::string{c, '\0'};
+    }
+    return units;
+}
 
 } // namespace jkc::cli

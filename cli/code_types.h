@@ -24,7 +24,15 @@ std::string code_type_list();
 
 bool is_unicode(int code_type);
 
+bool is_utf16(int code_type);
+
+// ASCII and JIS.
+bool is_7bit(int code_type);
+
 // The same encoding without a byte-order mark.
 int without_mark(int code_type);
+
+// ASCII text in a code type.
+std::string encode_ascii(const std::string &ascii, int code_type);
 
 } // namespace jkc::cli

@@ -12,10 +12,12 @@
 #include "each_file.h"
 #include "input.h"
 #include "library.h"
+#include "line_ends.h"
 #include "output.h"
 #include "processes.h"
 #include "progress.h"
 #include "safe_file.h"
+#include "text_checks.h"
 
 namespace jkc::cli {
 namespace {
@@ -30,32 +32,34 @@ ExitCode exit_code(FileResult result) {
 // What the callbacks of one conversion share.
 struct Run {
     JkcContext *ctx;
+    const Input *in;
+    LineEndWriter line_ends;
     Output *out;
     Progress *progress;
-    int32_t judged;
+    int judged = JKC_TYPE_EMPTY;
+    std::optional<size_t> binary_byte = std::nullopt;
 };
-
-bool is_7bit(int code_type) {
-    return code_type == JKC_TYPE_ASCII || code_type == JKC_TYPE_JIS || code_type == JKC_TYPE_JIS2004;
-}
 
 // The code type that shall win ties: what -f says, without a mark, since text that begins with one ties with
 // nothing. The 7-bit ones take no part in ties. Where plain text ties as ASCII with UTF-16, SJIS stands for them,
 // as which ASCII is converted anyway.
-int preferred_type(int expected, Input &in) {
+int preferred_type(int expected, const Input &in) {
     if (!is_7bit(expected)) {
         return without_mark(expected);
     }
-    in.make_rewindable();
-    const int judged = jkc_judges_stream(make_context().get(), nullptr, nullptr, in.stream(), 0);
-    in.rewind();
+    const std::string_view bytes = in.for_library();
+    const int judged = jkc_judges_buffer(make_context().get(), nullptr, nullptr, bytes.data(), bytes.size(), 0);
     const bool ascii_ties = judged > 0 && is_undecided(judged) && (judged & JKC_JUDGED_BIT(JKC_TYPE_ASCII)) != 0;
     return ascii_ties ? JKC_TYPE_SJIS : expected;
 }
 
 int32_t observe(int32_t code_type, void *user_data) {
     auto *run = static_cast<Run *>(user_data);
-    run->judged = code_type;
+    run->judged = run->in->judged(code_type);
+    run->binary_byte = find_binary_byte(run->in->text_behind_mark(run->judged), run->judged);
+    if (run->binary_byte) {
+        return 1;
+    }
     if (!is_unicode(code_type)) {
         // The judgement looks for both in whatever bytes there are, and ordinary Shift_JIS and EUC text
         // raises them too. The first would widen CP50221 output to the characters of JIS X 0213, the second
@@ -69,14 +73,14 @@ int32_t observe(int32_t code_type, void *user_data) {
 int32_t write(const uint8_t *data, uint64_t length, void *user_data) {
     auto *run = static_cast<Run *>(user_data);
     run->progress->at(run->ctx->read_offset);
-    return run->out->write(data, length) ? JKC_SUCCESS : JKC_EWRITE;
+    const std::string_view text = run->line_ends.rewrite({reinterpret_cast<const char *>(data), length});
+    return run->out->write(text.data(), text.size()) ? JKC_SUCCESS : JKC_EWRITE;
 }
 
 // Whether a text of the judged code type is what -f says. Plain ASCII is valid in all others but UTF-16, and
 // where there is a byte-order mark, "UTF-16" leaves the byte order to it.
 bool agrees(int judged, int expected) {
-    const bool expects_utf16 = expected >= JKC_TYPE_UTF16BE && expected <= JKC_TYPE_UTF16LE_BOM;
-    if (judged == JKC_TYPE_EMPTY || (judged == JKC_TYPE_ASCII && !expects_utf16)) {
+    if (judged == JKC_TYPE_EMPTY || (judged == JKC_TYPE_ASCII && !is_utf16(expected))) {
         return true;
     }
     return without_mark(judged) == without_mark(expected) ||
@@ -100,7 +104,8 @@ std::string describe_nochar(int64_t code, int64_t offset, const JkcContext &ctx,
     std::string what = text.data();
     if (code == 0) {
         // Shift_JIS and EUC hold none beyond U+FFFF, and on the way there their four bytes count as invalid.
-        what = ctx.srg_exists != 0 ? "invalid bytes or a character beyond U+FFFF" : "invalid bytes";
+        const bool had_four = ctx.srg_exists != 0 && without_mark(judged) == JKC_TYPE_UTF8;
+        what = had_four ? "invalid bytes or a character beyond U+FFFF" : "invalid bytes";
     }
     return what + " at byte " + std::to_string(offset);
 }
@@ -115,23 +120,68 @@ std::string describe_losses(const JkcContext &ctx, int judged, int target) {
            (one ? first : "first " + first + ", last " + last);
 }
 
+// "2 invalid bytes kept: first at byte 5, last at byte 40"
+std::string describe_kept(const BadBytes &kept) {
+    const std::string first = "at byte " + std::to_string(kept.first);
+    return kept.count == 1 ? "1 invalid byte kept: " + first
+                           : std::to_string(kept.count) + " invalid bytes kept: first " + first + ", last at byte " +
+                                 std::to_string(kept.last);
+}
+
+// The encoding of a code type: ASCII is read and written as Shift_JIS.
+int encoding_of(int code_type) {
+    return code_type == JKC_TYPE_ASCII ? static_cast<int>(JKC_TYPE_SJIS) : without_mark(code_type);
+}
+
+// The invalid bytes that a conversion within one encoding passes on.
+BadBytes find_kept(const Run &run, int target) {
+    const bool composed = run.ctx->utfmac_to != 0 && run.ctx->utfmac_exists != 0;
+    const bool copied = encoding_of(run.judged) == encoding_of(target) && !composed;
+    return copied ? find_ill_formed(run.in->text_behind_mark(run.judged), run.judged) : BadBytes();
+}
+
+// Adds to the library's record what it leaves out.
+void add_unrecorded(const Run &run, int target) {
+    const BadBytes lost = encoding_of(run.judged) == encoding_of(target)
+                              ? BadBytes()
+                              : find_unrecorded(run.in->text_behind_mark(run.judged), run.judged, encoding_of(target));
+    if (lost.count == 0) {
+        return;
+    }
+    JkcContext &ctx = *run.ctx;
+    if (ctx.nochar_count == 0 || static_cast<int64_t>(lost.first) < ctx.first_nochar_index) {
+        ctx.first_nochar = 0;
+        ctx.first_nochar_index = static_cast<int64_t>(lost.first);
+    }
+    if (ctx.nochar_count == 0 || static_cast<int64_t>(lost.last) > ctx.last_nochar_index) {
+        ctx.last_nochar = 0;
+        ctx.last_nochar_index = static_cast<int64_t>(lost.last);
+    }
+    ctx.nochar_count += static_cast<uint32_t>(lost.count);
+}
+
 void set_options(JkcContext &ctx, const Options &options) {
-    ctx.mode |= options.line_type;
     ctx.utfmac_to = options.compose ? 1 : 0;
-    // Invalid bytes that are left out are not counted, so that --strict would not see them.
     ctx.suppress = options.suppress && !options.strict ? 1 : 0;
 }
 
-FileResult convert_input(const Options &options, Input &in, Output &out, Progress &progress) {
+FileResult convert_input(const Options &options, const Input &in, Output &out, Progress &progress) {
     const Context ctx = make_context();
     set_options(*ctx, options);
-    Run run{ctx.get(), &out, &progress, JKC_TYPE_EMPTY};
     const int preferred = preferred_type(options.from, in);
     // Files that are joined have one byte-order mark, at the front.
     const int target = out.length() == 0 ? options.to : without_mark(options.to);
-    const int32_t status = jkc_convert_stream(ctx.get(), in.stream(), preferred, target, false, observe, write, &run);
-    if (out.error() != 0) {
-        throw FileError(out.name(), out.error());
+    Run run{ctx.get(), &in, LineEndWriter(options.line_type, target), &out, &progress};
+    const std::string_view bytes = in.for_library();
+    const auto convert_with = [&](JkcWriter writer) {
+        return jkc_convert_buffer(ctx.get(), reinterpret_cast<const uint8_t *>(bytes.data()), bytes.size(), preferred,
+                                  target, false, observe, writer, &run);
+    };
+    const int32_t status = convert_with(write);
+    out.print(run.line_ends.finish());
+    if (run.binary_byte) {
+        say(in.name(), describe_binary(in.text_behind_mark(run.judged), *run.binary_byte));
+        return kRefused;
     }
     if (is_undecided(run.judged)) {
         say(in.name(), undecided_reason(run.judged, options.from));
@@ -143,11 +193,18 @@ FileResult convert_input(const Options &options, Input &in, Output &out, Progres
     if (!options.quiet) {
         warn(options, in.name(), run.judged, preferred);
     }
-    if (ctx->nochar_count == 0) {
+    if (ctx->suppress != 0) {
+        // Not all that is left out is recorded, but all that would be replaced is.
+        ctx->suppress = 0;
+        convert_with(nullptr);
+    }
+    const BadBytes kept = find_kept(run, options.to);
+    add_unrecorded(run, options.to);
+    if (ctx->nochar_count == 0 && kept.count == 0) {
         return kConverted;
     }
     if (!options.quiet || options.strict) {
-        say(in.name(), describe_losses(*ctx, run.judged, options.to));
+        say(in.name(), kept.count == 0 ? describe_losses(*ctx, run.judged, options.to) : describe_kept(kept));
     }
     return options.strict ? kRefused : kConvertedWithLosses;
 }
@@ -155,7 +212,7 @@ FileResult convert_input(const Options &options, Input &in, Output &out, Progres
 FileResult convert_in_place(const Options &options, const std::string &name, Progress &progress) {
     try {
         SafeFile out(name, options.backup_suffix);
-        Input in(name);
+        const Input in(name);
         const FileResult result = convert_input(options, in, out, progress);
         if (exit_code(result) == kDone) {
             out.commit();
@@ -208,7 +265,7 @@ ExitCode convert_to_output(const Options &options, Progress &progress) {
             progress.finish_file(begun - 1);
         }
         ++begun;
-        Input in(name);
+        const Input in(name);
         return exit_code(convert_input(options, in, *out, progress));
     });
     if (code == kDone) {

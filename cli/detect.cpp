@@ -1,13 +1,14 @@
 #include "detect.h"
 
-#include <array>
 #include <utility>
 
 #include "code_types.h"
 #include "each_file.h"
 #include "input.h"
 #include "library.h"
+#include "line_ends.h"
 #include "output.h"
+#include "text_checks.h"
 
 namespace jkc::cli {
 namespace {
@@ -25,30 +26,15 @@ std::string line_end_names(int line_ends) {
     return names.empty() ? "no line ends" : names;
 }
 
-// The line ends of UTF-16 text. The library looks for them byte by byte when the text has a byte-order mark,
-// and so takes CR LF for two line ends and half of another character for one.
-int utf16_line_ends(FILE *text, bool big_endian) {
-    int found = 0;
-    bool after_cr = false;
-    std::array<unsigned char, 2> bytes{};
-    while (std::fread(bytes.data(), 1, bytes.size(), text) == bytes.size()) {
-        const int unit = big_endian ? bytes[0] << 8 | bytes[1] : bytes[1] << 8 | bytes[0];
-        if (unit == '\n') {
-            found |= after_cr ? JKC_LINE_CRLF : JKC_LINE_LF;
-        } else if (after_cr) {
-            found |= JKC_LINE_CR;
-        }
-        after_cr = unit == '\r';
-    }
-    return after_cr ? found | JKC_LINE_CR : found;
-}
-
 ExitCode detect_file(const std::string &name, Output &out) {
-    Input in(name);
-    in.make_rewindable();
+    const Input in(name);
+    const std::string_view bytes = in.for_library();
     const Context ctx = make_context();
-    int line_ends = 0;
-    const int type = jkc_judges_stream(ctx.get(), nullptr, &line_ends, in.stream(), 0);
+    const int type = in.judged(jkc_judges_buffer(ctx.get(), nullptr, nullptr, bytes.data(), bytes.size(), 0));
+    if (find_binary_byte(in.text(), type)) {
+        out.print(name + ": binary\n");
+        return kUndecidedOrLost;
+    }
     if (is_undecided(type)) {
         out.print(name + (type < 0 ? ": unknown\n" : ": undecided (" + judged_set_names(type) + ")\n"));
         return kUndecidedOrLost;
@@ -56,11 +42,7 @@ ExitCode detect_file(const std::string &name, Output &out) {
     if (type < 0) {
         throw FileError(name, status_reason(type, ctx->sys_errno));
     }
-    if (type == JKC_TYPE_UTF16BE_BOM || type == JKC_TYPE_UTF16LE_BOM) {
-        in.rewind();
-        line_ends = utf16_line_ends(in.stream(), type == JKC_TYPE_UTF16BE_BOM);
-    }
-    out.print(name + ": " + code_type_name(type) + ", " + line_end_names(line_ends) + "\n");
+    out.print(name + ": " + code_type_name(type) + ", " + line_end_names(find_line_ends(in.text(), type)) + "\n");
     return kDone;
 }
 

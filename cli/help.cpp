@@ -20,8 +20,8 @@ Judges which Japanese encoding a text is in, and converts it.
   jkc --list                      list the code types and their aliases
   jkc --version                   tell the version
 
-Exit status: 0 done; 1 undecided, or characters lost under --strict;
-2 usage; 3 input or output.
+Exit status: 0 done; 1 undecided, binary, or losses under --strict; 2 usage;
+3 input or output.
 )";
 
 constexpr const char *kDetectHelp = R"(usage: jkc detect [FILE...]
@@ -33,8 +33,9 @@ where the file is "-", reads standard input.
   mixed.txt: UTF8, LF+CRLF             several kinds of line ends
   short.txt: undecided (SJIS, EUC)     these fit equally well
   photo.jpg: unknown                   none fits
+  letter.doc: binary                   has control bytes that no text has
 
-Exit status: 0 done; 1 undecided or unknown; 2 usage; 3 input or output.
+Exit status: 0 done; 1 undecided, unknown or binary; 2 usage; 3 input or output.
 )";
 
 constexpr const char *kLinesHelp = R"(usage: jkc lines [OPTION...] [FILE]
@@ -48,8 +49,8 @@ behind its number and its count of characters.
       1     19  Dear Ms Takahashi,
       2      0
 
-Exit status: 0 done; 1 undecided; 2 usage; 3 input or output, or a line that
-cannot be read to its end.
+Exit status: 0 done; 1 undecided or binary; 2 usage; 3 input or output, or a
+line that cannot be read to its end.
 )";
 
 constexpr const char *kConvertHelp = R"(usage: jkc convert [OPTION...] -t CODE [FILE...]
@@ -66,14 +67,14 @@ a file is in is judged from its bytes.
   --eol KIND            line ends: keep (default), lf, crlf or cr
   --compose             compose letters with their marks (Unicode sources)
   --suppress            leave out what CODE lacks; otherwise '?' stands for it
-  --strict              take lost characters as failure: status 1, and OUT or
-                        the file in place stays as it was
+  --strict              take lost characters and invalid bytes as failure: OUT
+                        or the file in place stays as it was
   -j, --jobs N          convert in N processes side by side (with --in-place)
   -q, --quiet           tell only what failed
   --no-progress         no bar for long work on a terminal
 
 Files are written beside and renamed when all went well. Exit status: 0 done;
-1 undecided, or characters lost under --strict; 2 usage; 3 input or output.
+1 undecided, binary, or losses under --strict; 2 usage; 3 input or output.
 )";
 
 } // namespace

@@ -1,48 +1,66 @@
 #include "input.h"
 
+#include <sys/stat.h>
+
 #include <array>
 #include <cerrno>
+#include <cstdio>
+#include <memory>
 
+#include "jkc.h"
 #include "report.h"
+#include "text_checks.h"
 
 namespace jkc::cli {
+namespace {
 
-Input::Input(const std::string &name) : name_(name), stream_(name == "-" ? stdin : std::fopen(name.c_str(), "rb")) {
-    if (!stream_) {
-        throw FileError(name_, errno);
-    }
-}
-
-void Input::make_rewindable() {
-    start_ = ftello(stream());
-    if (start_ < 0) {
-        stream_ = temporary_copy();
-        start_ = 0;
-        rewind();
-    }
-}
-
-void Input::rewind() {
-    if (fseeko(stream(), start_, SEEK_SET) != 0) {
-        throw FileError(name_, errno);
-    }
-}
-
-Input::Stream Input::temporary_copy() {
-    Stream copy(std::tmpfile());
-    if (!copy) {
-        throw FileError("temporary file", errno);
-    }
-    std::array<char, 65536> data{};
-    while (const size_t count = std::fread(data.data(), 1, data.size(), stream())) {
-        if (std::fwrite(data.data(), 1, count, copy.get()) != count) {
-            throw FileError("temporary file", errno);
+struct CloseUnlessStdin {
+    void operator()(FILE *stream) const {
+        if (stream != stdin) {
+            std::fclose(stream);
         }
     }
-    if (std::ferror(stream()) != 0) {
-        throw FileError(name_, errno);
+};
+
+void append_file(std::string &bytes, const std::string &name) {
+    const std::unique_ptr<FILE, CloseUnlessStdin> stream(name == "-" ? stdin : std::fopen(name.c_str(), "rb"));
+    if (!stream) {
+        throw FileError(name, errno);
     }
-    return copy;
+    struct stat file {};
+    if (fstat(fileno(stream.get()), &file) == 0 && S_ISREG(file.st_mode)) {
+        bytes.reserve(bytes.size() + static_cast<size_t>(file.st_size));
+    }
+    std::array<char, 65536> data{};
+    while (const size_t count = std::fread(data.data(), 1, data.size(), stream.get())) {
+        bytes.append(data.data(), count);
+    }
+    if (std::ferror(stream.get()) != 0) {
+        throw FileError(name, errno);
+    }
+}
+
+} // namespace
+
+Input::Input(const std::string &name) : name_(name), bytes_(kMark) {
+    append_file(bytes_, name);
+    marked_ = text().substr(0, kMark.size()) != kMark && is_surely_utf8(text());
+}
+
+std::string_view Input::text_behind_mark(int code_type) const {
+    switch (code_type) {
+    case JKC_TYPE_UTF16BE_BOM:
+    case JKC_TYPE_UTF16LE_BOM:
+        return text().substr(2);
+    case JKC_TYPE_UTF8_BOM:
+        return text().substr(kMark.size());
+    default:
+        return text();
+    }
+}
+
+int Input::judged(int code_type) const {
+    return marked_ && code_type == JKC_TYPE_UTF8_BOM ? static_cast<int>(JKC_TYPE_UTF8) : code_type;
 }
 
 } // namespace jkc::cli

@@ -1,42 +1,32 @@
 // A file to read.
 #pragma once
 
-#include <sys/types.h>
-
-#include <cstdio>
-#include <memory>
 #include <string>
+#include <string_view>
 
 namespace jkc::cli {
 
-struct CloseUnlessStdin {
-    void operator()(FILE *stream) const {
-        if (stream != stdin) {
-            std::fclose(stream);
-        }
-    }
-};
-
 class Input {
 public:
-    // Opens a file; "-" is standard input. Throws FileError.
+    // Reads a file; "-" is standard input. Throws FileError.
     explicit Input(const std::string &name);
 
     const std::string &name() const { return name_; }
-    FILE *stream() const { return stream_.get(); }
+    std::string_view text() const { return std::string_view(bytes_).substr(kMark.size()); }
+    // The text behind its byte-order mark, if it is in a code type that has one.
+    std::string_view text_behind_mark(int code_type) const;
 
-    // Makes rewind() possible also for a pipe, whose content it copies into a temporary file.
-    void make_rewindable();
-    // Goes back to where make_rewindable() was called.
-    void rewind();
+    // The text as the library shall see it: what is surely UTF-8 gets a byte-order mark, which leaves nothing to judge.
+    std::string_view for_library() const { return marked_ ? std::string_view(bytes_) : text(); }
+    // What the text is, when the library has judged it to be `code_type`.
+    int judged(int code_type) const;
 
 private:
-    using Stream = std::unique_ptr<FILE, CloseUnlessStdin>;
-    Stream temporary_copy();
+    static constexpr std::string_view kMark = "\xEF\xBB\xBF";
 
     std::string name_;
-    Stream stream_;
-    off_t start_ = 0;
+    std::string bytes_; // a mark and the text
+    bool marked_;       // the mark is meant
 };
 
 } // namespace jkc::cli

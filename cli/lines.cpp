@@ -4,10 +4,13 @@
 #include <cerrno>
 #include <cinttypes>
 #include <cstdio>
+#include <memory>
 
 #include "code_types.h"
+#include "input.h"
 #include "library.h"
 #include "output.h"
+#include "text_checks.h"
 
 namespace jkc::cli {
 namespace {
@@ -16,11 +19,10 @@ namespace {
 class HeldFile {
 public:
     // Throws FileError.
-    HeldFile(const std::string &name, int from, int to)
-        : slot_(jkc_io_open(name == "-" ? "/dev/stdin" : name.c_str(), 0, without_mark(from), to, 0, &judged_)) {
+    HeldFile(const Input &in, int from, int to) : slot_(open(in, without_mark(from), to, &judged_)) {
         // The slot is free again when opening failed, and its error number gone; but errno still is what it was.
         if (slot_ < 0 && slot_ != JKC_EOF) {
-            throw FileError(name, status_reason(static_cast<int32_t>(slot_), errno));
+            throw FileError(in.name(), status_reason(static_cast<int32_t>(slot_), errno));
         }
         line_.resize(slot_ < 0 ? 0 : static_cast<size_t>(jkc_io_get_size(slot_)));
     }
@@ -41,23 +43,23 @@ public:
     size_t size() const { return line_.size(); }
 
 private:
+    // The library takes the name of a file, not its text.
+    static int64_t open(const Input &in, int from, int to, uint64_t *judged) {
+        const std::unique_ptr<FILE, int (*)(FILE *)> copy(std::tmpfile(), std::fclose);
+        const std::string_view text = in.for_library();
+        if (!copy || std::fwrite(text.data(), 1, text.size(), copy.get()) != text.size() ||
+            std::fflush(copy.get()) != 0) {
+            throw FileError("temporary file", errno);
+        }
+        std::rewind(copy.get());
+        return jkc_io_open(("/dev/fd/" + std::to_string(fileno(copy.get()))).c_str(), 0, from, to, 0, judged);
+    }
+
     uint64_t judged_ = 0;
     int64_t slot_;
     std::string line_; // room for the whole text, so that no line comes in pieces
     uint64_t length_ = 0;
 };
-
-// ASCII text in any code type that is shown.
-std::string encode(const std::string &ascii, int code_type) {
-    if (code_type != JKC_TYPE_UTF16BE && code_type != JKC_TYPE_UTF16LE) {
-        return ascii;
-    }
-    std::string units;
-    for (const char c : ascii) {
-        units += code_type == JKC_TYPE_UTF16BE ? std::string{'\0', c} : std::string{c, '\0'};
-    }
-    return units;
-}
 
 // Numbers the lines and gathers them for the output.
 class Listing {
@@ -68,9 +70,9 @@ public:
         std::array<char, 48> numbers{};
         std::snprintf(numbers.data(), numbers.size(), "%6" PRIu64 " %6" PRId64 "  ", next_number(), characters);
         ++count_;
-        text_ += encode(numbers.data(), code_type_);
+        text_ += encode_ascii(numbers.data(), code_type_);
         text_ += line;
-        text_ += encode("\n", code_type_);
+        text_ += encode_ascii("\n", code_type_);
         constexpr size_t kEnough = 65536;
         if (text_.size() >= kEnough) {
             flush();
@@ -123,7 +125,12 @@ ExitCode lines(const Options &options) {
     const std::string &name = options.files.front();
     // Shown without a mark, which would stand behind the first number; and as ASCII, Shift_JIS is written.
     const int to = options.to == JKC_TYPE_ASCII ? static_cast<int>(JKC_TYPE_SJIS) : without_mark(options.to);
-    HeldFile file(name, options.from, to);
+    const Input in(name);
+    HeldFile file(in, options.from, to);
+    if (const auto binary_byte = find_binary_byte(in.text(), file.judged())) {
+        say(name, describe_binary(in.text(), *binary_byte));
+        return kUndecidedOrLost;
+    }
     if (is_undecided(file.judged())) {
         say(name, undecided_reason(file.judged(), options.from));
         return kUndecidedOrLost;

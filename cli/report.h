@@ -9,7 +9,7 @@ namespace jkc::cli {
 // A run over several files ends with the highest of their codes.
 enum ExitCode {
     kDone = 0,
-    kUndecidedOrLost = 1, // no single code type fits, or characters were lost under --strict
+    kUndecidedOrLost = 1, // no single code type fits, the file is no text, or there were losses under --strict
     kUsage = 2,
     kInputOutput = 3,
 };

@@ -196,6 +196,9 @@ TEST(CliConvert, ReportsLostCharacters) {
         "jkc: lossy: 2 characters without equivalent in SJIS: first U+2603 at byte 36, last U+2665 at byte 75\n";
     check(files, {{"jkc convert -t sjis lossy", 0, kSjis + "?" + kSjis + "?\n", report},
                   {"jkc convert -t sjis lossy -q --suppress", 0, kSjis + kSjis + "\n", ""},
+                  {"jkc convert -t sjis emoji --suppress", 0, kSjis + "abc",
+                   "jkc: emoji: 2 characters without equivalent in SJIS: first invalid bytes or a character beyond "
+                   "U+FFFF at byte 36, last invalid bytes or a character beyond U+FFFF at byte 39\n"},
                   {"jkc convert -t sjis lossy -o out --strict", 1, "", report},
                   {"jkc convert -t sjis lossy --in-place --strict -q", 1, "", report},
                   {"jkc convert -t sjis good lossy -o out --strict", 1, "", report},
@@ -206,6 +209,121 @@ TEST(CliConvert, ReportsLostCharacters) {
                    "U+FFFF at byte 36, last invalid bytes or a character beyond U+FFFF at byte 39\n"},
                   {"jkc convert -t utf8 legacy", 0, repeat(kUtf8 + "\n", 20) + "?",
                    "jkc: legacy: 1 character without equivalent in UTF8: 0x8540 at byte 500\n"}});
+}
+
+TEST(CliConvert, RewritesEachLineEndOnceWhereverItStands) {
+    const std::map<std::string, std::string> beginnings{
+        {"ascii", "a"}, {"utf8", kUtf8}, {"utf8bom", kMark + kUtf8}, {"sjis", kSjis}, {"euc", kEuc},
+        {"jis", kJis},  {"utf16le", ""}, {"utf16lebom", "\xFF\xFE"}};
+    const std::vector<std::pair<std::string, std::string>> conversions{
+        {"ascii", "ascii"},           {"utf8", "utf8"},         {"utf8bom", "utf8bom"}, {"utf8", "utf8bom"},
+        {"utf8bom", "utf8"},          {"sjis", "sjis"},         {"euc", "euc"},         {"jis", "jis"},
+        {"utf16lebom", "utf16lebom"}, {"utf16lebom", "utf16le"}};
+    for (const auto &[from, to] : conversions) {
+        // The library reads blocks of 8128 bytes, of which a mark may take some.
+        for (size_t cr = 8125; cr <= 8130; ++cr) {
+            const auto text = [&](const std::string &code, const std::string &line_end) {
+                const size_t unit = code.substr(0, 5) == "utf16" ? 2 : 1;
+                std::string bytes = beginnings.at(code);
+                const std::string spaces((cr - beginnings.at(from).size()) / unit, ' ');
+                for (const char c : spaces + line_end + line_end + "b" + line_end) {
+                    bytes += c;
+                    bytes.append(unit - 1, '\0');
+                }
+                return bytes;
+            };
+            check({{"text", text(from, "\r\n")}},
+                  {{"for end in lf cr crlf; do jkc convert -t " + to + " --eol $end text; done", 0,
+                    text(to, "\n") + text(to, "\r") + text(to, "\r\n"), ""}});
+        }
+    }
+    // A CR at the end waits for nothing more.
+    check({{"be", kUtf16be}, {"cr", "a\r\n\r"}},
+          {{"jkc convert -t utf16be-bom --eol crlf be", 0, kUtf16be + "\0\n"s, ""},
+           {"jkc convert -t utf8 --eol lf cr cr; jkc detect cr", 0, "a\n\na\n\ncr: ASCII, CR+CRLF\n", ""}});
+}
+
+TEST(Cli, TakesWellFormedUtf8ForUtf8) {
+    check({{"short", "文\n"},
+           {"emoji", "😅"},
+           {"surrogate", "\xED\xA0\x80\n"},
+           {"long", "\xF0\x82\x82\xAC\n"},
+           {"cut", "文\xE6\x96"},
+           {"two", "éééé\n"}},
+          {{"jkc detect short emoji; jkc convert -t utf8 short emoji; jkc convert -t sjis short; jkc lines short", 0,
+            "short: UTF8, LF\nemoji: UTF8, no line ends\n文\n😅\x95\xB6\n     1      1  文\n", ""},
+           {"jkc convert -t utf8bom -f utf8bom short; jkc convert -t utf8 -f sjis short", 0, kMark + "文\n文\n",
+            "jkc: short: read as UTF8, which its bytes show, not as SJIS\n"},
+           {"jkc detect surrogate long cut two", 1,
+            "surrogate: unknown\nlong: SJIS, LF\ncut: unknown\ntwo: undecided (EUC, UTF8)\n", ""}});
+}
+
+TEST(Cli, TakesControlBytesForASignOfBinaries) {
+    const Files files{{"nul", kSjis + "a\0b\n"s},
+                      {"mark", kMark + kUtf8 + "\x01\n"},
+                      {"jis", kJis + "\x7F\x1C\n"},
+                      {"tie", "abc\0def\n"s},
+                      {"middle", "plain\x1Atext, and more\n"},
+                      {"dos", kSjis + "\r\n\x1A\x1A"},
+                      {"unicode", kUtf16be + "\0\0\0\x01"s},
+                      {"text", kUtf8 + "\a\b\t\n\v\f\r\x0E\x0F\x1B[m\x1F"}};
+    const std::string told = "jkc: nul: binary: byte 00 at byte 25\njkc: mark: binary: byte 01 at byte 36\n"
+                             "jkc: jis: binary: byte 1C at byte 31\njkc: tie: binary: byte 00 at byte 3\n"
+                             "jkc: middle: binary: byte 1A at byte 5\n";
+    check(files,
+          {{"jkc detect nul mark jis tie middle", 1,
+            "nul: binary\nmark: binary\njis: binary\ntie: binary\nmiddle: binary\n", ""},
+           {"jkc convert -t utf8 --in-place -q nul mark jis tie middle", 1, "", told},
+           {"jkc convert -t utf8 nul mark jis tie middle -o out", 1, "", told},
+           {"jkc lines nul", 1, "", "jkc: nul: binary: byte 00 at byte 25\n"},
+           {"jkc detect dos unicode text", 0, "dos: SJIS, CRLF\nunicode: UTF16BE_BOM, CR\ntext: UTF8, LF+CR\n", ""}});
+}
+
+TEST(CliConvert, ReportsInvalidBytesThatTheLibraryPasses) {
+    const std::string utf16 = kUtf16le + "\x3D\xD8\x00\xDE\x3D\xD8\x00\x30\x00\xDE\x0A\x00"s;
+    std::string long_utf16 = "\xFF\xFE";
+    for (int i = 0; i < 100; ++i) {
+        long_utf16 += "\x53\x30\x8C\x30";
+    }
+    long_utf16 += utf16.substr(2);
+    check({{"jis", repeat(kJis + "\n", 20) + "\xE9z\xA0\x1B$B0!\xB0\xA1\x1B(B\n"},
+           {"shift", repeat(kJis + "\n", 20) + "\x1B(I1\n\x1B(B\x0E" + "1\x0F\n"},
+           {"sjis", repeat(kSjis, 20) + "\x80\xED\x40\xB1" + "a\x81\n"},
+           {"euc", repeat(kEuc, 100) + "\x81\x8E\xB1" + "a\x8E\xE0\n"},
+           {"utf8", repeat(kUtf8, 20) + "\x80\n\xE3\x81"},
+           {"utf16", long_utf16},
+           {"odd", long_utf16 + "\xFF"}},
+          {{"for to in jis utf8; do jkc convert -t $to jis; done >/dev/null", 0, "",
+            "jkc: jis: 4 invalid bytes kept: first at byte 620, last at byte 629\n"
+            "jkc: jis: 3 characters without equivalent in UTF8: first invalid bytes at byte 620, last 0xB0A1 at byte "
+            "628\n"},
+           {"for to in sjis utf8; do jkc convert -t $to shift; done >/dev/null", 0, "",
+            "jkc: shift: 1 character without equivalent in SJIS: invalid bytes at byte 624\n"
+            "jkc: shift: 2 characters without equivalent in UTF8: first invalid bytes at byte 624, last invalid bytes "
+            "at byte 629\n"},
+           {"jkc convert -t sjis sjis >/dev/null", 0, "",
+            "jkc: sjis: 2 invalid bytes kept: first at byte 480, last at byte 485\n"},
+           {"for to in euc utf8 jis; do jkc convert -t $to euc; done >/dev/null", 0, "",
+            "jkc: euc: 3 invalid bytes kept: first at byte 2400, last at byte 2405\n"
+            "jkc: euc: 2 characters without equivalent in UTF8: first invalid bytes at byte 2400, last 0x8EE0 at byte "
+            "2404\n"
+            "jkc: euc: 2 characters without equivalent in JIS(CP50221): first invalid bytes at byte 2400, last invalid "
+            "bytes at byte 2404\n"},
+           {"jkc convert -t utf8 utf8", 0, repeat(kUtf8, 20) + "\x80\n\xE3\x81",
+            "jkc: utf8: 3 invalid bytes kept: first at byte 720, last at byte 723\n"},
+           {"for to in utf16le utf16be utf8; do jkc convert -t $to utf16; done >/dev/null", 0, "",
+            "jkc: utf16: 2 invalid bytes kept: first at byte 410, last at byte 414\n"
+            "jkc: utf16: 2 characters without equivalent in UTF16BE: first invalid bytes at byte 410, last invalid "
+            "bytes at byte 414\n"
+            "jkc: utf16: 2 characters without equivalent in UTF8: first U+D83D at byte 410, last invalid bytes at byte "
+            "414\n"},
+           {"jkc convert -t utf16le odd >/dev/null", 0, "",
+            "jkc: odd: 3 invalid bytes kept: first at byte 410, last at byte 418\n"},
+           {"jkc convert -t sjis --strict jis -o out", 1, "",
+            "jkc: jis: 3 characters without equivalent in SJIS: first invalid bytes at byte 620, last 0xB0A1 at byte "
+            "628\n"},
+           {"jkc convert -t utf8 --in-place --strict --eol crlf -q utf8", 1, "",
+            "jkc: utf8: 3 invalid bytes kept: first at byte 720, last at byte 723\n"}});
 }
 
 TEST(CliConvert, KeepsTheRepertoireOfCp50221) {
