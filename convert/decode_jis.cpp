@@ -230,7 +230,7 @@ private:
     AsciiText<Bytes, kEsc, kSo, kSi> text_;
     bool suppress_;
     bool drops_lost_;
-    JisSet set_ = kAscii;
+    JisDesignation set_ = kAscii;
     bool shifted_out_ = false;
 };
 

@@ -14,7 +14,7 @@ struct EscapeSequence {
     uint8_t length;
 };
 
-constexpr EscapeSequence kEscapes[kJisSets] = {
+constexpr EscapeSequence kEscapes[kJisDesignations] = {
     {{kEsc, '(', 'B', 0}, 3},   {{kEsc, '(', 'I', 0}, 3},   {{kEsc, '(', 'J', 0}, 3},   {{kEsc, '$', '@', 0}, 3},
     {{kEsc, '$', 'B', 0}, 3},   {{0, 0, 0, 0}, 0},          {{kEsc, '$', '(', 'D'}, 4}, {{kEsc, '$', '(', 'O'}, 4},
     {{kEsc, '$', '(', 'Q'}, 4}, {{kEsc, '$', '(', 'P'}, 4},
@@ -85,7 +85,7 @@ public:
             return o;
         }
         set_ = set;
-        if (set < kJisSets) { // a number beyond the sets has no sequence
+        if (set < kJisDesignations) { // a number beyond the sets has no sequence
             memcpy(o, kEscapes[set].bytes, sizeof kEscapes[set].bytes);
             o += kEscapes[set].length;
         }

@@ -5,7 +5,7 @@
 
 #include "core/bytes.h"
 #include "core/internal.h"
-#include "tables/jis_sets.h"
+#include "tables/jis_designations.h"
 
 namespace jkc {
 
@@ -18,7 +18,7 @@ struct SeenEscape {
     };
     Kind kind;
     uint8_t length;
-    JisSet set; // that a reader decodes with: several sequences have the same
+    JisDesignation set; // that a reader decodes with: several sequences have the same
 };
 
 constexpr SeenEscape read_four_byte_escape(uint8_t final_byte) {
@@ -27,17 +27,17 @@ constexpr SeenEscape read_four_byte_escape(uint8_t final_byte) {
         return {SeenEscape::kKnown, 4, kJisX0212};
     case 'O':
     case 'Q':
-        return {SeenEscape::kKnown, 4, kJisX0213Plane1New};
+        return {SeenEscape::kKnown, 4, kJisX0213Plane1Of2004};
     case 'P':
         return {SeenEscape::kKnown, 4, kJisX0213Plane2};
     default:
-        return {SeenEscape::kUnknown, 3, kNoSet};
+        return {SeenEscape::kUnknown, 3, kNoDesignation};
     }
 }
 
 constexpr SeenEscape read_escape(const uint8_t *p, size_t left) {
     if (left < 3) {
-        return {SeenEscape::kCut, 0, kNoSet};
+        return {SeenEscape::kCut, 0, kNoDesignation};
     }
     if (p[1] == '(') {
         switch (p[2]) {
@@ -48,11 +48,11 @@ constexpr SeenEscape read_escape(const uint8_t *p, size_t left) {
         case 'J':
             return {SeenEscape::kKnown, 3, kAscii};
         default:
-            return {SeenEscape::kUnknown, 2, kNoSet};
+            return {SeenEscape::kUnknown, 2, kNoDesignation};
         }
     }
     if (p[1] != '$') {
-        return {SeenEscape::kUnknown, 1, kNoSet};
+        return {SeenEscape::kUnknown, 1, kNoDesignation};
     }
     switch (p[2]) {
     case '@':
@@ -60,16 +60,16 @@ constexpr SeenEscape read_escape(const uint8_t *p, size_t left) {
     case 'J':
         return {SeenEscape::kKnown, 3, kJisX0208};
     case '(':
-        return left < 4 ? SeenEscape{SeenEscape::kCut, 0, kNoSet} : read_four_byte_escape(p[3]);
+        return left < 4 ? SeenEscape{SeenEscape::kCut, 0, kNoDesignation} : read_four_byte_escape(p[3]);
     default:
-        return {SeenEscape::kUnknown, 2, kNoSet};
+        return {SeenEscape::kUnknown, 2, kNoDesignation};
     }
 }
 
 // A plane of JIS X 0213 that is designated stays selected in the context; what is designated without a plane is
 // decoded in it.
-inline void select_plane(JkcContext &ctx, JisSet set) {
-    if (set == kJisX0213Plane1New) {
+inline void select_plane(JkcContext &ctx, JisDesignation set) {
+    if (set == kJisX0213Plane1Of2004) {
         ctx.jis_src_table = _jis2unibe2022jp2004_table01;
         ctx.jis_src_offset = 0;
         ctx.jis_src_count = _jis2unibe2022jp2004_table01_size;

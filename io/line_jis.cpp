@@ -9,7 +9,7 @@ constexpr bool is_jis_byte(uint8_t b) { return b >= 0x21 && b <= 0x7E; }
 
 struct JisLineScanner : LineScanner {
     JkcContext &ctx;
-    uint32_t &set; // a JisSet
+    uint32_t &set; // a JisDesignation
     bool shifted_out = false;
 
     JisLineScanner(JkcContext &context, uint32_t &shift_state) : ctx(context), set(shift_state) {}
@@ -26,7 +26,7 @@ struct JisLineScanner : LineScanner {
             return is_katakana_code(*line.p) ? line.take(1) : Scan::kInvalid;
         case kJisX0208:
         case kJisX0212:
-        case kJisX0213Plane1New:
+        case kJisX0213Plane1Of2004:
         case kJisX0213Plane2:
             return two_byte(line);
         default:

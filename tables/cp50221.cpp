@@ -1,6 +1,6 @@
 /** ISO-2022-JP with the repertoire of Microsoft code page 50221. */
 #include "tables/export.h"
-#include "tables/jis_sets.h"
+#include "tables/jis_designations.h"
 #include "tables/microsoft_jis.h"
 #include "tables/table_builder.h"
 
@@ -29,29 +29,29 @@ constexpr auto make_encoding() {
 }
 constexpr auto kEncoding = make_encoding();
 
-constexpr JisSet set_of(uint32_t character) {
+constexpr JisDesignation set_of(uint32_t character) {
     constexpr uint32_t kFullWidthTilde = 0xFF5E;
     constexpr uint32_t kFullWidthBrokenBar = 0xFFE4;
     constexpr uint32_t kKanji663B = U'昻';
 
     // One byte, for which the converters do not look here.
     if (character == '~' || character == 0x7F || character == kYenSign) {
-        return JisSet::kOutsideJis;
+        return JisDesignation::kOutsideJis;
     }
     if (character < 0x7F) {
-        return JisSet::kAscii;
+        return JisDesignation::kAscii;
     }
     if (character >= kFirstKatakana && character < kFirstKatakana + kKatakanaCount) {
-        return JisSet::kKatakana;
+        return JisDesignation::kKatakana;
     }
     const uint32_t jis = kEncoding[character];
     if (jis == 0) {
-        return JisSet::kOutsideJis;
+        return JisDesignation::kOutsideJis;
     }
     // Rows 89 to 92 are no part of JIS X 0208 and go out behind the escape of JIS X 0212, as does the full-width tilde,
     // which JIS X 0212 has. Two characters of these rows are written as JIS X 0208 all the same.
     const bool is_nec_selected = jis >= 0x7921 && character != kFullWidthBrokenBar && character != kKanji663B;
-    return is_nec_selected || character == kFullWidthTilde ? JisSet::kJisX0212 : JisSet::kJisX0208;
+    return is_nec_selected || character == kFullWidthTilde ? JisDesignation::kJisX0212 : JisDesignation::kJisX0208;
 }
 
 constexpr auto make_sets() {

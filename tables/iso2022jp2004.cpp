@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "tables/export.h"
-#include "tables/jis_sets.h"
+#include "tables/jis_designations.h"
 #include "tables/microsoft_jis.h"
 #include "tables/table_builder.h"
 
@@ -28,11 +28,11 @@ struct Encoding {
     std::array<uint8_t, kSupplementaryLast - kSupplementaryFirst + 1> supplementary_sets{};
 
     constexpr Encoding() {
-        sets.fill(static_cast<uint8_t>(JisSet::kOutsideJis));
-        supplementary_sets.fill(static_cast<uint8_t>(JisSet::kOutsideJis));
+        sets.fill(static_cast<uint8_t>(JisDesignation::kOutsideJis));
+        supplementary_sets.fill(static_cast<uint8_t>(JisDesignation::kOutsideJis));
     }
 
-    constexpr void add(char32_t character, uint32_t code, JisSet set) {
+    constexpr void add(char32_t character, uint32_t code, JisDesignation set) {
         if (character >= kSupplementaryFirst) {
             supplementary_codes[character - kSupplementaryFirst] = static_cast<uint16_t>(code);
             supplementary_sets[character - kSupplementaryFirst] = static_cast<uint8_t>(set);
@@ -55,39 +55,40 @@ constexpr Tables make_tables() {
 
     for (uint32_t byte = 0; byte < 0x7F; byte++) {
         decoding.plane1[byte] = byte;
-        encoding.add(byte, byte, JisSet::kAscii);
+        encoding.add(byte, byte, JisDesignation::kAscii);
     }
-    encoding.add(0x7F, 0x7F, JisSet::kOutsideJis);
+    encoding.add(0x7F, 0x7F, JisDesignation::kOutsideJis);
     for (uint32_t i = 0; i < kKatakanaCount; i++) {
-        encoding.add(kFirstKatakana + i, 0x21 + i, JisSet::kKatakana);
+        encoding.add(kFirstKatakana + i, 0x21 + i, JisDesignation::kKatakana);
     }
 
     // A code that JIS X 0208 has means the same here as in the other JIS variant.
     for_each_microsoft_0208([&](uint32_t jis, char32_t character) {
         decoding.plane1[jis] = character;
-        encoding.add(character, jis, JisSet::kJisX0208);
+        encoding.add(character, jis, JisDesignation::kJisX0208);
     });
     for (const LookAlike &pair : kLookAlikes) {
-        encoding.add(pair.standard, pair.jis, JisSet::kJisX0208);
+        encoding.add(pair.standard, pair.jis, JisDesignation::kJisX0208);
     }
     // Plane 1 has ～, ∥ and － at codes of its own as well. These come last, and are the ones written.
     for_each_character(kJisX0213Plane1, [&](uint32_t jis, char32_t character) {
         decoding.plane1[jis] = character;
         const bool is_new = std::find(std::begin(kAddedIn2004), std::end(kAddedIn2004), jis) != std::end(kAddedIn2004);
-        encoding.add(character, jis, is_new ? JisSet::kJisX0213Plane1New : JisSet::kJisX0213Plane1);
+        encoding.add(character, jis,
+                     is_new ? JisDesignation::kJisX0213Plane1Of2004 : JisDesignation::kJisX0213Plane1Of2000);
     });
     for_each_character(kJisX0213Plane2, [&](uint32_t jis, char32_t character) {
         decoding.plane2[jis - kPlane2First] = character;
-        encoding.add(character, jis, JisSet::kJisX0213Plane2);
+        encoding.add(character, jis, JisDesignation::kJisX0213Plane2);
     });
 
     // JIS X 0213 has the em dash where JIS X 0208 has the horizontal bar, and the full-width not sign stands for its
     // own: both are written as characters of plane 1.
-    encoding.add(0x2014, 0x213D, JisSet::kJisX0213Plane1);
-    encoding.add(0xFFE2, 0x224C, JisSet::kJisX0213Plane1);
+    encoding.add(0x2014, 0x213D, JisDesignation::kJisX0213Plane1Of2000);
+    encoding.add(0xFFE2, 0x224C, JisDesignation::kJisX0213Plane1Of2000);
     // JIS X 0213 has no such characters; their full-width forms' codes are written as JIS X 0201 Roman.
-    encoding.add(kYenSign, 0x216F, JisSet::kRoman);
-    encoding.add(kOverline, 0x2131, JisSet::kRoman);
+    encoding.add(kYenSign, 0x216F, JisDesignation::kRoman);
+    encoding.add(kOverline, 0x2131, JisDesignation::kRoman);
     return tables;
 }
 constexpr Tables kTables = make_tables();

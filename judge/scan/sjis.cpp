@@ -35,7 +35,7 @@ size_t SjisScanner::take_escape(const uint8_t *p, size_t left, int64_t offset) {
     if (escape.kind != SeenEscape::kKnown) {
         return 1;
     }
-    if (escape.set == kJisX0213Plane1New || escape.set == kJisX0213Plane2) {
+    if (escape.set == kJisX0213Plane1Of2004 || escape.set == kJisX0213Plane2) {
         jis2004 = is_tolerable(found.errors, offset + escape.length);
     } else {
         jis_escape = true;
