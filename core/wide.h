@@ -22,22 +22,22 @@ inline Bytes16 load16(const uint8_t *p) {
     return bytes;
 }
 
-constexpr Bytes16 all16(uint8_t b) { return Bytes16{b, b, b, b, b, b, b, b, b, b, b, b, b, b, b, b}; }
+constexpr Bytes16 splat16(uint8_t b) { return Bytes16{b, b, b, b, b, b, b, b, b, b, b, b, b, b, b, b}; }
 
 // Each of the following returns all bits of the bytes for which it holds.
-inline Bytes16 equals(Bytes16 bytes, uint8_t b) { return reinterpret_cast<Bytes16>(bytes == all16(b)); }
-inline Bytes16 above(Bytes16 bytes, uint8_t b) { return reinterpret_cast<Bytes16>(bytes > all16(b)); }
+inline Bytes16 equals(Bytes16 bytes, uint8_t b) { return reinterpret_cast<Bytes16>(bytes == splat16(b)); }
+inline Bytes16 above(Bytes16 bytes, uint8_t b) { return reinterpret_cast<Bytes16>(bytes > splat16(b)); }
 inline Bytes16 between(Bytes16 bytes, uint8_t first, uint8_t last) {
-    return reinterpret_cast<Bytes16>(bytes - all16(first) <= all16(static_cast<uint8_t>(last - first)));
+    return reinterpret_cast<Bytes16>(bytes - splat16(first) <= splat16(static_cast<uint8_t>(last - first)));
 }
 // Where kMask has bits, they equal those of b.
 template <uint8_t kMask>
 inline Bytes16 equals_masked(Bytes16 bytes, uint8_t b) {
-    return equals(bytes & all16(kMask), b);
+    return equals(bytes & splat16(kMask), b);
 }
 
 // The top bit of each byte, that of the first one lowest.
-inline uint32_t mask_of(Bytes16 bytes) {
+inline uint32_t movemask(Bytes16 bytes) {
 #if defined(__SSE2__)
     return static_cast<uint32_t>(_mm_movemask_epi8(reinterpret_cast<__m128i>(bytes)));
 #else
@@ -50,13 +50,13 @@ inline uint32_t mask_of(Bytes16 bytes) {
 }
 
 // Whether any byte has its top bit.
-inline bool any(Bytes16 bytes) { return mask_of(bytes) != 0; }
+inline bool any(Bytes16 bytes) { return movemask(bytes) != 0; }
 
 // One bit for each of the sixteen bytes that is one of kStops, or that has a top bit in `hits`.
 template <uint8_t... kStops>
 inline uint32_t stop_mask([[maybe_unused]] Bytes16 bytes, Bytes16 hits) {
     ((hits |= equals(bytes, kStops)), ...);
-    return mask_of(hits);
+    return movemask(hits);
 }
 
 // The same for each byte that is 0x80 or more, or one of kStops.

@@ -29,17 +29,17 @@ inline void store8(uint8_t *o, Units8 units) {
     memcpy(o, &units, sizeof units);
 }
 
-constexpr Units8 all8(uint16_t unit) { return Units8{unit, unit, unit, unit, unit, unit, unit, unit}; }
+constexpr Units8 splat8(uint16_t unit) { return Units8{unit, unit, unit, unit, unit, unit, unit, unit}; }
 
 // Each of the following returns all bits of the units for which it holds.
-inline Units8 units_equal(Units8 units, uint16_t unit) { return reinterpret_cast<Units8>(units == all8(unit)); }
+inline Units8 units_equal(Units8 units, uint16_t unit) { return reinterpret_cast<Units8>(units == splat8(unit)); }
 inline Units8 units_between(Units8 units, uint16_t first, uint16_t last) {
-    return reinterpret_cast<Units8>(units - all8(first) <= all8(static_cast<uint16_t>(last - first)));
+    return reinterpret_cast<Units8>(units - splat8(first) <= splat8(static_cast<uint16_t>(last - first)));
 }
 // Where kMask has bits, they equal those of `unit`.
 template <uint16_t kMask>
 inline Units8 units_equal_masked(Units8 units, uint16_t unit) {
-    return units_equal(units & all8(kMask), unit);
+    return units_equal(units & splat8(kMask), unit);
 }
 
 inline bool any_unit(Units8 units) { return any(reinterpret_cast<Bytes16>(units)); }

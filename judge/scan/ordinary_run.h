@@ -19,7 +19,7 @@ struct OrdinaryRun {
 constexpr ptrdiff_t kStride = 2 * kWide;
 
 // The top bits of both halves of a stride.
-inline uint32_t mask_of(Bytes16 left, Bytes16 right) { return mask_of(left) | mask_of(right) << kWide; }
+inline uint32_t movemask(Bytes16 left, Bytes16 right) { return movemask(left) | movemask(right) << kWide; }
 
 // What is below the lowest bit of a mask that has any.
 constexpr uint32_t below_lowest(uint32_t mask) { return (mask & (0U - mask)) - 1; }
@@ -28,11 +28,11 @@ constexpr uint32_t below_lowest(uint32_t mask) { return (mask & (0U - mask)) - 1
 class Ordered {
 public:
     explicit Ordered(Bytes16 bytes) : shifted_(shifted(bytes)) {}
-    Bytes16 above(uint8_t b) const { return reinterpret_cast<Bytes16>(shifted_ > shifted(all16(b))); }
+    Bytes16 above(uint8_t b) const { return reinterpret_cast<Bytes16>(shifted_ > shifted(splat16(b))); }
 
 private:
     using Signed16 = int8_t __attribute__((vector_size(kWide)));
-    static Signed16 shifted(Bytes16 bytes) { return reinterpret_cast<Signed16>(bytes ^ all16(0x80)); }
+    static Signed16 shifted(Bytes16 bytes) { return reinterpret_cast<Signed16>(bytes ^ splat16(0x80)); }
     Signed16 shifted_;
 };
 

@@ -19,7 +19,7 @@ struct ToldInJis {
     static bool may_match(const uint8_t *p) { return any(match(p)); }
     static Bytes16 match(const uint8_t *p) {
         const Bytes16 first = load16(p);
-        return (first & all16(0x80)) | equals(first, 0) |
+        return (first & splat16(0x80)) | equals(first, 0) |
                (equals(first, kEsc) & equals(load16(p + 1), '$') & equals(load16(p + 2), '('));
     }
 };

@@ -20,7 +20,7 @@ struct OrdinarySjis {
     static Bytes16 katakana(Bytes16 first, Bytes16 /*second*/) { return between(first, 0xA1, 0xDF); }
     static Bytes16 code(Bytes16 first, Bytes16 second) {
         constexpr uint8_t kJoin = 0xA0; // makes one row of the leads 81 to 9F and E0 to FC
-        const Ordered rows(first ^ all16(kJoin));
+        const Ordered rows(first ^ splat16(kJoin));
         const Ordered trails(second);
         const Bytes16 begins_late = equals(first, 0x82) | equals(first, 0x88);
         const Bytes16 no_row = rows.above(0xE9 ^ kJoin) | equals_masked<0xFC>(first, 0x84);
@@ -71,8 +71,8 @@ inline OrdinaryRun ordinary_two_byte_run(const uint8_t *p, const uint8_t *end,
     while (end - p >= kStride) {
         const Bytes16 left = load16(p);
         const Bytes16 right = load16(p + kWide);
-        const uint32_t coded = mask_of(left, right);
-        const uint32_t singles = mask_of(Ordinary::single(left), Ordinary::single(right));
+        const uint32_t coded = movemask(left, right);
+        const uint32_t singles = movemask(Ordinary::single(left), Ordinary::single(right));
         if ((coded | singles) == 0) {
             katakana_runs.add(0, kStride);
             p += kStride;
@@ -82,10 +82,10 @@ inline OrdinaryRun ordinary_two_byte_run(const uint8_t *p, const uint8_t *end,
         const Bytes16 right_second = load16(p + 1 + kWide);
         const uint32_t leads = every_second(coded & ~singles);
         const uint32_t trails = leads << 1;
-        const uint32_t codes = mask_of(Ordinary::code(left, left_second), Ordinary::code(right, right_second));
-        const uint32_t kana = mask_of(Ordinary::kana(left), Ordinary::kana(right));
+        const uint32_t codes = movemask(Ordinary::code(left, left_second), Ordinary::code(right, right_second));
+        const uint32_t kana = movemask(Ordinary::kana(left), Ordinary::kana(right));
         const uint32_t katakana =
-            mask_of(Ordinary::katakana(left, left_second), Ordinary::katakana(right, right_second)) & ~trails;
+            movemask(Ordinary::katakana(left, left_second), Ordinary::katakana(right, right_second)) & ~trails;
         const uint32_t stops = ((leads & ~codes) | (singles & ~trails)) & ~katakana;
         const uint32_t two_byte = leads & codes;
         if (stops != 0) [[unlikely]] {

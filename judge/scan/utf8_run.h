@@ -37,18 +37,18 @@ inline OrdinaryRun ordinary_utf8_run(const uint8_t *p, const uint8_t *end) {
     while (end - p >= kStride) {
         const Bytes16 left = load16(p);
         const Bytes16 right = load16(p + kWide);
-        const uint32_t coded = mask_of(left, right);
+        const uint32_t coded = movemask(left, right);
         if (coded == 0) {
             p += kStride;
             continue;
         }
         const Bytes16 left_second = load16(p + 1);
         const Bytes16 right_second = load16(p + 1 + kWide);
-        const uint32_t leads = mask_of(OrdinaryUtf8::lead(left), OrdinaryUtf8::lead(right));
+        const uint32_t leads = movemask(OrdinaryUtf8::lead(left), OrdinaryUtf8::lead(right));
         const uint32_t trails = leads << 1 | leads << 2;
-        const uint32_t characters = mask_of(OrdinaryUtf8::character(left, left_second, load16(p + 2)),
-                                            OrdinaryUtf8::character(right, right_second, load16(p + 2 + kWide)));
-        const uint32_t kana = mask_of(OrdinaryUtf8::kana(left, left_second), OrdinaryUtf8::kana(right, right_second));
+        const uint32_t characters = movemask(OrdinaryUtf8::character(left, left_second, load16(p + 2)),
+                                             OrdinaryUtf8::character(right, right_second, load16(p + 2 + kWide)));
+        const uint32_t kana = movemask(OrdinaryUtf8::kana(left, left_second), OrdinaryUtf8::kana(right, right_second));
         const uint32_t stops = (leads & ~characters) | (coded & ~(leads | trails));
         if (stops != 0) [[unlikely]] {
             const uint32_t before = leads & below_lowest(stops);
