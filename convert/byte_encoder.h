@@ -29,7 +29,7 @@ public:
     static uint8_t *one_or_two(uint8_t *o, uint32_t code) {
         *o = static_cast<uint8_t>(code >> 8);
         o += code > 0xFF;
-        *o = static_cast<uint8_t>(code); // of one byte: over the first
+        *o = static_cast<uint8_t>(code); // a code of one byte overwrites the first
         return o + 1;
     }
     static uint8_t *finish(uint8_t *o) { return o; }

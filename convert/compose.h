@@ -5,7 +5,7 @@
 
 namespace jkc {
 
-// Whether the conversion composes at all: it was asked for, and the judgement saw something to compose.
+// Whether the conversion composes: the caller wants it, and the judgement saw something to compose.
 inline bool composes(const JkcContext &ctx) { return ctx.utfmac_to != 0 && ctx.utfmac_exists != 0; }
 
 // The composed character, or 0 when the pair does not compose. `bits` are the class bits of the base.
@@ -15,7 +15,7 @@ constexpr uint32_t compose(uint32_t base, uint16_t bits, uint32_t mark) {
         if ((bits & kTakesVoicedMark) == 0) {
             return 0;
         }
-        switch (base) { // where the voiced letter does not follow its base
+        switch (base) { // whose voiced form is not the next code point
         case 0x3046:
             return 0x3094;
         case 0x30A6:

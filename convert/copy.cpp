@@ -80,7 +80,7 @@ public:
 
     template <class Encoder>
     Flow step(BlockCursor &in, const Output & /*out*/, uint8_t *&o, Encoder &e) {
-        if (in.left() < 2) { // an odd last byte stays
+        if (in.left() < 2) { // a last odd byte stays
             *o++ = *in.p++;
             return Flow::kNext;
         }

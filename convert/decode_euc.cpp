@@ -1,4 +1,4 @@
-// Reads EUC-JP in the flavour whose tables the context has selected.
+// The decoder of EUC-JP, in the variant whose tables the context has selected.
 #include <type_traits>
 
 #include "convert/legacy_decoder.h"
@@ -7,7 +7,7 @@ namespace jkc {
 
 namespace {
 
-constexpr int64_t kThreeByteUnmappable = 0x8F0000; // what the record adds to the last two bytes of a three-byte code
+constexpr int64_t kThreeByteUnmappable = 0x8F0000; // SS3: the record gets a three-byte code whole
 
 constexpr size_t length_at(uint8_t b) { return b == kSs3 ? 3 : b == kSs2 || b >= 0xA1 ? 2 : 1; }
 
@@ -36,7 +36,7 @@ public:
             o = write_character(ctx_, o, e, c, {code, kThreeByteUnmappable | code, p}, suppress_);
             p += 3;
         } else {
-            o = e.ascii(o, b); // 80 to A0 stay as they are; in UTF-8 too, which has no place for them
+            o = e.ascii(o, b); // C1 bytes stay as they are, also in UTF-8, which is ill-formed then
             ++p;
         }
         return true;
@@ -47,9 +47,9 @@ public:
     }
 
 private:
-    // Takes the two-byte character at p, and those behind it.
+    // Takes the two-byte character at p and those behind it.
     void take_two_byte_run(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
-        Encoder local = e; // which no store into the output can touch
+        Encoder local = e; // a copy that no store into the output can alias
         for (;; --steps) {
             o = two_byte(p, o, local);
             p += 2;
@@ -62,7 +62,7 @@ private:
 
     uint8_t *two_byte(const uint8_t *p, uint8_t *o, Encoder &e) {
         if constexpr (std::is_same_v<Encoder, JisEncoder>) {
-            if (p[0] == kSs2) { // both sides have the byte: no table, whatever it is
+            if (p[0] == kSs2) { // JIS has the same byte: it is not looked up
                 return e.katakana(o, p[1]);
             }
         }

@@ -1,4 +1,4 @@
-// Reads ISO-2022-JP.
+// The decoder of ISO-2022-JP.
 #include <type_traits>
 
 #include "convert/ascii_text.h"
@@ -25,7 +25,7 @@ public:
         count_ = ctx.jis_src_count;
     }
 
-    // Codes outside the table are unmapped.
+    // 0 for a code without a character.
     uint32_t look_up(uint32_t code) const {
         const uint64_t index = code - offset_;
         if (index >= count_) {
@@ -43,8 +43,8 @@ private:
 
 // --- JIS to JIS. ---
 
-// The target tables of JIS X 0213:2004 are asked a second time, in the table of the supplementary characters under the
-// same number: characters that plane 1 lacks have always come out so.
+// With the target tables of JIS X 0213:2004, a character that plane 1 lacks is looked up in the table of the supplementary
+// characters under the same number. Existing output relies on it.
 uint8_t *put_from_supplementary_table(const JkcContext &ctx, uint8_t *o, JisEncoder &e, uint32_t c) {
     if (ctx.jis_dst_table != _unibe2jis2022jp2004_table || c >= ctx.jis_dst_srg_count || e.entry(c) != 0 ||
         ctx.jis_dst_srg_table[c] == 0 || !(c < ctx.jis_dst_bits_count)) {
@@ -55,14 +55,14 @@ uint8_t *put_from_supplementary_table(const JkcContext &ctx, uint8_t *o, JisEnco
 
 uint8_t *write_jis_to_jis(JkcContext &ctx, uint8_t *o, JisEncoder &e, uint32_t c, const SourceCode &code,
                           bool suppress) {
-    if (c > 0xFFFF) { // beyond the BMP: looked up by the source code; `suppress` does not apply
+    if (c > 0xFFFF) { // looked up as if the source code were the character; `suppress` does not apply
         return write_in_jisx0208(ctx, o, e, code.index, code.index, code.p);
     }
     if (c == 0) {
         c = code.index != kQuestionMark ? replacement_for(ctx, code) : kQuestionMark;
     }
     if (c == kQuestionMark) {
-        o = e.enter(o, kJisX0208); // also when nothing follows
+        o = e.enter(o, kJisX0208); // also when `suppress` then writes nothing
         return suppress ? o : e.replacement(o);
     }
     if (uint8_t *written = e.put(o, c)) {
@@ -139,7 +139,7 @@ public:
     }
 
 private:
-    // The Unicode targets leave an unmapped code out only when the option holds exactly 1.
+    // A Unicode target leaves out a code without a character only when the option is exactly 1.
     static bool drops_lost(const JkcContext &ctx) {
         return Encoder::kIsUnicode ? ctx.suppress == 1 : ctx.suppress != 0;
     }
@@ -171,14 +171,13 @@ private:
 
     static uint8_t *katakana(uint8_t *o, Encoder &e, uint8_t b) {
         if constexpr (Encoder::kIsUnicode) {
-            return e.put(o, 0xFF00U | (b + 0x40U));
+            return e.put(o, half_width_katakana(b));
         } else {
             return e.katakana(o, b | 0x80);
         }
     }
 
-    // Between SO and SI only EUC and Shift_JIS get katakana; the other targets get the letters that the bytes are in
-    // ASCII, as they always did.
+    // Between SO and SI only EUC and Shift_JIS get katakana. The other targets get the bytes as ASCII letters.
     static uint8_t *shifted_out_katakana(uint8_t *o, Encoder &e, uint8_t b) {
         if constexpr (Encoder::kIsUnicode) {
             return e.put(o, b);
@@ -190,7 +189,7 @@ private:
         }
     }
 
-    // A byte that is no character. It is never recorded.
+    // An ill-formed byte is never recorded.
     uint8_t *ill_formed(uint8_t *o, Encoder &e) {
         if (suppress_) {
             return o;
@@ -198,7 +197,7 @@ private:
         return e.ascii(o, '?');
     }
 
-    // --- Escape sequences. Those that are not known are copied raw, whatever the target. ---
+    // --- Escape sequences. Unknown ones are copied as they stand, whatever the target. ---
 
     void copy(BlockCursor &in, uint8_t *&o, size_t length) {
         memcpy(o, in.p, length);
@@ -209,12 +208,12 @@ private:
     Flow escape(BlockCursor &in, uint8_t *&o) {
         const SeenEscape seen = read_escape(in.p, in.left());
         switch (seen.kind) {
-        case SeenEscape::kCut: // by the end of the input
+        case SeenEscape::kTruncated:
             copy(in, o, in.left());
             return end(JKC_SUCCESS);
         case SeenEscape::kUnknown:
             copy(in, o, seen.length);
-            // JIS output ends at an escape that is none.
+            // A conversion from JIS to JIS ends at an ESC that begins no sequence.
             return kIsJis<Encoder> && seen.length == 1 ? end(JKC_SUCCESS) : Flow::kNext;
         default:
             set_ = seen.set;

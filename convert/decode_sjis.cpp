@@ -1,4 +1,4 @@
-// Reads Shift_JIS.
+// The decoder of Shift_JIS.
 #include "convert/legacy_decoder.h"
 
 namespace jkc {
@@ -38,7 +38,7 @@ private:
         if constexpr (Encoder::kIsUnicode) {
             uint32_t c = table_[*p];
             if (c == 0) [[unlikely]] {
-                c = replacement_for(ctx_, {*p, *p, p}); // written also under `suppress`
+                c = replacement_for(ctx_, {*p, *p, p}); // `suppress` does not apply
             }
             return e.put(o, c);
         } else {

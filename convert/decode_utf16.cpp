@@ -1,4 +1,4 @@
-// Reads UTF-16 in either byte order.
+// The decoder of UTF-16 in either byte order.
 #include "convert/ascii_text.h"
 #include "convert/compose.h"
 #include "convert/legacy_decoder.h"
@@ -9,9 +9,9 @@ namespace jkc {
 
 namespace {
 
-// --- What each target does with a character, 7-bit or not; null when it lacks it. ---
+// --- How each target encodes a character, ASCII included; null when it is unmappable. ---
 
-// Where the overline and the yen sign stand in JIS X 0201, and what these bytes are in ASCII.
+// The overline and the yen sign become the ASCII bytes that stand in their places in JIS X 0201.
 uint8_t *write(uint8_t *o, SjisEncoder &e, uint32_t c) {
     return c == kOverline ? e.ascii(o, '~') : c == kYenSign ? e.ascii(o, '\\') : e.put_mixed(o, c);
 }
@@ -19,8 +19,8 @@ uint8_t *write(uint8_t *o, encoders::euc &e, uint32_t c) {
     return c == kOverline ? e.ascii(o, '~') : e.put_mixed(o, c);
 }
 uint8_t *write(uint8_t *o, JisEncoder &e, uint32_t c) {
-    if (c >= 0xFF61 && c <= 0xFF9F) {
-        return e.katakana(o, static_cast<uint8_t>(c - 0xFF40));
+    if (is_half_width_katakana(c)) {
+        return e.katakana(o, sjis_katakana_byte(c));
     }
     return c == kOverline ? e.ascii(o, '~') : c == kYenSign ? e.ascii(o, '\\') : e.put_mixed(o, c);
 }
@@ -45,7 +45,7 @@ public:
 
     bool fast(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
         if (steps < 2) {
-            return false; // CR LF are two units
+            return false; // CR LF takes two
         }
         if (take_mixed(p, o, e, steps)) {
             return true;
@@ -93,17 +93,17 @@ public:
     }
 
 private:
-    // UTF-16 output copies surrogates unit by unit.
+    // Within UTF-16 surrogates are copied one by one.
     static bool needs_a_partner(uint32_t unit) { return !kIsUtf16<Encoder> && is_high_surrogate(unit); }
 
-    // Takes units eight at a time, as long as each is a character by itself and some of them are not 7-bit. Returns
-    // whether there were any.
+    // Takes code units eight at a time, as long as each is a character and some are not ASCII. Returns whether it took
+    // any.
     bool take_mixed(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
         if (composes_) {
             return false;
         }
         const size_t before = steps;
-        Encoder local = e; // which no store into the output can touch
+        Encoder local = e; // a copy that no store into the output can alias
         while (steps > kUnits) {
             const Units8 units = load8<Order>(p);
             const bool plain = !kIsUtf16<Encoder> && !any_unit(~units_between(units, 0, 0x7F));
@@ -144,7 +144,7 @@ private:
         return unmappable(o, e, c, p);
     }
 
-    // A character that the target lacks.
+    // A character that is unmappable in the target.
     uint8_t *unmappable(uint8_t *o, Encoder &e, uint32_t c, const uint8_t *p) {
         if constexpr (std::is_same_v<Encoder, JisEncoder>) {
             return suppress_ ? o : write_in_jisx0208(ctx_, o, e, c, c, p);
@@ -157,11 +157,14 @@ private:
     Flow surrogate(BlockCursor &in, uint32_t high, bool has_next, uint32_t next, uint8_t *&o, Encoder &e) {
         const bool pair = has_next && is_low_surrogate(next);
         if constexpr (std::is_same_v<Encoder, JisEncoder>) {
-            const bool written = pair && plane2(combine_surrogates(high, next), o, e);
-            if (!written && !suppress_) {
-                o = write_in_jisx0208(ctx_, o, e, 0, 0, in.p); // the partner follows as a character of its own
+            uint8_t *written = pair ? e.put_supplementary(o, combine_surrogates(high, next)) : nullptr;
+            in.p += written != nullptr ? 4 : 2;
+            if (written != nullptr) {
+                o = written;
+            } else if (!suppress_) {
+                // The low surrogate follows as a character of its own.
+                o = write_in_jisx0208(ctx_, o, e, 0, 0, in.p - 2);
             }
-            in.p += written ? 4 : 2;
             return Flow::kNext;
         } else if constexpr (Encoder::kIsUnicode) {
             if (!has_next) {
@@ -171,20 +174,11 @@ private:
             in.p += pair ? 4 : 2;
             return Flow::kNext;
         } else {
-            // No table has surrogates: one substitute, recorded with the high one, stands for the pair.
+            // One replacement for the pair, recorded with the high surrogate.
             o = character(o, e, high, in.p);
             in.p += pair ? 4 : 2;
             return has_next ? Flow::kNext : end(JKC_EUEXPEOD);
         }
-    }
-
-    bool plane2(uint32_t c, uint8_t *&o, JisEncoder &e) const {
-        const uint32_t index = c - 0x20000;
-        if (c < 0x20000 || c > 0x2FFFF || index >= ctx_.jis_dst_srg_count || ctx_.jis_dst_srg_table[index] == 0) {
-            return false;
-        }
-        o = e.put_code(o, ctx_.jis_dst_srg_table[index], ctx_.jis_dst_srg_bits[index]);
-        return true;
     }
 
     JkcContext &ctx_;

@@ -1,4 +1,4 @@
-// Reads UTF-8.
+// The decoder of UTF-8.
 #include "convert/ascii_text.h"
 #include "convert/compose.h"
 #include "convert/encoders.h"
@@ -10,16 +10,13 @@ namespace {
 
 using EucOfOneTable = EucEncoder<Cascade::kNone>;
 
-// --- What each target does with a decoded character; null when it lacks it. ---
-
-constexpr bool is_half_width_katakana(uint32_t c) { return c >= 0xFF61 && c <= 0xFF9F; }
-constexpr uint8_t katakana_byte(uint32_t c) { return static_cast<uint8_t>(c - 0xFEC0); }
+// --- How each target encodes a character that is not ASCII; null when it is unmappable. ---
 
 template <class Encoder>
 uint8_t *put(uint8_t *o, Encoder &e, uint32_t c) {
     return e.put(o, c);
 }
-// In JIS a one-byte code is 7-bit text. A code of a character that has no set of its own goes to JIS X 0208.
+// In JIS a one-byte code is an ASCII byte, and a character without a designation of its own goes to JIS X 0208.
 uint8_t *put(uint8_t *o, JisEncoder &e, uint32_t c) {
     const uint32_t code = e.entry(c);
     if (code < 0x100) [[unlikely]] {
@@ -29,12 +26,11 @@ uint8_t *put(uint8_t *o, JisEncoder &e, uint32_t c) {
     bool found = true;
     return written != nullptr ? written : e.put_in_jisx0208(o, c, found);
 }
-// Half-width katakana need no table. The overline has no code in the tables, but its place in JIS X 0201 is that of
-// the tilde.
+// Half-width katakana need no table. The overline becomes the tilde, which stands in its place in JIS X 0201.
 template <class Encoder>
 uint8_t *write_table(uint8_t *o, Encoder &e, uint32_t c) {
     if (is_half_width_katakana(c)) {
-        return e.katakana(o, katakana_byte(c));
+        return e.katakana(o, sjis_katakana_byte(c));
     }
     return c == kOverline ? e.ascii(o, '~') : put(o, e, c);
 }
@@ -48,7 +44,7 @@ uint8_t *write(uint8_t *o, Utf16Encoder<Order> &e, uint32_t c) {
 }
 uint8_t *write(uint8_t *o, Utf8Encoder &e, uint32_t c) { return e.put(o, c); }
 
-// --- Four-byte sequences. Shift_JIS and EUC do not know them: to them they are invalid bytes. ---
+// --- Four-byte sequences. On the way to Shift_JIS and EUC they count as ill-formed. ---
 
 template <class Encoder>
 constexpr bool kTakesFourBytes = true;
@@ -57,25 +53,13 @@ constexpr bool kTakesFourBytes<SjisEncoder> = false;
 template <>
 constexpr bool kTakesFourBytes<EucOfOneTable> = false;
 
-template <class Order>
-uint8_t *write_supplementary(const JkcContext & /*ctx*/, uint8_t *o, Utf16Encoder<Order> &e, uint32_t c) {
-    return e.put_supplementary(o, c);
-}
-uint8_t *write_supplementary(const JkcContext &ctx, uint8_t *o, JisEncoder &e, uint32_t c) {
-    const uint32_t index = c - 0x20000; // wraps below plane 2
-    if (c > 0x2FFFF || index >= ctx.jis_dst_srg_count || ctx.jis_dst_srg_table[index] == 0) {
-        return nullptr;
-    }
-    return e.put_code(o, ctx.jis_dst_srg_table[index], ctx.jis_dst_srg_bits[index]);
-}
-
-// --- Substitutes. ---
+// --- Replacements. ---
 
 template <class Encoder>
 uint8_t *replacement(uint8_t *o, Encoder &e) {
     return e.replacement(o);
 }
-// UTF-8 output gets the two bytes of UTF-16, NUL and '?': readers of old output know a lost character by the NUL.
+// Within UTF-8 the replacement is NUL and '?'. Programs that read such output know a loss by the NUL.
 uint8_t *replacement(uint8_t *o, Utf8Encoder &e) { return e.ascii(e.ascii(o, 0), '?'); }
 
 template <class Encoder>
@@ -135,23 +119,23 @@ public:
 
     bool resting() const { return ill_formed_ == 0; }
 
-    // The writer wants no more: as if the input were cut off here. The final status is the last write's.
+    // The writer wants no more: the input counts as truncated here. The status is that of the last write.
     int32_t stopped(const BlockCursor &in, uint8_t *&o, Encoder &e) {
         truncated(in, o, e);
         return JKC_SUCCESS;
     }
 
 private:
-    // Of the four bytes at a character's begin.
+    // Of four bytes from the start of a character on.
     static bool is_three_byte(uint32_t bytes) { return (bytes & 0xC0C0F0) == 0x8080E0; }
     static uint32_t three_byte_code_point(uint32_t bytes) {
         return (bytes & 0x0F) << 12 | (bytes >> 2 & 0xFC0) | (bytes >> 16 & 0x3F);
     }
 
-    // Takes the three-byte character at p, and those behind it. Returns whether there was any that stands alone.
+    // Takes the three-byte character at p and those behind it that do not compose. Returns whether it took any.
     bool take_three_byte_run(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
         const uint8_t *const begin = p;
-        Encoder local = e; // which no store into the output can touch
+        Encoder local = e; // a copy that no store into the output can alias
         for (uint32_t bytes = get_four_bytes(p); is_three_byte(bytes); bytes = get_four_bytes(p)) {
             const uint32_t c = three_byte_code_point(bytes);
             if (composes_ && (class_of(c) & kKanaBase) != 0) {
@@ -168,13 +152,13 @@ private:
         return p != begin;
     }
 
-    // What length_at() says of bytes that are no character.
+    // What length_at() returns for an ill-formed sequence.
     static constexpr size_t kIllFormed = 0;
     static constexpr size_t kTruncated = 99;
     static constexpr int64_t kIllFormedPerReplacement = 3;
 
-    // Length of the character at p. Within the last three bytes of the input a sequence that does not fit together
-    // ends the conversion; before them, its first byte is invalid.
+    // Length of the character at p. An ill-formed sequence within the last three bytes of the input ends the conversion;
+    // before them its first byte is ill-formed.
     static size_t length_at(const uint8_t *p, size_t left) {
         if (is_plain(p[0])) {
             return 1;
@@ -200,7 +184,7 @@ private:
         return broken;
     }
 
-    // Converts the character at p, together with the mark behind it where the two compose.
+    // Converts the character at p, together with the combining mark behind it where the two compose.
     void take(const uint8_t *&p, size_t left, size_t length, uint8_t *&o, Encoder &e) {
         if (length == 1) {
             size_t one = 1;
@@ -225,7 +209,7 @@ private:
         }
     }
 
-    // A base composes with a mark of its own length only.
+    // A base composes with a combining mark of its own length only.
     uint32_t composed_with(uint32_t base, const uint8_t *mark, size_t length) const {
         if (length == 2) {
             const bool two_bytes = (mark[0] & 0xE0) == 0xC0 && is_trail(mark[1]);
@@ -237,10 +221,10 @@ private:
 
     uint16_t class_of(uint32_t c) const { return c < ctx_.uni_def_count ? ctx_.uni_def_table[c] : uint16_t{0}; }
 
-    // A character as it stands in the input, `length` bytes at p.
+    // The character of `length` bytes at p.
     uint8_t *character(uint8_t *o, Encoder &e, uint32_t c, const uint8_t *p, size_t length) {
         if constexpr (std::is_same_v<Encoder, Utf8Encoder>) {
-            return e.raw(o, p, length); // overlong forms and surrogates included
+            return e.raw(o, p, length); // also an overlong form or a surrogate
         } else {
             return composed_character(o, e, c, p);
         }
@@ -258,14 +242,14 @@ private:
             return e.raw(o, p, 4);
         } else {
             const uint32_t c = utf8_code_point(p[0], p[1], p[2], p[3]);
-            if (uint8_t *written = write_supplementary(ctx_, o, e, c)) {
+            if (uint8_t *written = e.put_supplementary(o, c)) {
                 return written;
             }
             return write_replacement(o, e, position_of(ctx_, p), c);
         }
     }
 
-    // A character that the target lacks. A substitute of the table's own is neither recorded nor suppressed.
+    // For an unmappable character or ill-formed bytes. A replacement that the table has is neither recorded nor suppressed.
     [[gnu::noinline]] uint8_t *write_replacement(uint8_t *o, Encoder &e, int64_t position, int64_t code) {
         if constexpr (!Encoder::kIsUnicode) {
             if (e.table_replacement() != 0) {
@@ -276,9 +260,8 @@ private:
         return suppress_ ? o : replacement(o, e);
     }
 
-    // Writes the pending run of invalid bytes: one substitute for each started group of three, nothing under
-    // `suppress`. Output is handed over in between, and once more before the character behind the run. Returns the
-    // writer's answer.
+    // Replaces the pending ill-formed bytes: one replacement for every three, nothing under `suppress`. Output may be
+    // handed over behind each. Returns the writer's answer.
     int32_t write_ill_formed(const Output &out, uint8_t *&o, Encoder &e) {
         while (ill_formed_ > 0 && !suppress_) {
             o = write_replacement(o, e, ill_formed_at_, kIllFormedBytes);
@@ -297,7 +280,7 @@ private:
         return 0;
     }
 
-    // The end in place of a sequence that is cut off: one substitute, unless they are suppressed.
+    // Ends the conversion at a truncated sequence: one replacement, unless under `suppress`.
     Flow truncated(const BlockCursor &in, uint8_t *&o, Encoder &e) {
         if (!suppress_) {
             o = write_replacement(o, e, ill_formed_ > 0 ? ill_formed_at_ : position_of(ctx_, in.p), kIllFormedBytes);
@@ -309,8 +292,8 @@ private:
     AsciiText<Bytes> text_;
     bool composes_;
     bool suppress_;
-    int64_t ill_formed_ = 0;    // invalid bytes in a row that are not written yet
-    int64_t ill_formed_at_ = 0; // position of the first of them
+    int64_t ill_formed_ = 0;    // ill-formed bytes in a row, not replaced yet
+    int64_t ill_formed_at_ = 0; // offset of the first of them
 };
 
 // From UTF-8 no other variant of EUC-JP is tried.

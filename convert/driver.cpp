@@ -1,4 +1,4 @@
-// From a caller's request to one converter.
+// The entry points of the conversion: judges the source, selects the tables and runs one converter.
 #include <cerrno>
 
 #include "convert/compose.h"
@@ -15,7 +15,7 @@ int32_t compose_within(JkcContext *ctx, int32_t dst_type) {
 }
 
 int32_t convert_judged(JkcContext *ctx, int32_t src_type, int32_t dst_type) {
-    // ASCII is Shift_JIS on either side.
+    // ASCII counts as Shift_JIS on either side.
     if (src_type == JKC_TYPE_ASCII) {
         src_type = JKC_TYPE_SJIS;
     }
@@ -58,7 +58,7 @@ int32_t _jkc_convert(JkcContext *ctx, int32_t src_type, int32_t dst_type, bool s
     if (ctx->observer != nullptr && ctx->observer(judged, ctx->user_data) != 0) {
         return judged;
     }
-    // A failure, no code type or several of them: nothing that could be converted from.
+    // A failure, or no single code type to convert from.
     if (judged < 0 || jkc::is_set(judged)) {
         return judged;
     }

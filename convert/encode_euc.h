@@ -1,4 +1,4 @@
-// Writes EUC-JP in the flavour whose table the context has selected.
+// The encoder of EUC-JP, in the variant whose table the context has selected.
 #pragma once
 
 #include <initializer_list>
@@ -8,10 +8,10 @@
 
 namespace jkc {
 
-// What happens to a character that the generic table lacks.
+// What happens to a character that is unmappable in the generic table.
 enum class Cascade : bool {
     kNone,     // nothing
-    kVariants, // the flavours are tried, and the first that has it stays selected in the context
+    kVariants, // the variants are tried; the first that has it stays selected in the context
 };
 
 template <Cascade kCascade>
@@ -30,7 +30,7 @@ public:
         return o + 2;
     }
 
-    // Writes a BMP character; null, with nothing written, when there is no code for it.
+    // Writes a BMP character; null, with nothing written, when it is unmappable.
     uint8_t *put(uint8_t *o, uint32_t c) {
         uint32_t code = look_up(c);
         if (code == 0) [[unlikely]] {
@@ -44,7 +44,7 @@ public:
         return write(o, code);
     }
 
-    // As put(), for text in which 7-bit characters, which need no table, and others alternate.
+    // As put(), for text in which ASCII, which needs no table, and other characters alternate.
     uint8_t *put_mixed(uint8_t *o, uint32_t c) {
         const uint32_t found = look_up(c);
         const uint32_t code = select(c < 0x80, c, found);
@@ -54,8 +54,7 @@ public:
         return one_or_two(o, code);
     }
 
-    // What the table has in the slot of U+0000: a substitute of its own, or 0. (The tables of the flavours, which could
-    // be asked for theirs, have none.)
+    // The replacement that the table has in the entry of U+0000, or 0.
     uint32_t table_replacement() const { return look_up(0); }
     uint8_t *put_table_replacement(uint8_t *o) { return write(o, look_up(0)); }
 
@@ -85,8 +84,8 @@ private:
         return o + 2;
     }
 
-    // Characters that the generic table lacks are looked for in the flavours, in this order. The first that has one
-    // stays selected, so that a text is written in one flavour from then on.
+    // In this order. The first that has the character stays selected, so that a text is written in one variant from then
+    // on.
     [[gnu::cold]] uint32_t try_variants(uint32_t c) {
         if (table_ != _unibe2euccommon_table) {
             return 0;

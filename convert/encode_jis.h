@@ -1,4 +1,4 @@
-// Writes ISO-2022-JP.
+// The encoder of ISO-2022-JP.
 #pragma once
 
 #include <cstring>
@@ -20,7 +20,7 @@ constexpr EscapeSequence kEscapes[kJisDesignations] = {
     {{kEsc, '$', '(', 'Q'}, 4}, {{kEsc, '$', '(', 'P'}, 4},
 };
 
-// What stands for a character that JIS lacks: the full-width question mark of JIS X 0208.
+// The replacement: the full-width question mark of JIS X 0208.
 constexpr uint32_t kJisQuestionMark = 0x2129;
 
 class JisEncoder {
@@ -31,7 +31,7 @@ public:
     static constexpr bool kIsUnicode = false;
 
     explicit JisEncoder(JkcContext *ctx)
-        : table_(ctx->jis_dst_table), bits_(ctx->jis_dst_bits), count_(ctx->jis_dst_count),
+        : ctx_(ctx), table_(ctx->jis_dst_table), bits_(ctx->jis_dst_bits), count_(ctx->jis_dst_count),
           designated_(ctx->jis_dst_count < ctx->jis_dst_bits_count ? ctx->jis_dst_count : ctx->jis_dst_bits_count) {}
 
     uint8_t *ascii(uint8_t *o, uint8_t b) {
@@ -39,11 +39,11 @@ public:
         *o = b;
         return o + 1;
     }
-    uint8_t *ascii_wide(uint8_t *o, Bytes16 text) { // after a plain byte: the set is ASCII
+    uint8_t *ascii_wide(uint8_t *o, Bytes16 text) { // behind an ASCII byte, which has designated ASCII
         memcpy(o, &text, kWide);
         return o + kWide;
     }
-    // A line end that is dropped goes back to ASCII all the same.
+    // Designates ASCII also for a line end that is dropped.
     uint8_t *line_end(uint8_t *o, LineEnd end) {
         o = enter(o, kAscii);
         memcpy(o, end.bytes, sizeof end.bytes);
@@ -56,15 +56,24 @@ public:
         return o + 1;
     }
 
-    // Writes a BMP character in its own set, as two bytes whatever the code; null, with nothing written, when it has
-    // no code or no set of its own.
+    // Writes a BMP character in its own designation, as two bytes whatever the code; null, with nothing written, when it
+    // has no code or no designation of its own.
     uint8_t *put(uint8_t *o, uint32_t c) {
         const uint32_t code = c < designated_ ? table_[c] : 0;
         return code != 0 ? put_code(o, code, bits_[c]) : nullptr;
     }
-    // As put(), for 7-bit characters too.
+    // As put(), for ASCII too.
     uint8_t *put_mixed(uint8_t *o, uint32_t c) { return c < 0x80 ? ascii(o, static_cast<uint8_t>(c)) : put(o, c); }
     uint8_t *put_code(uint8_t *o, uint32_t code, uint8_t set) { return two_bytes(enter(o, set), code); }
+
+    // Writes a character beyond the BMP; null, with nothing written, when it is unmappable.
+    uint8_t *put_supplementary(uint8_t *o, uint32_t c) {
+        const uint32_t index = c - 0x20000; // wraps below plane 2
+        if (c > 0x2FFFF || index >= ctx_->jis_dst_srg_count || ctx_->jis_dst_srg_table[index] == 0) {
+            return nullptr;
+        }
+        return put_code(o, ctx_->jis_dst_srg_table[index], ctx_->jis_dst_srg_bits[index]);
+    }
 
     // Writes the code that the table has at `index` in JIS X 0208, or the question mark: `found` tells which.
     uint8_t *put_in_jisx0208(uint8_t *o, uint64_t index, bool &found) {
@@ -76,7 +85,7 @@ public:
 
     uint32_t entry(uint64_t index) const { return index < count_ ? table_[index] : 0; }
 
-    // What the table has in the slot of U+0000: a substitute of its own, or 0.
+    // The replacement that the table has in the entry of U+0000, or 0.
     uint32_t table_replacement() const { return entry(0); }
     uint8_t *put_table_replacement(uint8_t *o) { return two_bytes(enter(o, kJisX0208), entry(0)); }
 
@@ -101,6 +110,7 @@ private:
         return o + 2;
     }
 
+    const JkcContext *ctx_;
     const uint16_t *table_;
     const uint8_t *bits_;
     uint64_t count_;

@@ -1,4 +1,4 @@
-// Writes Shift_JIS.
+// The encoder of Shift_JIS.
 #pragma once
 
 #include "convert/byte_encoder.h"
@@ -16,7 +16,7 @@ public:
     // A half-width katakana, given as its Shift_JIS byte.
     uint8_t *katakana(uint8_t *o, uint8_t b) { return ascii(o, b); }
 
-    // Writes a BMP character; null, with nothing written, when there is no code for it.
+    // Writes a BMP character; null, with nothing written, when it is unmappable.
     uint8_t *put(uint8_t *o, uint32_t c) {
         const uint32_t code = c < count_ ? table_[c] : 0;
         if (code > 0xFF) {
@@ -31,14 +31,14 @@ public:
         return o + 1;
     }
 
-    // As put(), for text in which 7-bit characters, which need no table, and others alternate.
+    // As put(), for text in which ASCII, which needs no table, and other characters alternate.
     uint8_t *put_mixed(uint8_t *o, uint32_t c) {
         const uint32_t found = c < count_ ? table_[c] : 0;
         const uint32_t code = select(c < 0x80, c, found);
         return code == 0 && c != 0 ? nullptr : one_or_two(o, code);
     }
 
-    // What the table has in the slot of U+0000: a substitute of its own, or 0.
+    // The replacement that the table has in the entry of U+0000, or 0.
     uint32_t table_replacement() const { return count_ > 0 ? table_[0] : 0; }
     uint8_t *put_table_replacement(uint8_t *o) { return put(o, 0); }
 

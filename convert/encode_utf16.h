@@ -1,4 +1,4 @@
-// Writes UTF-16 in either byte order.
+// The encoder of UTF-16 in either byte order.
 #pragma once
 
 #include <cstring>
@@ -28,7 +28,7 @@ public:
     uint8_t *ascii(uint8_t *o, uint8_t b) { return unit(o, b); }
     uint8_t *ascii_wide(uint8_t *o, Bytes16 text) {
         constexpr Bytes16 kZero = {};
-        // Each byte of the text beside a zero.
+        // A zero beside each byte.
         constexpr bool kBig = std::is_same_v<Order, BigEndian>;
         const Bytes16 left = kBig ? kZero : text;
         const Bytes16 right = kBig ? text : kZero;

@@ -1,4 +1,4 @@
-// Writes UTF-8.
+// The encoder of UTF-8.
 #pragma once
 
 #include <cstring>
@@ -30,7 +30,7 @@ public:
         }
         return ascii(o, static_cast<uint8_t>(c));
     }
-    // As put(), for text in which characters of one byte and of three alternate: no branch tells them apart.
+    // As put(), for text in which characters of one byte and of three alternate: without a branch that tells them apart.
     uint8_t *put_mixed(uint8_t *o, uint32_t c) {
         if (c - 0x80 < 0x800 - 0x80) [[unlikely]] {
             return put(o, c);
@@ -54,7 +54,7 @@ public:
     }
 
 private:
-    // The lowest byte comes first; the fourth one is written over.
+    // The lowest byte comes first. The fourth one is written over later.
     static uint32_t three_bytes(uint32_t c) { return 0x8080E0 | c >> 12 | (c & 0xFC0) << 2 | (c & 0x3F) << 16; }
 };
 

@@ -36,7 +36,7 @@ uint32_t recode(JkcContext *ctx, char *text, uint64_t len, int32_t dst_type, uin
     uint8_t area[kAreaSize];
     const uint64_t original = len;
     const uint64_t size = std::min(kAreaSize, capacity);
-    // A converted character has one byte at least, so nothing behind this can fit.
+    // A converted character has one byte at least: what is behind this cannot fit.
     if (len > size * kLongestUtf8) {
         len = without_last_character(text, size * kLongestUtf8 + 1);
     }
@@ -50,7 +50,7 @@ uint32_t recode(JkcContext *ctx, char *text, uint64_t len, int32_t dst_type, uin
         if (!overflowed) {
             break;
         }
-        len = without_last_character(text, len); // too long: cut at a character, closing escape sequence and all
+        len = without_last_character(text, len); // too long: cut at a character, so that JIS still closes
     }
     const auto converted = static_cast<uint64_t>(cursor - area);
     memcpy(text, area, converted);

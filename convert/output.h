@@ -1,4 +1,4 @@
-// The pending output, and how it reaches the writer.
+// The pending output and its way to the caller's writer.
 #pragma once
 
 #include "core/internal.h"

@@ -1,11 +1,11 @@
-// The record of characters without equivalent.
+// The record of unmappable characters and ill-formed bytes, which the context calls NoChar.
 #pragma once
 
 #include "judge/input/block_cursor.h"
 
 namespace jkc {
 
-constexpr int64_t kIllFormedBytes = 0; // the code recorded for input that is no character
+constexpr int64_t kIllFormedBytes = 0; // the code recorded for them
 
 inline void reset_unmappable(JkcContext &ctx) {
     ctx.nochar_count = 0;

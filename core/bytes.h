@@ -1,4 +1,4 @@
-// Names of bytes that mean something in several places.
+// Names of bytes, and arithmetic on them.
 #pragma once
 
 #include <bit>
@@ -24,8 +24,7 @@ constexpr uint8_t kSs3 = 0x8F;
 
 constexpr uint32_t two_byte_code(uint8_t high, uint8_t low) { return static_cast<uint32_t>(high) << 8 | low; }
 
-// One of two values, in arithmetic: compilers make a branch of the operator ?:, which costs dearly where it cannot be
-// predicted.
+// One of two values without a branch. Compilers make one of the operator ?:, which is slow where it is mispredicted.
 constexpr uint32_t select(bool condition, uint32_t then, uint32_t otherwise) {
     return otherwise ^ ((then ^ otherwise) & (0U - static_cast<uint32_t>(condition)));
 }

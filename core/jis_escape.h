@@ -9,12 +9,12 @@
 
 namespace jkc {
 
-// What begins with an ESC.
+// What an ESC begins.
 struct SeenEscape {
     enum Kind : uint8_t {
         kKnown,
-        kUnknown, // `length` bytes are passed; the one behind them is text
-        kCut      // the bytes at hand do not tell
+        kUnknown,  // `length` bytes are passed; the one behind them is text
+        kTruncated // more bytes are needed to tell
     };
     Kind kind;
     uint8_t length;
@@ -37,7 +37,7 @@ constexpr SeenEscape read_four_byte_escape(uint8_t final_byte) {
 
 constexpr SeenEscape read_escape(const uint8_t *p, size_t left) {
     if (left < 3) {
-        return {SeenEscape::kCut, 0, kNoDesignation};
+        return {SeenEscape::kTruncated, 0, kNoDesignation};
     }
     if (p[1] == '(') {
         switch (p[2]) {
@@ -60,7 +60,7 @@ constexpr SeenEscape read_escape(const uint8_t *p, size_t left) {
     case 'J':
         return {SeenEscape::kKnown, 3, kJisX0208};
     case '(':
-        return left < 4 ? SeenEscape{SeenEscape::kCut, 0, kNoDesignation} : read_four_byte_escape(p[3]);
+        return left < 4 ? SeenEscape{SeenEscape::kTruncated, 0, kNoDesignation} : read_four_byte_escape(p[3]);
     default:
         return {SeenEscape::kUnknown, 2, kNoDesignation};
     }

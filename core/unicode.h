@@ -43,6 +43,11 @@ constexpr bool is_kana_letter(uint32_t c) { return (c >= 0x3041 && c <= 0x309F) 
 constexpr bool is_vertical_repeat_mark(uint32_t c) { return c >= 0x3031 && c <= 0x3035; }
 constexpr bool is_kana(uint32_t c) { return is_kana_letter(c) || is_vertical_repeat_mark(c); }
 
+// Half-width katakana, U+FF61 to U+FF9F, have the bytes A1 to DF in Shift_JIS, and the same less 80 in JIS.
+constexpr bool is_half_width_katakana(uint32_t c) { return c >= 0xFF61 && c <= 0xFF9F; }
+constexpr uint8_t sjis_katakana_byte(uint32_t c) { return static_cast<uint8_t>(c - 0xFEC0); }
+constexpr uint32_t half_width_katakana(uint8_t jis_byte) { return 0xFF40U + jis_byte; }
+
 constexpr bool is_trail(uint8_t b) { return (b & 0xC0) == 0x80; }
 // Bytes that a lead byte announces; 1 for what is none.
 constexpr size_t utf8_length(uint8_t lead) {

@@ -1,4 +1,4 @@
-// Looks at sixteen bytes at once.
+// Sixteen bytes at once.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@ namespace jkc {
 
 constexpr size_t kWide = 16;
 
-// Sixteen bytes on which operators work at once. Every compiler that we know of has these.
+// gcc and clang have operators for these.
 using Bytes16 = uint8_t __attribute__((vector_size(kWide)));
 
 inline Bytes16 load16(const uint8_t *p) {

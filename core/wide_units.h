@@ -1,4 +1,4 @@
-// Looks at eight units of UTF-16 at once.
+// Eight code units of UTF-16 at once.
 #pragma once
 
 #include <bit>

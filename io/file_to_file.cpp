@@ -5,7 +5,7 @@
 const char *_dpath = nullptr;
 FILE *_dfp = nullptr;
 
-// The destination is made here and not before: a source of unknown code type leaves it alone.
+// The destination is made here: a source of unknown code type leaves it alone.
 int32_t _io_observer(int32_t code_type, void * /*user_data*/) {
     jkc::outcome.code_type = code_type;
     if (!jkc::is_decided_type(code_type)) {
@@ -20,7 +20,7 @@ int32_t _io_observer(int32_t code_type, void * /*user_data*/) {
     return 0;
 }
 
-// Of JIS X 0213 text no destination was made, and yet it is converted.
+// JIS X 0213 text is converted although no destination was made for it.
 int32_t _io_writer(const uint8_t *data, uint64_t length, void * /*user_data*/) {
     return _dfp != nullptr && fwrite(data, 1, length, _dfp) == length ? JKC_SUCCESS : JKC_EWRITE;
 }
@@ -47,7 +47,7 @@ int64_t jkc_io_convert_file(const char *src_path, int64_t src_type, const char *
         status = JKC_EWRITE;
     }
     if (status == JKC_SUCCESS) {
-        // For the byte-order mark the source counts as what the caller expected, not as what it was judged to be.
+        // For the BOM the source counts as what the caller expected, not as what it was judged to be.
         outcome.operation = jkc::operation_between(outcome.code_type, src_type, dst_type);
     } else {
         outcome.code_type = status;

@@ -13,7 +13,7 @@ struct EucLineScanner : LineScanner {
         if (b == kNoLead) {
             return Scan::kInvalid;
         }
-        if (b == kSs3) { // what follows is not looked at, be it a line end
+        if (b == kSs3) { // its trail bytes are not looked at
             return line.left() < 3 ? Scan::kStop : line.take(3);
         }
         if (b != kSs2 && !is_euc_byte(b)) {

@@ -34,11 +34,11 @@ struct JisLineScanner : LineScanner {
         }
     }
 
-    // The last ESC of a line that ends too early is copied alone, and what follows is text to the next call.
+    // Of a truncated sequence the ESC is copied, or three bytes of four; the next call takes the rest for text.
     Scan escape(Line &line) {
         const SeenEscape seen = read_escape(line.p, line.left());
         switch (seen.kind) {
-        case SeenEscape::kCut:
+        case SeenEscape::kTruncated:
             return line.pass(line.left() < 3 ? 1 : 3, Scan::kStop);
         case SeenEscape::kKnown:
             set = seen.set;

@@ -35,8 +35,8 @@ struct Utf16LineScanner {
         return line.take(is_low_surrogate(ByteOrder::unit(line.p + kUnit)) ? kPair : kUnit);
     }
 
-    // The limit cuts a pair. At the front of the line its first half is taken as a character, since the scan would
-    // not get on otherwise; further up the line ends one unit earlier than it need, where it has always been cut.
+    // The limit cuts a surrogate pair. At the front of the line the high surrogate is taken as a character, since the scan
+    // would never go on otherwise. Elsewhere the line ends one code unit early, as callers know it.
     Scan cut_pair(Line &line) const {
         if (line.p - first < 2 * kUnit) {
             return line.take(kUnit);

@@ -26,8 +26,8 @@ struct Utf8LineScanner {
         return line.left() == 2 ? line.pass(2, Scan::kStop) : long_character(line);
     }
 
-    // Three bytes are there at least. What is no character counts as four bytes long: one whose fourth byte lies
-    // behind the limit is taken for cut, not for invalid.
+    // Three bytes are there at least. An ill-formed sequence counts as four bytes: if the fourth lies behind the limit, it
+    // is taken for cut.
     static Scan long_character(Line &line) {
         const uint8_t *p = line.p;
         const bool trails = is_trail(p[1]) && is_trail(p[2]);

@@ -15,13 +15,13 @@ extern Outcome outcome;
 // For a request that has not judged its source yet, which counts as ASCII until then.
 constexpr Outcome kNothingYet = {JKC_TYPE_ASCII, false, JKC_OPERATION_NONE};
 
-// Whether an observer takes this for the code type of the source. It leaves out JIS X 0213 besides empty input.
+// Whether an observer takes this for the code type of the source: neither empty input nor JIS X 0213.
 bool is_decided_type(int32_t code_type);
 
 // What an observer answers to any other: a set of code types ends the conversion.
 int32_t answer_undecided(int32_t code_type);
 
-// `source` is what the target is compared with for its byte-order mark.
+// `source` is what the target is compared with for its BOM.
 JkcOperation operation_between(int64_t judged, int64_t source, int64_t target);
 
 } // namespace jkc
