@@ -48,7 +48,4 @@ constexpr uint32_t compose(uint32_t base, uint16_t bits, uint32_t mark) {
     }
 }
 
-constexpr uint32_t kOverline = 0x203E;
-constexpr uint32_t kYenSign = 0x00A5;
-
 } // namespace jkc

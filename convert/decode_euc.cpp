@@ -7,7 +7,7 @@ namespace jkc {
 
 namespace {
 
-constexpr int64_t kThreeByteUnmappable = 0x8F0000; // SS3: the record gets a three-byte code whole
+constexpr int64_t kThreeByteUnmappable = kSs3Prefix; // the record gets a three-byte code whole
 
 constexpr size_t length_at(uint8_t b) { return b == kSs3 ? 3 : b == kSs2 || b >= 0xA1 ? 2 : 1; }
 

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "tables/single_shifts.h"
+
 namespace jkc {
 
 constexpr uint8_t kLf = 0x0A;
@@ -17,10 +19,6 @@ constexpr bool is_plain(uint8_t b) { return b < 0x80; }
 
 // Shift_JIS: a half-width katakana is one byte of this range.
 constexpr bool is_sjis_katakana(uint8_t b) { return b >= 0xA1 && b <= 0xDF; }
-
-// EUC: the single shifts in front of a half-width katakana and of a three-byte code.
-constexpr uint8_t kSs2 = 0x8E;
-constexpr uint8_t kSs3 = 0x8F;
 
 constexpr uint32_t two_byte_code(uint8_t high, uint8_t low) { return static_cast<uint32_t>(high) << 8 | low; }
 

@@ -4,47 +4,18 @@
 #include <cstdint>
 
 #include "core/code_types.h"
+#include "tables/characters.h"
+#include "tables/unicode_classes.h"
 
 namespace jkc {
 
-// Class bits of a BMP code point (_unibe_def_table).
-enum ClassBits : uint16_t {
-    kEvidence = 0x0003,            // speaks for Japanese text
-    kPossible = 0x0200,            // may stand in a text, with kEvidence: says little
-    kAnyText = 0x0203,             // any of both: the code point matters at all
-    kTakesVoicedMark = 0x0010,     // composes with U+3099
-    kTakesSemiVoicedMark = 0x0020, // composes with U+309A
-    kTakesDiaeresis = 0x0040,      // composes with U+0308
-    kTakesBreve = 0x0080,          // composes with U+0306
-    kKanaBase = kTakesVoicedMark | kTakesSemiVoicedMark,
-    kCyrillicBase = kTakesDiaeresis | kTakesBreve,
-    kAnyBase = kKanaBase | kCyrillicBase
-};
-
-constexpr uint32_t kBreve = 0x0306;
-constexpr uint32_t kDiaeresis = 0x0308;
-constexpr uint32_t kVoicedMark = 0x3099;
-constexpr uint32_t kSemiVoicedMark = 0x309A;
-
-constexpr bool is_combining_mark(uint32_t c) {
-    return c == kBreve || c == kDiaeresis || c == kVoicedMark || c == kSemiVoicedMark;
-}
-
-constexpr bool is_high_surrogate(uint32_t unit) { return (unit & 0xFC00) == 0xD800; }
-constexpr bool is_low_surrogate(uint32_t unit) { return (unit & 0xFC00) == 0xDC00; }
 constexpr uint32_t high_surrogate(uint32_t c) { return ((c - 0x10000) >> 10 | 0xD800) & 0xFFFF; }
 constexpr uint32_t low_surrogate(uint32_t c) { return (c & 0x3FF) | 0xDC00; }
 constexpr uint32_t combine_surrogates(uint32_t high, uint32_t low) {
     return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00);
 }
 
-// Hiragana and katakana proper, with their marks but without the double hyphen and the middle dot.
-constexpr bool is_kana_letter(uint32_t c) { return (c >= 0x3041 && c <= 0x309F) || (c >= 0x30A1 && c <= 0x30FF); }
-constexpr bool is_vertical_repeat_mark(uint32_t c) { return c >= 0x3031 && c <= 0x3035; }
-constexpr bool is_kana(uint32_t c) { return is_kana_letter(c) || is_vertical_repeat_mark(c); }
-
-// Half-width katakana, U+FF61 to U+FF9F, have the bytes A1 to DF in Shift_JIS, and the same less 80 in JIS.
-constexpr bool is_half_width_katakana(uint32_t c) { return c >= 0xFF61 && c <= 0xFF9F; }
+// Half-width katakana have the bytes A1 to DF in Shift_JIS, and the same less 80 in JIS.
 constexpr uint8_t sjis_katakana_byte(uint32_t c) { return static_cast<uint8_t>(c - 0xFEC0); }
 constexpr uint32_t half_width_katakana(uint8_t jis_byte) { return 0xFF40U + jis_byte; }
 

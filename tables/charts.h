@@ -1,4 +1,4 @@
-/** The character sets from which all tables are made. What they hold is told in the files themselves. */
+// The charts of the character sets, from which all tables are made.
 #pragma once
 
 #include "tables/chart.h"
@@ -6,27 +6,27 @@
 namespace jkc::tables {
 
 // JIS codes.
-inline constexpr ChartLine kJisX0208[] = {
+constexpr ChartLine kJisX0208[] = {
 #include "tables/data/jisx0208.inc"
 };
-inline constexpr ChartLine kJisX0212[] = {
+constexpr ChartLine kJisX0212[] = {
 #include "tables/data/jisx0212.inc"
 };
-inline constexpr ChartLine kJisX0213Plane1[] = {
+constexpr ChartLine kJisX0213Plane1[] = {
 #include "tables/data/jisx0213_plane1.inc"
 };
-inline constexpr ChartLine kJisX0213Plane2[] = {
+constexpr ChartLine kJisX0213Plane2[] = {
 #include "tables/data/jisx0213_plane2.inc"
 };
-inline constexpr ChartLine kNecRow13[] = {
+constexpr ChartLine kNecRow13[] = {
 #include "tables/data/nec_row13.inc"
 };
-inline constexpr ChartLine kEucJpMsIbmRows[] = {
+constexpr ChartLine kEucJpMsIbmRows[] = {
 #include "tables/data/eucjp_ms_ibm_rows.inc"
 };
 
 // Shift_JIS codes.
-inline constexpr ChartLine kIbmExtension[] = {
+constexpr ChartLine kIbmExtension[] = {
 #include "tables/data/ibm_extension.inc"
 };
 

@@ -1,28 +1,29 @@
-/** The same cell of a 94 by 94 chart in the code types' different forms. */
+// The codes of a cell of a 94 by 94 chart in JIS, Shift_JIS and EUC.
 #pragma once
 
 #include <cstdint>
 
+#include "tables/characters.h"
+
 namespace jkc::tables {
 
-inline constexpr uint32_t kCellsPerRow = 94;
+constexpr uint32_t kCellsPerRow = 94;
 
-/** Half-width katakana stand in one run in every code type: U+FF61 to U+FF9F. */
-inline constexpr char16_t kFirstKatakana = 0xFF61;
-inline constexpr uint32_t kKatakanaCount = 63;
+// Half-width katakana stand in one run in every code type.
+constexpr uint32_t kHalfWidthKatakanaCount = kLastHalfWidthKatakana - kFirstHalfWidthKatakana + 1;
 
-/** The JIS code of a cell. Cells are counted from 0, row after row. */
+// Cells are counted from 0, row after row.
 constexpr uint32_t jis_code(uint32_t cell) { return (cell / kCellsPerRow + 0x21) << 8 | (cell % kCellsPerRow + 0x21); }
 
-/** The Shift_JIS code of a cell. Unlike JIS codes these go on behind row 94, with the user-defined characters. */
+// Unlike JIS codes, Shift_JIS codes go on behind row 94, with the user-defined characters.
 constexpr uint32_t sjis_code(uint32_t cell) {
     const uint32_t row = cell / kCellsPerRow;
     const uint32_t column = cell % kCellsPerRow;
-    const uint32_t lead = row / 2 + (row < 62 ? 0x81 : 0xC1); // A0 to DF are katakana
+    const uint32_t lead = row / 2 + (row < 62 ? 0x81 : 0xC1); // A0 to DF are no lead bytes
     if (row % 2 != 0) {
         return lead << 8 | (column + 0x9F);
     }
-    return lead << 8 | (column + (column < 63 ? 0x40 : 0x41)); // 7F is never a second byte
+    return lead << 8 | (column + (column < 63 ? 0x40 : 0x41)); // 7F is no trail byte
 }
 
 constexpr uint32_t sjis_from_jis(uint32_t jis) {

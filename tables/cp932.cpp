@@ -1,4 +1,4 @@
-/** Shift_JIS as Microsoft code page 932. */
+// Shift_JIS as Microsoft code page 932.
 #include "tables/export.h"
 #include "tables/microsoft_jis.h"
 #include "tables/table_builder.h"
@@ -13,7 +13,7 @@ constexpr auto make_decoding() {
     DecodingTable<kTwoByteCodes> table;
     table.add_identical(0x01, 0x80);
     table.add_katakana(0xA1);
-    // Bytes that no character is assigned to. The code page leads them through private characters.
+    // Unassigned bytes, which the code page maps to private-use characters.
     table.add(0xA0, 0xF8F0);
     table.add(0xFD, 0xF8F1);
     table.add(0xFE, 0xF8F2);
@@ -21,9 +21,9 @@ constexpr auto make_decoding() {
     const auto add_jis = [&](uint32_t jis, char32_t character) { table.add(sjis_from_jis(jis), character); };
     for_each_microsoft_0208(add_jis);
     for_each_character(kNecRow13, add_jis);
-    // Before ED40 to EEFC, which repeat the IBM extension and so stay without a single character.
+    // ED40 to EEFC would only repeat these, so they stay unmapped.
     for_each_character(kIbmExtension, [&](uint32_t sjis, char32_t character) { table.add(sjis, character); });
-    for (uint32_t i = 0; i < kUserDefinedCount; i++) {
+    for (uint32_t i = 0; i < kUserDefinedCount; ++i) {
         table.add(sjis_code(kUserDefinedCell + i), 0xE000 + i);
     }
     return table.characters;

@@ -7,19 +7,19 @@ namespace {
 
 using Classes = std::array<uint8_t, 0x4000>;
 
-template <std::size_t count>
-constexpr void add(Classes &classes, const std::array<uint16_t, count> &decoding, EucClass in) {
-    for (uint32_t code = 0x8000; code < count; code++) {
+template <size_t kCount>
+constexpr void add(Classes &classes, const std::array<uint16_t, kCount> &decoding, EucClass in) {
+    for (uint32_t code = 0x8000; code < kCount; ++code) {
         if (decoding[code] != 0) {
             classes[euc_class_index(static_cast<uint8_t>(code >> 8), static_cast<uint8_t>(code))] |= in;
         }
     }
 }
 
-/** Whether each code that begins with a byte of 0x80 or more goes on with another one. */
-template <std::size_t count>
-constexpr bool suits_index(const std::array<uint16_t, count> &decoding) {
-    for (uint32_t code = 0x8000; code < count; code++) {
+// Whether the trail byte of each code is 0x80 or more.
+template <size_t kCount>
+constexpr bool suits_index(const std::array<uint16_t, kCount> &decoding) {
+    for (uint32_t code = 0x8000; code < kCount; ++code) {
         if (decoding[code] != 0 && (code & 0x80) == 0) {
             return false;
         }

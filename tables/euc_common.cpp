@@ -1,4 +1,4 @@
-/** EUC-JP with JIS X 0208 by the standard mapping. */
+// EUC-JP with JIS X 0208 by the standard mapping.
 #include "tables/euc.h"
 #include "tables/export.h"
 
@@ -8,7 +8,7 @@ namespace {
 constexpr auto make_encoding() {
     EncodingTable<uint16_t> table{};
     add_inverse(table, euc_standard().characters);
-    // Read but not written: the generic variant writes the minus from its full-width form alone, and no ‖.
+    // Decoded but not encoded: the generic variant encodes the minus from its full-width form alone, and no ‖.
     table[0x2016] = 0;
     table[0x2212] = 0;
     add_microsoft_look_alikes(table, euc_from_jis);

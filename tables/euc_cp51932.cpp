@@ -1,4 +1,4 @@
-/** EUC-JP as Microsoft code page 51932: the repertoire of code page 50221, in two bytes. */
+// EUC-JP as Microsoft code page 51932: the repertoire of code page 50221, in two bytes.
 #include "tables/euc.h"
 #include "tables/export.h"
 

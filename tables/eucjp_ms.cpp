@@ -1,4 +1,4 @@
-/** eucJP-ms: Microsoft's mapping, with JIS X 0212 and the IBM extension in three bytes. */
+// eucJP-ms: Microsoft's mapping, with JIS X 0212 and the IBM extension in three bytes.
 #include "tables/euc.h"
 #include "tables/export.h"
 
@@ -11,7 +11,7 @@ constexpr auto kThreeByteDecoding = euc_ms_three_bytes().characters;
 constexpr auto make_encoding() {
     EncodingTable<uint32_t> table{};
     add_inverse(table, kDecoding);
-    add_inverse(table, kThreeByteDecoding, kThreeBytes);
+    add_inverse(table, kThreeByteDecoding, kSs3Prefix);
     add_standard_look_alikes(table, euc_from_jis); // the wave dash goes to A1C1, not to 8FA2B7
     table[kYenSign] = 0x5C;
     return table;

@@ -1,4 +1,4 @@
-/** ISO-2022-JP with the two planes of JIS X 0213:2004. */
+// ISO-2022-JP with the two planes of JIS X 0213:2004.
 #include <algorithm>
 
 #include "tables/export.h"
@@ -9,11 +9,11 @@
 namespace jkc::tables {
 namespace {
 
-constexpr uint32_t kPlane2First = 0x2120; // JIS code of entry 0 of the plane 2 table
+constexpr uint32_t kPlane2First = 0x2120; // the code of entry 0
 constexpr uint32_t kSupplementaryFirst = 0x20000;
 constexpr uint32_t kSupplementaryLast = 0x2A6B2;
 
-/** The ten characters that the edition of 2004 added to plane 1. */
+// The ten characters that the edition of 2004 added to plane 1.
 constexpr uint32_t kAddedIn2004[] = {0x2E21, 0x2F7E, 0x4F54, 0x4F7E, 0x7427, 0x7E7A, 0x7E7B, 0x7E7C, 0x7E7D, 0x7E7E};
 
 struct Decoding {
@@ -23,22 +23,22 @@ struct Decoding {
 
 struct Encoding {
     EncodingTable<uint16_t> codes{};
-    EncodingTable<uint8_t> sets{};
+    EncodingTable<uint8_t> designations{};
     std::array<uint16_t, kSupplementaryLast - kSupplementaryFirst + 1> supplementary_codes{};
-    std::array<uint8_t, kSupplementaryLast - kSupplementaryFirst + 1> supplementary_sets{};
+    std::array<uint8_t, kSupplementaryLast - kSupplementaryFirst + 1> supplementary_designations{};
 
     constexpr Encoding() {
-        sets.fill(static_cast<uint8_t>(JisDesignation::kOutsideJis));
-        supplementary_sets.fill(static_cast<uint8_t>(JisDesignation::kOutsideJis));
+        designations.fill(JisDesignation::kOutsideJis);
+        supplementary_designations.fill(JisDesignation::kOutsideJis);
     }
 
-    constexpr void add(char32_t character, uint32_t code, JisDesignation set) {
+    constexpr void add(char32_t character, uint32_t code, JisDesignation designation) {
         if (character >= kSupplementaryFirst) {
             supplementary_codes[character - kSupplementaryFirst] = static_cast<uint16_t>(code);
-            supplementary_sets[character - kSupplementaryFirst] = static_cast<uint8_t>(set);
+            supplementary_designations[character - kSupplementaryFirst] = designation;
         } else {
             codes[character] = static_cast<uint16_t>(code);
-            sets[character] = static_cast<uint8_t>(set);
+            designations[character] = designation;
         }
     }
 };
@@ -53,16 +53,16 @@ constexpr Tables make_tables() {
     Decoding &decoding = tables.decoding;
     Encoding &encoding = tables.encoding;
 
-    for (uint32_t byte = 0; byte < 0x7F; byte++) {
+    for (uint32_t byte = 0; byte < 0x7F; ++byte) {
         decoding.plane1[byte] = byte;
         encoding.add(byte, byte, JisDesignation::kAscii);
     }
     encoding.add(0x7F, 0x7F, JisDesignation::kOutsideJis);
-    for (uint32_t i = 0; i < kKatakanaCount; i++) {
-        encoding.add(kFirstKatakana + i, 0x21 + i, JisDesignation::kKatakana);
+    for (uint32_t i = 0; i < kHalfWidthKatakanaCount; ++i) {
+        encoding.add(kFirstHalfWidthKatakana + i, 0x21 + i, JisDesignation::kKatakana);
     }
 
-    // A code that JIS X 0208 has means the same here as in the other JIS variant.
+    // Codes of JIS X 0208 are mapped as in code page 50221.
     for_each_microsoft_0208([&](uint32_t jis, char32_t character) {
         decoding.plane1[jis] = character;
         encoding.add(character, jis, JisDesignation::kJisX0208);
@@ -70,7 +70,7 @@ constexpr Tables make_tables() {
     for (const LookAlike &pair : kLookAlikes) {
         encoding.add(pair.standard, pair.jis, JisDesignation::kJisX0208);
     }
-    // Plane 1 has ～, ∥ and － at codes of its own as well. These come last, and are the ones written.
+    // Plane 1 has ～, ∥ and － at codes of its own too. As these come last, they are the ones encoded.
     for_each_character(kJisX0213Plane1, [&](uint32_t jis, char32_t character) {
         decoding.plane1[jis] = character;
         const bool is_new = std::find(std::begin(kAddedIn2004), std::end(kAddedIn2004), jis) != std::end(kAddedIn2004);
@@ -83,10 +83,10 @@ constexpr Tables make_tables() {
     });
 
     // JIS X 0213 has the em dash where JIS X 0208 has the horizontal bar, and the full-width not sign stands for its
-    // own: both are written as characters of plane 1.
+    // not sign: both are designated as plane 1.
     encoding.add(0x2014, 0x213D, JisDesignation::kJisX0213Plane1Of2000);
     encoding.add(0xFFE2, 0x224C, JisDesignation::kJisX0213Plane1Of2000);
-    // JIS X 0213 has no such characters; their full-width forms' codes are written as JIS X 0201 Roman.
+    // JIS X 0213 lacks these: the codes of their full-width forms are designated as JIS X 0201 Roman.
     encoding.add(kYenSign, 0x216F, JisDesignation::kRoman);
     encoding.add(kOverline, 0x2131, JisDesignation::kRoman);
     return tables;
@@ -103,10 +103,10 @@ JKC_EXPORT_TABLE(_jis2unibe2022jp2004_table02, kTables.decoding.plane2.size(), k
 extern "C" const uint64_t _jis2unibe2022jp2004_table02_offset = jkc::tables::kPlane2First;
 
 JKC_EXPORT_TABLE(_unibe2jis2022jp2004_table, jkc::tables::kEncodedCharacters, kTables.encoding.codes);
-JKC_EXPORT_TABLE(_unibe2jis2022jp2004_table_bits, jkc::tables::kEncodedCharacters, kTables.encoding.sets);
+JKC_EXPORT_TABLE(_unibe2jis2022jp2004_table_bits, jkc::tables::kEncodedCharacters, kTables.encoding.designations);
 JKC_EXPORT_TABLE(_unibe2jis2022jp2004_table_srg, kTables.encoding.supplementary_codes.size(),
                  kTables.encoding.supplementary_codes);
-JKC_EXPORT_TABLE(_unibe2jis2022jp2004_table_srg_bits, kTables.encoding.supplementary_sets.size(),
-                 kTables.encoding.supplementary_sets);
-// Read by nothing here; kept for programs that link to it.
+JKC_EXPORT_TABLE(_unibe2jis2022jp2004_table_srg_bits, kTables.encoding.supplementary_designations.size(),
+                 kTables.encoding.supplementary_designations);
+// Unused here; kept for programs that link to it.
 extern "C" const uint64_t _unibe2jis2022jp2004_table_srg_bits_offset = 11808;

@@ -1,7 +1,5 @@
-/**
- * Six codes of JIS X 0208 lead to one character in the standard's own mapping and to another, of the same look, in
- * Microsoft's. Texts of both families of converters are about, so that most encoding tables accept both.
- */
+// Six codes of JIS X 0208 whose characters differ between the standard's mapping and Microsoft's, but look the same.
+// Texts of either kind of converter are in use, so most encoding tables accept both characters.
 #pragma once
 
 #include <cstdint>
@@ -14,10 +12,10 @@ struct LookAlike {
     uint16_t jis;
     char16_t standard;
     char16_t microsoft;
-    bool in_standard_euc; // the EUC variants of the standard's mapping write Microsoft's character too
+    bool in_standard_euc; // the EUC variants of the standard's mapping encode Microsoft's character too
 };
 
-inline constexpr LookAlike kLookAlikes[] = {
+constexpr LookAlike kLookAlikes[] = {
     {0x2141, 0x301C, 0xFF5E, false}, // wave dash and full-width tilde, which JIS X 0212 has as a character of its own
     {0x2142, 0x2016, 0x2225, false}, // double vertical line and parallel sign
     {0x215D, 0x2212, 0xFF0D, true},  // minus sign and full-width hyphen
@@ -26,7 +24,7 @@ inline constexpr LookAlike kLookAlikes[] = {
     {0x224C, 0x00AC, 0xFFE2, true},  // not sign and its full-width form
 };
 
-/** Encodes the standard's characters, beside Microsoft's that decode from these codes. */
+// Encodes the standard's characters in a table of Microsoft's mapping.
 template <class Entry>
 constexpr void add_standard_look_alikes(EncodingTable<Entry> &table, uint32_t (*form_from_jis)(uint32_t)) {
     for (const LookAlike &pair : kLookAlikes) {
@@ -34,7 +32,7 @@ constexpr void add_standard_look_alikes(EncodingTable<Entry> &table, uint32_t (*
     }
 }
 
-/** The other way round, for the EUC variants of the standard's mapping. */
+// Encodes Microsoft's characters in an EUC table of the standard's mapping.
 template <class Entry>
 constexpr void add_microsoft_look_alikes(EncodingTable<Entry> &table, uint32_t (*form_from_jis)(uint32_t)) {
     for (const LookAlike &pair : kLookAlikes) {

@@ -1,4 +1,4 @@
-/** JIS X 0208 and its extensions in Microsoft's mapping. Each function calls visit(jis_code, character). */
+// JIS X 0208 and its extensions in Microsoft's mapping. Each function calls visit(jis_code, character).
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 namespace jkc::tables {
 
-/** JIS X 0208, with Microsoft's character where that differs from the standard's. */
+// JIS X 0208, with Microsoft's character where that differs from the standard's.
 template <class Visit>
 constexpr void for_each_microsoft_0208(Visit visit) {
     for_each_character(kJisX0208, [&](uint32_t jis, char32_t character) {
@@ -22,7 +22,7 @@ constexpr void for_each_microsoft_0208(Visit visit) {
     });
 }
 
-/** Rows 89 to 92, to which NEC took over the IBM extension: its kanji, then ⅰ to ⅹ, then ￢￤＇＂. */
+// Rows 89 to 92, NEC's selection of the IBM extension: its kanji, then ⅰ to ⅹ, then ￢￤＇＂.
 template <class Visit>
 constexpr void for_each_nec_selected(Visit visit) {
     uint32_t kanji_cell = (89 - 1) * kCellsPerRow;
@@ -36,7 +36,7 @@ constexpr void for_each_nec_selected(Visit visit) {
     });
 }
 
-/** All of them, in the order of the codes. */
+// All of these, in the order of their codes.
 template <class Visit>
 constexpr void for_each_microsoft_jis(Visit visit) {
     for_each_microsoft_0208(visit);

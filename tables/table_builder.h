@@ -1,4 +1,4 @@
-/** What the code types' tables are built with, at compile time. */
+// Builds decoding and encoding tables at compile time.
 #pragma once
 
 #include <array>
@@ -9,25 +9,20 @@
 
 namespace jkc::tables {
 
-/** The size of a decoding table that any two bytes may index. */
-inline constexpr std::size_t kTwoByteCodes = 0x10000;
+// The size of a decoding table that any two bytes may index.
+constexpr size_t kTwoByteCodes = 0x10000;
 
-/** U+FFE5, the full-width yen sign, is the last character of the BMP that a code type has. */
-inline constexpr std::size_t kEncodedCharacters = 0xFFE6;
-
-inline constexpr char16_t kYenSign = 0x00A5;
-inline constexpr char16_t kOverline = 0x203E;
+// Up to U+FFE5, the full-width yen sign, the last BMP character of any code type.
+constexpr size_t kEncodedCharacters = 0xFFE6;
 
 template <class Entry>
 using EncodingTable = std::array<Entry, kEncodedCharacters>;
 
-/**
- * A decoding table in the making. A character goes to the first code that claims it, so that it comes
- * back from Unicode as the code it was; what claims it later stays unmapped.
- */
-template <std::size_t count>
+// A decoding table in the making. The first code that claims a character gets it, so that a code survives the way to
+// Unicode and back; codes that claim it later stay unmapped.
+template <size_t kCount>
 struct DecodingTable {
-    std::array<uint16_t, count> characters{};
+    std::array<uint16_t, kCount> characters{};
     std::array<bool, 0x10000> claimed{};
 
     constexpr void add(uint32_t code, char32_t character) {
@@ -38,23 +33,23 @@ struct DecodingTable {
     }
 
     constexpr void add_identical(uint32_t first, uint32_t last) {
-        for (uint32_t code = first; code <= last; code++) {
+        for (uint32_t code = first; code <= last; ++code) {
             add(code, code);
         }
     }
 
     constexpr void add_katakana(uint32_t first_code) {
-        for (uint32_t i = 0; i < kKatakanaCount; i++) {
-            add(first_code + i, kFirstKatakana + i);
+        for (uint32_t i = 0; i < kHalfWidthKatakanaCount; ++i) {
+            add(first_code + i, kFirstHalfWidthKatakana + i);
         }
     }
 };
 
-/** Encodes each character to the code that decodes to it. @param prefix stands before the code */
-template <class Entry, std::size_t count>
-constexpr void add_inverse(EncodingTable<Entry> &table, const std::array<uint16_t, count> &decoding,
+// Encodes each character to the code that decodes to it, behind `prefix`.
+template <class Entry, size_t kCount>
+constexpr void add_inverse(EncodingTable<Entry> &table, const std::array<uint16_t, kCount> &decoding,
                            uint32_t prefix = 0) {
-    for (uint32_t code = 0; code < count; code++) {
+    for (uint32_t code = 0; code < kCount; ++code) {
         if (decoding[code] != 0) {
             table[decoding[code]] = static_cast<Entry>(prefix | code);
         }
