@@ -1,4 +1,5 @@
-// The judgement of a whole source, and its entry points.
+// Judging a source. judge() looks for a BOM, reads the source block by block (judge/input/), feeds each block to a
+// Judgement and hands out its verdict. The public entry points are at the end.
 #include <cerrno>
 #include <cstring>
 
@@ -11,11 +12,11 @@ namespace jkc {
 
 namespace {
 
-// Room behind the headroom's end for what a scanner leaves over at a block's end.
+// The most bytes that a scanner leaves over at a block's end.
 constexpr size_t kCarryRoom = 8;
 
-// Reads the first bytes one by one, so that a stream with a BOM is read no further than that. Returns the code type of
-// the BOM, 0 without one, or a failure; `count` bytes lie at `data` then.
+// Reads bytes one by one, so that a stream with a BOM is read no further than that. Returns the code type of the BOM, 0
+// without one, or a failure; `count` bytes are at `data` then.
 int read_bom(ByteSource &source, uint8_t *data, size_t &count) {
     for (;;) {
         const size_t before = count;
@@ -30,7 +31,7 @@ int read_bom(ByteSource &source, uint8_t *data, size_t &count) {
     }
 }
 
-// The tables that the scan starts from. Only the EUC scanner moves on to others.
+// The tables that the scan starts with. Only the EUC scanner selects others.
 void select_first_tables(JkcContext *ctx) {
     select_source_tables(*ctx, JKC_TYPE_JIS);
     select_source_tables(*ctx, JKC_TYPE_EUC);
@@ -49,7 +50,7 @@ struct Answers {
     }
 };
 
-// Reads what is left of the source (it must be kept) as one code type.
+// Reads the rest of the source, if it is to be kept, as the code type.
 int take_rest(JkcContext *ctx, const Answers &answers, int code_type, bool keep) {
     if (keep) {
         const int status = _fill_buffer(ctx, code_type);
@@ -63,7 +64,7 @@ int take_rest(JkcContext *ctx, const Answers &answers, int code_type, bool keep)
     return answers.answer(code_type);
 }
 
-// Prepares the block for the next read: cleared, with the last bytes of the data before it in the headroom.
+// Clears the block for the next read, but for its last bytes, which go into the headroom.
 void start_next_block(JkcBlock &block) {
     uint8_t carry[kCarryRoom];
     memcpy(carry, block.data + block.end - kCarryRoom, kCarryRoom);
@@ -124,7 +125,7 @@ void feed_kept_blocks(const JkcContext *ctx, Judgement &judgement) {
     });
 }
 
-// Counts once more to the end, for the set of possible candidates: the input is kept or lies in memory from `begin` on.
+// Judges again and counts everything, for the set of possible candidates. The input is kept, or in memory at `begin`.
 int32_t count_to_the_end(JkcContext *ctx, int preferred, bool plain_is_preferred, bool keep, const uint8_t *begin) {
     select_first_tables(ctx);
     reset_block(_buffser_info);

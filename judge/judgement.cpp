@@ -10,14 +10,14 @@ namespace {
 // The scanners' places in JkcBlock::scan_start.
 enum ScanStart : uint8_t { kFromSjis, kFromEuc, kFromUtf16, kFromUtf8 };
 
-// Bytes of the first block after which a scanner is asked whether its encoding can still win. Mostly that is settled
-// there; later it is asked once a block.
+// In the first block a scanner is asked after this many bytes whether its encoding is eliminated. Mostly that is
+// settled there; later it is asked once a block.
 constexpr ptrdiff_t kSlice = 128;
 
 } // namespace
 
-// Feeds one scanner the block in slices, as long as it counts, and the rest of the block to its watch. Each of the two
-// returns where it stopped, or null when it is the other's turn.
+// Feeds a block to a scanner: in slices to its scan() until the encoding is eliminated, the rest to its watch(). Both
+// return where they stopped; watch() returns null as long as the encoding is not eliminated.
 template <class Scan, class Watch>
 void Judgement::feed(int32_t &start, JkcBlock &block, bool last, Scan scan, Watch watch) {
     const uint8_t *p = block.data + start;
@@ -41,7 +41,7 @@ void Judgement::feed_euc(JkcBlock &block, bool last) {
         block.scan_start[kFromEuc], block, last,
         [this](const uint8_t *p, const uint8_t *end, bool at_end) { return euc_.scan(p, end, at_end); },
         [this](const uint8_t *p, const uint8_t *end) -> const uint8_t * {
-            if (counting_ != Counting::kWhileItCounts || !euc_.is_out()) {
+            if (counting_ != Counting::kWhileItCounts || !euc_.is_eliminated()) {
                 return nullptr;
             }
             set_is_right_ = false;
@@ -54,13 +54,13 @@ void Judgement::feed_utf16(JkcBlock &block, bool last) {
         block.scan_start[kFromUtf16], block, last,
         [this](const uint8_t *p, const uint8_t *end, bool at_end) { return utf16_.scan(p, end, at_end); },
         [this, last](const uint8_t *p, const uint8_t *end) -> const uint8_t * {
-            if (counting_ == Counting::kToTheEnd || !utf16_.is_out()) {
+            if (counting_ == Counting::kToTheEnd || !utf16_.is_eliminated()) {
                 return nullptr;
             }
-            // 7-bit text has no surrogates in either byte order, and of the marks only U+0306 and U+0308.
-            const bool marks = sjis_.coded || memchr(p, 0x03, static_cast<size_t>(end - p)) != nullptr;
+            // ASCII text has no surrogates in either byte order, and of the combining marks only U+0306 and U+0308.
+            const bool marks = sjis_.non_ascii || memchr(p, 0x03, static_cast<size_t>(end - p)) != nullptr;
             return utf16_.watch(p, end, last,
-                                {ctx_->srg_exists == 0 && sjis_.coded, ctx_->utfmac_exists == 0 && marks});
+                                {ctx_->srg_exists == 0 && sjis_.non_ascii, ctx_->utfmac_exists == 0 && marks});
         });
 }
 
@@ -69,7 +69,7 @@ void Judgement::feed_utf8(JkcBlock &block, bool last) {
         block.scan_start[kFromUtf8], block, last,
         [this](const uint8_t *p, const uint8_t *end, bool at_end) { return utf8_.scan(p, end, at_end); },
         [this](const uint8_t *p, const uint8_t *end) -> const uint8_t * {
-            if (counting_ == Counting::kToTheEnd || !utf8_.is_out(p, end)) {
+            if (counting_ == Counting::kToTheEnd || !utf8_.is_eliminated(p, end)) {
                 return nullptr;
             }
             return utf8_.watch(p, end, {ctx_->srg_exists == 0, ctx_->utfmac_exists == 0});
@@ -80,7 +80,7 @@ bool Judgement::take_block(JkcBlock &block, bool last) {
     const uint8_t *data = block.data + block.start;
     const uint8_t *end = block.data + block.end;
 
-    // Escape sequences count only as long as Shift_JIS could win. NULs only lower the byte order of UTF-16 that has more
+    // Escape sequences count only until Shift_JIS is eliminated. NULs only lower the byte order of UTF-16 that has more
     // errors, which cannot win anyway.
     if (counting_ == Counting::kToTheEnd || sjis_.found.errors < kTooManyErrors) {
         int32_t &start = block.scan_start[kFromSjis];
@@ -96,11 +96,11 @@ bool Judgement::take_block(JkcBlock &block, bool last) {
         verdict = {sjis_.jis_escape ? static_cast<int>(JKC_TYPE_JIS) : preferred_, Verdict::Kind::kSingle};
         return true;
     }
-    if (sjis_.coded) {
+    if (sjis_.non_ascii) {
         feed_euc(block, last);
     }
     feed_utf16(block, last);
-    if (sjis_.coded) {
+    if (sjis_.non_ascii) {
         feed_utf8(block, last);
     }
     raise_flags();
@@ -117,8 +117,8 @@ void Judgement::raise_flags() const {
     }
 }
 
-// Shares the evidence of the generic table among the EUC flavours and takes out those that have nothing of their own,
-// or nothing that another one has not. Returns the set that is left.
+// Adds the evidence of the generic table to that of the EUC variants, and drops those that have nothing of their own or
+// the same as another one. Returns the set that is left.
 int32_t Judgement::narrow_euc() {
     Evidence &generic = euc_.found;
     Evidence &euc1 = euc_.own[EucScanner::kCp20932];
@@ -126,20 +126,20 @@ int32_t Judgement::narrow_euc() {
     Evidence &euc3 = euc_.own[EucScanner::kEucMs];
     if (euc_.cut_two_byte) {
         generic.errors += 2;
-        for (Evidence &flavour : euc_.own) {
-            flavour.errors += 2;
+        for (Evidence &variant : euc_.own) {
+            variant.errors += 2;
         }
     }
     if (euc_.cut_three_byte) {
         euc1.errors += 3;
         euc3.errors += 3;
     }
-    for (Evidence &flavour : euc_.own) {
-        flavour.valid += generic.valid;
-        flavour.kana += generic.kana;
+    for (Evidence &variant : euc_.own) {
+        variant.valid += generic.valid;
+        variant.kana += generic.kana;
     }
 
-    int32_t set = kCodedSet;
+    int32_t set = kNonAsciiSet;
     const auto drop = [&set](int type) { set &= ~judged_bit(type); };
     const auto has = [&set](int type) { return (set & judged_bit(type)) != 0; };
     const auto equal = [](const Evidence &a, const Evidence &b) { return a.valid == b.valid && a.errors == b.errors; };
@@ -159,7 +159,7 @@ int32_t Judgement::narrow_euc() {
 
 void Judgement::reduce_big_endian() { utf16_.big.found.valid -= sjis_.big_units + utf16_.little.surrogates; }
 
-// What one byte order finds in the units and pairs of the other is no evidence.
+// What one byte order finds in code units and pairs of the other is no evidence.
 void Judgement::balance_utf16() {
     Evidence &big = utf16_.big.found;
     Evidence &little = utf16_.little.found;
@@ -174,7 +174,7 @@ void Judgement::balance_utf16() {
     }
 }
 
-// 7-bit input without NUL: ASCII, unless it reads as UTF-16 as well. Returns true when it is ASCII.
+// Input of ASCII without NUL is ASCII unless it is UTF-16 too. Returns true when it is ASCII alone.
 bool Judgement::weigh_utf16() {
     const Evidence &big = utf16_.big.found;
     const Evidence &little = utf16_.little.found;
@@ -205,14 +205,14 @@ bool Judgement::weigh_utf16() {
 }
 
 void Judgement::decide() {
-    if (sjis_.coded) {
+    if (sjis_.non_ascii) {
         possible = narrow_euc();
         if (utf8_.found.valid == 0) {
             possible &= ~judged_bit(JKC_TYPE_UTF8);
         }
         balance_utf16();
     } else {
-        possible = kPlainSet;
+        possible = kAsciiSet;
         if (weigh_utf16()) {
             verdict = {JKC_TYPE_ASCII, Verdict::Kind::kSingle};
             return;

@@ -1,4 +1,5 @@
-// One judgement: the scanners, fed block by block, and what follows from their evidence.
+// One judgement. judge() gives it the input block by block. It feeds each block to the scanners (judge/scan/), one for
+// each family of encodings, and ranks the candidates by their evidence at the end.
 #pragma once
 
 #include "judge/ranking.h"
@@ -9,11 +10,11 @@
 
 namespace jkc {
 
-// A candidate that can no longer win is not counted any further: its scanner only watches what else it tells. The
-// result is the same, but for the set of possible candidates.
+// The scanner of an eliminated candidate stops counting and only watches for what it must still tell. The verdict is
+// the same, but for the set of possible candidates.
 enum class Counting : uint8_t {
     kToTheEnd,    // everything is counted
-    kEucToTheEnd, // the EUC flavours are, which makes the set right
+    kEucToTheEnd, // the EUC variants are, which makes the set right
     kWhileItCounts,
 };
 
@@ -23,18 +24,18 @@ public:
         : ctx_(ctx), preferred_(preferred), plain_is_preferred_(plain_is_preferred), counting_(counting),
           sjis_(*ctx, counting == Counting::kToTheEnd), euc_(ctx), utf16_(counting != Counting::kToTheEnd) {}
 
-    // Feeds a block: data from block.start to block.end, in front of it in the headroom the bytes that the scanners
-    // left over. Returns true when the answer stands, in `verdict`.
+    // Feeds a block to the scanners: from block.start to block.end, and in front of that, in the headroom, the bytes
+    // that they left over. Returns true when that decides `verdict`.
     bool take_block(JkcBlock &block, bool last);
 
-    // What the end of the input decides, once the last block is taken. Fills `possible` and `verdict`.
+    // Decides `possible` and `verdict`, once the last block is taken.
     void decide();
 
     Verdict verdict{-1, Verdict::Kind::kSet};
     // Whether `possible` is what counting to the end would give.
     bool set_is_right() const { return set_is_right_; }
 
-    int32_t possible = -1; // the set of candidates that could win; -1 as long as none is known
+    int32_t possible = -1; // the set of candidates that could win; -1 before decide()
 
 private:
     template <class Scan, class Watch>

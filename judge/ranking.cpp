@@ -2,7 +2,7 @@
 
 namespace {
 
-// What _tcompare() takes.
+// A record that _tcompare() orders.
 struct CandidateRecord {
     int32_t type;
     int32_t mask;
@@ -15,12 +15,12 @@ struct CandidateRecord {
     int32_t unused9;
 };
 
-// A difference of 32 bits, which wraps.
+// Wraps instead of overflowing.
 int difference(int32_t a, int32_t b) { return static_cast<int>(static_cast<uint32_t>(a) - static_cast<uint32_t>(b)); }
 
 } // namespace
 
-// The ranking has counters of 64 bits and an order of its own, ranks_before(), which is this one without a limit.
+// For callers outside. The ranking itself has counters of 64 bits and orders by ranks_before().
 int _tcompare(const void *a, const void *b) {
     const auto *left = *static_cast<const CandidateRecord *const *>(a);
     const auto *right = *static_cast<const CandidateRecord *const *>(b);
@@ -32,7 +32,7 @@ namespace jkc {
 
 namespace {
 
-// Counters of a candidate that is out of the set: it ranks last.
+// The counters of a candidate outside the set: it ranks last.
 constexpr Evidence kImpossible{INT64_MIN, INT64_MAX, 0, 0};
 
 using Ranked = Candidate *[kCandidates];
@@ -41,7 +41,7 @@ bool ranks_before(const Candidate &a, const Candidate &b) {
     return a.found.errors != b.found.errors ? a.found.errors < b.found.errors : a.score > b.score;
 }
 
-// A stable sort, so that equal candidates keep their order everywhere.
+// Stable: equal candidates keep their order.
 void sort(Ranked &ranked) {
     for (int i = 1; i < kCandidates; ++i) {
         Candidate *moving = ranked[i];
@@ -56,7 +56,7 @@ void sort(Ranked &ranked) {
 Verdict single(int code_type) { return {code_type, Verdict::Kind::kSingle}; }
 Verdict several(int32_t set) { return {set, Verdict::Kind::kSet}; }
 
-// Among candidates without errors the preferred one wins.
+// Whether the preferred candidate is among those without errors.
 bool preferred_is_clean(const Ranked &ranked, int preferred) {
     for (const Candidate *candidate : ranked) {
         if (candidate->found.errors > 0) {
@@ -80,7 +80,7 @@ int32_t without_faulty_utf16(const Ranked &ranked, int32_t possible) {
     return possible;
 }
 
-// The candidates from the first one on that nothing tells apart.
+// The first candidates, as far as nothing tells them apart.
 Verdict tie(const Ranked &ranked, int32_t set, int preferred) {
     set &= kAsciiBit;
     for (int i = 0; i < kCandidates; ++i) {
@@ -128,11 +128,11 @@ Verdict rank(Candidate (&candidates)[kCandidates], int32_t possible, int64_t tot
     }
     const int32_t set = without_faulty_utf16(ranked, possible);
     if (best.score > second.score) {
-        const int32_t plain_or_utf16 = set & (kAsciiBit | kUtf16BeBit | kUtf16LeBit);
+        const int32_t ascii_or_utf16 = set & (kAsciiBit | kUtf16BeBit | kUtf16LeBit);
         const bool utf16 = best.type == JKC_TYPE_UTF16BE || best.type == JKC_TYPE_UTF16LE;
-        if (utf16 && (plain_or_utf16 & kAsciiBit) != 0 && plain_or_utf16 != kAsciiBit) {
-            // 7-bit text that reads as UTF-16 too.
-            return {plain_or_utf16, Verdict::Kind::kCheckedSet};
+        if (utf16 && (ascii_or_utf16 & kAsciiBit) != 0 && ascii_or_utf16 != kAsciiBit) {
+            // ASCII text that is UTF-16 too.
+            return {ascii_or_utf16, Verdict::Kind::kCheckedSet};
         }
         return single(best.type);
     }

@@ -1,4 +1,4 @@
-// Walks the chain of input blocks and keeps characters whole across block edges.
+// Walks the chain of kept input blocks and keeps characters whole across block edges. The decoders read through it.
 #pragma once
 
 #include <algorithm>
@@ -21,7 +21,7 @@ public:
         ctx->block_origin = p;
     }
 
-    // Makes at least `wanted` bytes visible, as long as the input has them.
+    // Makes at least `wanted` bytes visible, if the input has them.
     void ensure(size_t wanted) {
         while (static_cast<size_t>(end - p) < wanted && node_->next != nullptr) {
             carry_over();
@@ -35,7 +35,7 @@ public:
     uint8_t *end = nullptr; // one past the visible bytes
 
 private:
-    // Moves what is left of this block in front of the next one's data.
+    // Moves the rest of this block in front of the next one's data.
     void carry_over() {
         auto *block = static_cast<JkcBlock *>(node_->data);
         node_ = node_->next;
@@ -55,7 +55,7 @@ private:
     JkcListNode *node_;
 };
 
-// Offset in the input of the byte at p, which lies in the current block.
+// The offset in the input of the byte at p, in the current block.
 inline int64_t position_of(const JkcContext &ctx, const uint8_t *p) { return (p - ctx.block_origin) + ctx.read_offset; }
 
 } // namespace jkc

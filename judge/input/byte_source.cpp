@@ -15,7 +15,7 @@ namespace jkc {
 
 namespace {
 
-// A reader that has nothing just now is asked again, but not for ever.
+// A reader that has nothing yet is asked again, but not for ever.
 constexpr int kMaxEmptyReads = 1000;
 
 enum class Source : uint8_t { kBuffer, kStream, kReader };
@@ -73,7 +73,7 @@ int ByteSource::read(uint8_t *dst, size_t room, size_t &count) {
         return got < room && ferror(ctx_->in_file) != 0 ? failed() : JKC_SUCCESS;
     }
     case Source::kReader: {
-        // However short the reads are, blocks are filled: the result does not depend on how the input was cut.
+        // Fills the room however short the reads are, so that the result does not depend on how the input was cut.
         JkcReader &reader = *ctx_->reader;
         while (room > 0) {
             if (reader.taken == reader.filled) {

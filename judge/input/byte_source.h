@@ -1,4 +1,4 @@
-// Reads the source of a context, whichever kind it is, into input blocks.
+// Reads the source of a context, of any kind, into input blocks. Judging and _fill_buffer() read through it.
 #pragma once
 
 #include <cstddef>
@@ -12,13 +12,13 @@ class ByteSource {
 public:
     explicit ByteSource(JkcContext *ctx) : ctx_(ctx) {}
 
-    // Reads until `room` bytes are at dst or the source ends; adds their number to count. 0 or EREAD.
+    // Reads `room` bytes to dst, fewer if the source ends; adds their number to count. SUCCESS or EREAD.
     int read(uint8_t *dst, size_t room, size_t &count);
 
-    // Whether the source lies in memory as a whole.
+    // Whether the whole source lies in memory.
     bool in_memory() const;
 
-    // Tells whether nothing is left. 0 or EREAD.
+    // Sets `end` to whether nothing is left. SUCCESS or EREAD.
     int at_end(bool &end);
 
 private:
@@ -31,7 +31,7 @@ private:
 // Clears a block and sets it up for reading.
 void reset_block(JkcBlock &block);
 
-// Appends a copy of the block to the context's list. 0 or EALLOC, the list then cleared.
+// Appends a copy of the block to the context's list. SUCCESS, or EALLOC with the list cleared.
 int keep_block(JkcContext *ctx, const JkcBlock &block);
 
 } // namespace jkc

@@ -1,4 +1,5 @@
-// Reads the rest of the input into blocks and looks through Unicode text for what the conversion must know.
+// Reads the rest of the input into blocks and looks through Unicode text for surrogates and combining marks. judge()
+// calls it for input that the scanners need not see, such as what is behind a BOM.
 #include "core/code_types.h"
 #include "core/unicode.h"
 #include "core/wide_units.h"
@@ -31,16 +32,16 @@ int read_all(JkcContext *ctx) {
 
 bool both_found(const JkcContext &ctx) { return ctx.srg_exists != 0 && ctx.utfmac_exists != 0; }
 
-// Passes units, eight at a time, that tell nothing: neither a high surrogate, nor one in front of a combining mark.
-// Leaves those that the next block may have a part in.
+// Skips code units, eight at a time, that raise no flag: neither high surrogates nor such in front of a combining mark.
+// Leaves the last ones, which may form a pair with the next block's.
 template <class Order>
-const uint8_t *pass_calm_units(const uint8_t *p, const uint8_t *end) {
+const uint8_t *skip_units(const uint8_t *p, const uint8_t *end) {
     for (; end - p > static_cast<ptrdiff_t>(kWide + kLookAhead); p += kWide) {
         const Units8 next = load8<Order>(p + 2);
-        const Units8 telling = units_equal_masked<0xFC00>(load8<Order>(p), 0xD800) | units_equal(next, kBreve) |
-                               units_equal(next, kDiaeresis) | units_equal(next, kVoicedMark) |
-                               units_equal(next, kSemiVoicedMark);
-        if (any_unit(telling)) {
+        const Units8 wanted = units_equal_masked<0xFC00>(load8<Order>(p), 0xD800) | units_equal(next, kBreve) |
+                              units_equal(next, kDiaeresis) | units_equal(next, kVoicedMark) |
+                              units_equal(next, kSemiVoicedMark);
+        if (any_unit(wanted)) {
             break;
         }
     }
@@ -51,7 +52,7 @@ template <class Order>
 int look_through_utf16(JkcContext *ctx) {
     BlockCursor in(ctx);
     while (!both_found(*ctx)) {
-        in.p += pass_calm_units<Order>(in.p, in.end) - in.p;
+        in.p += skip_units<Order>(in.p, in.end) - in.p;
         in.ensure(kLookAhead);
         if (in.left() < 2) {
             break;
@@ -69,12 +70,12 @@ int look_through_utf16(JkcContext *ctx) {
     return JKC_SUCCESS;
 }
 
-// How the kana of ordinary text begin.
+// The first bytes of the kana of ordinary text.
 constexpr uint8_t kKanaLead = 0xE3;
 constexpr uint8_t kFirstKanaTrail = 0x81;
 
-// What is no lead byte, and what does not fit together, is passed by four bytes.
-constexpr size_t kUnknownStep = 4;
+// Bytes to pass where a sequence is ill-formed.
+constexpr size_t kIllFormedStep = 4;
 
 class Utf8Features {
 public:
@@ -83,7 +84,7 @@ public:
     int look_through() {
         BlockCursor in(ctx_);
         while (!both_found(*ctx_)) {
-            pass_ordinary_text(in);
+            skip_ordinary_text(in);
             in.ensure(kLookAhead);
             if (in.at_end()) {
                 break;
@@ -98,8 +99,8 @@ public:
     }
 
 private:
-    // Passes text that raises no flag, but not what the next block may have a part in.
-    void pass_ordinary_text(BlockCursor &in) {
+    // Skips text that raises no flag, but for its end, which the next block may go on with.
+    void skip_ordinary_text(BlockCursor &in) {
         if (in.left() < kLookAhead) {
             return;
         }
@@ -114,9 +115,9 @@ private:
         }
     }
 
-    // Looks at one sequence; returns the bytes to pass.
+    // Looks at a sequence; returns the bytes to pass.
     size_t take(const uint8_t *p) {
-        // A5 is the yen sign of single-byte sets that strays into such texts.
+        // A5, the yen sign of ISO 8859-1, may stray into such texts.
         if (p[0] < 0x80 || p[0] == 0xA5) {
             return 1;
         }
@@ -142,7 +143,7 @@ private:
         default:
             break;
         }
-        return kUnknownStep;
+        return kIllFormedStep;
     }
 
     bool is_text(uint32_t c) const { return c < ctx_->uni_def_count && (ctx_->uni_def_table[c] & kAnyText) != 0; }
@@ -175,7 +176,7 @@ private:
     }
 
     JkcContext *ctx_;
-    bool base_ = false; // the last character can take a mark
+    bool base_ = false; // the last character takes a combining mark
 };
 
 } // namespace

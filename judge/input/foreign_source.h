@@ -1,5 +1,4 @@
-// A source that hands out bytes through a function: what a binding to another language puts behind
-// JkcContext::reader.
+// A byte source behind a function, for bindings to other languages: JkcContext::reader points to it.
 #pragma once
 
 #include <cstddef>
@@ -8,11 +7,11 @@
 #include "core/internal.h"
 
 struct JkcReader {
-    // Puts at most `room` bytes at dst. Returns how many; 0 when there are none just now, a negative number at the end
-    // of the input, kReadFailed when reading failed.
+    // Puts at most `room` bytes at dst. Returns how many, 0 when there are none yet, a negative number at the end of
+    // the input, kReadFailed when reading failed.
     int64_t (*read)(JkcReader *self, uint8_t *dst, size_t room);
 
-    // What the last read brought and nobody has taken yet.
+    // The bytes of the last read, of which `taken` of `filled` have been handed on.
     uint8_t chunk[JKC_BLOCK_READ];
     size_t taken;
     size_t filled;

@@ -1,4 +1,4 @@
-// Which line ends the kept input has.
+// Which line ends the kept input has: asked by judge(), and by callers of _check_ln().
 #include "core/bytes.h"
 #include "core/code_types.h"
 #include "core/wide_units.h"
@@ -10,7 +10,7 @@ using jkc::BlockCursor;
 
 constexpr int kAllLineEnds = JKC_LINE_LF | JKC_LINE_CR | JKC_LINE_CRLF;
 
-// What is walked in: bytes or UTF-16 units, one by one or sixteen bytes at a time.
+// The units that are looked at: bytes or UTF-16 code units, one by one or sixteen bytes at a time.
 struct Byte {
     using Wide = jkc::Bytes16;
     static constexpr size_t kSize = 1;
@@ -30,8 +30,8 @@ int bit_if_any(Wide found, int bit) {
     return jkc::any(reinterpret_cast<jkc::Bytes16>(found)) ? bit : 0;
 }
 
-// Looks at the units of a block but the last ones, which may belong together with what the next block has. Returns where
-// these begin. What kind of line end a CR or LF is depends on its neighbour alone.
+// Looks at the units of a block but the last ones, which may form a CR LF with the next block's. Returns where these
+// begin. What kind of line end a CR or LF is depends on its neighbour alone.
 template <class Unit>
 const uint8_t *look_at_many(const uint8_t *p, const uint8_t *end, int &bits) {
     constexpr ptrdiff_t kReach = jkc::kWide + Unit::kSize;
@@ -88,7 +88,7 @@ int _check_ln(JkcContext *ctx, int bits, int code_type) {
     if (jkc::is_set(code_type)) {
         return JKC_ECTYPE;
     }
-    // UTF-16 behind a BOM is walked by bytes too: callers know its CR LF as "LF and CR".
+    // UTF-16 behind a BOM is looked at by bytes: callers know its CR LF as "LF and CR".
     const jkc::Family family = jkc::has_bom(code_type) ? jkc::Family::kNone : jkc::family_of(code_type);
     return family == jkc::Family::kUtf16Be   ? line_ends_of<Utf16<jkc::BigEndian>>(ctx, bits)
            : family == jkc::Family::kUtf16Le ? line_ends_of<Utf16<jkc::LittleEndian>>(ctx, bits)

@@ -1,11 +1,11 @@
-// The bits of JkcContext::mode that tell what the source is.
+// The bits of JkcContext::mode that tell of what kind the source is.
 #pragma once
 
 #include "core/internal.h"
 
 namespace jkc {
 
-// Marks the source, unless the caller has prepared another one.
+// Sets the kind of the source, unless the caller has prepared another one.
 inline void set_source(JkcContext *ctx, uint32_t bits) {
     if ((ctx->mode & JKC_MODE_SOURCE) == 0) {
         ctx->mode |= bits;

@@ -13,7 +13,7 @@ namespace {
 // Hiragana and katakana: the same cells of rows 4 and 5.
 bool is_kana_code(uint32_t code) { return (code - 0xA4A1 <= 0x52) | (code - 0xA5A1 <= 0x52); }
 
-void count(Evidence &flavour, bool mapped, int length) { (mapped ? flavour.valid : flavour.errors) += length; }
+void count(Evidence &variant, bool mapped, int length) { (mapped ? variant.valid : variant.errors) += length; }
 
 // The EucClass bits of a code.
 uint8_t class_of(uint8_t high, uint8_t low) {
@@ -22,15 +22,15 @@ uint8_t class_of(uint8_t high, uint8_t low) {
 
 bool is_cut(const uint8_t *p, const uint8_t *end) { return end - p < (*p == kSs3 ? 3 : 2); }
 
-// The table selection depends on the last code that the generic table lacks: every two-byte code of that kind ends in
-// CP51932 (which has all codes of the generic table), every three-byte code in CP20932, whatever was selected before.
-struct TableFollower {
+// Tracks the table selection. It depends on the last code that the generic table lacks: a two-byte code selects CP51932
+// (which has all codes of the generic table), a three-byte code CP20932, whatever was selected before.
+struct TableTracker {
     enum class State : uint8_t { kUnknown, kCp51932, kCp20932 };
     static constexpr State kUnknown = State::kUnknown;
     static constexpr size_t kLongest = 3;
 
-    // In text that is not EUC nearly every character tells.
-    static const uint8_t *last_telling(const uint8_t *begin, const uint8_t *to) {
+    // In text that is not EUC nearly every character is decisive.
+    static const uint8_t *last_decisive(const uint8_t *begin, const uint8_t *to) {
         return to > begin ? to - 1 : nullptr;
     }
 
@@ -54,24 +54,24 @@ struct TableFollower {
 
 } // namespace
 
-bool EucScanner::is_out() const {
+bool EucScanner::is_eliminated() const {
     return found.errors >= kTooManyErrors && own[kCp20932].errors >= kTooManyErrors &&
            own[kCp51932].errors >= kTooManyErrors && own[kEucMs].errors >= kTooManyErrors;
 }
 
 const uint8_t *EucScanner::watch(const uint8_t *p, const uint8_t *end) {
-    TableFollower::State state = TableFollower::kUnknown;
-    const uint8_t *stands = follow(TableFollower(), p, end, end, state);
-    if (state == TableFollower::State::kCp51932) {
+    TableTracker::State state = TableTracker::kUnknown;
+    const uint8_t *stands = resynchronise(TableTracker(), p, end, end, state);
+    if (state == TableTracker::State::kCp51932) {
         use_51932();
-    } else if (state == TableFollower::State::kCp20932) {
+    } else if (state == TableTracker::State::kCp20932) {
         use_20932();
     }
     return stands;
 }
 
-// A code that the table in use lacks is tried against every flavour, and the last table tried stays in use: text of a
-// flavour then counts for it from its first special character on. Of the two-byte tables that is CP51932 (eucJP-ms is
+// A code that the table in use lacks is looked up in every variant, and the last table tried stays in use: text of a
+// variant then counts for it from its first special character on. Of the two-byte tables that is CP51932 (eucJP-ms is
 // looked up without being selected), of the three-byte ones CP20932.
 void EucScanner::unmapped_two_byte(uint8_t classes) {
     found.errors += 2;
@@ -104,7 +104,7 @@ void EucScanner::use_20932() {
     }
 }
 
-// Takes text of codes that every table has. Returns where the rest begins.
+// Takes codes that every table has. Returns where the rest begins.
 const uint8_t *EucScanner::take_ordinary_text(const uint8_t *p, const uint8_t *end) {
     const OrdinaryRun run = ordinary_two_byte_run<OrdinaryEuc>(p, end, katakana_);
     found.valid += run.valid;

@@ -1,4 +1,4 @@
-// The scanner for EUC-JP and its flavours.
+// The scanner for EUC-JP and its variants. Judgement feeds it the blocks of non-ASCII input.
 #pragma once
 
 #include "core/internal.h"
@@ -12,22 +12,23 @@ class EucScanner {
 public:
     explicit EucScanner(JkcContext *ctx) : ctx_(ctx) {}
 
-    // Takes the bytes from p to end. Returns where it stopped: at a character that goes on behind `end`.
+    // Takes the bytes from p to end. Returns where it stopped: at `end`, or at a character that `end` cuts.
     const uint8_t *scan(const uint8_t *p, const uint8_t *end, bool last);
 
-    // As scan(), but counts nothing and only keeps the table selection as scan() would leave it. For input that is_out().
+    // As scan(), but counts nothing: only the table selection becomes what scan() would make it. For input of which
+    // EUC-JP is_eliminated().
     const uint8_t *watch(const uint8_t *p, const uint8_t *end);
 
-    // Whether no flavour can win any more.
-    bool is_out() const;
+    // Whether no variant can win any more.
+    bool is_eliminated() const;
 
-    // The flavours whose codes the current table does not map, in the order in which they are tried.
-    enum Flavour : uint8_t { kCp20932, kCp51932, kEucMs, kFlavours };
+    // The variants in the order in which they are tried.
+    enum Variant : uint8_t { kCp20932, kCp51932, kEucMs, kVariants };
 
-    Evidence found;              // against the table in use
-    Evidence own[kFlavours];     // of the codes that the table in use does not map
-    bool cut_two_byte = false;   // the input ends in a two-byte code
-    bool cut_three_byte = false; // the input ends in a three-byte code
+    Evidence found;              // by the table in use
+    Evidence own[kVariants];     // of the codes that the table in use does not map
+    bool cut_two_byte = false;   // the input ends inside a two-byte code
+    bool cut_three_byte = false; // the input ends inside a three-byte code
 
 private:
     const uint8_t *scan_text(const uint8_t *p, const uint8_t *end, bool last);
@@ -39,7 +40,7 @@ private:
     void use_20932();
 
     JkcContext *ctx_;
-    uint8_t in_use_ = kInGeneric; // the classes of the codes that the context's tables have
+    uint8_t in_use_ = kInGeneric; // the EucClass bits of the context's tables
     KatakanaRuns<2> katakana_;
 };
 

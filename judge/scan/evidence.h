@@ -1,22 +1,22 @@
-// What the scanners find.
+// What a scanner finds, and when that eliminates its encoding.
 #pragma once
 
 #include <cstdint>
 
 namespace jkc {
 
-// What one scanner finds, in bytes unless said otherwise.
+// In bytes.
 struct Evidence {
-    int64_t valid = 0;   // of well-formed characters that the encoding has
-    int64_t errors = 0;  // that cannot belong to the encoding
-    int64_t kana = 0;    // bonus for hiragana and katakana
-    int64_t penalty = 0; // suspicious isolated characters (a count)
+    int64_t valid = 0;   // of characters that the encoding maps
+    int64_t errors = 0;  // of unmapped or ill-formed characters
+    int64_t kana = 0;    // of hiragana and katakana: a bonus
+    int64_t penalty = 0; // of isolated half-width katakana
 };
 
-// A candidate with this many bytes in error is eliminated, however long the input is.
+// This many bytes in error eliminate a candidate, however long the input is.
 constexpr int64_t kTooManyErrors = 11;
 
-// So is one of whose input this share or more is in error: one byte in a hundred.
+// One byte in a hundred in error eliminates it too.
 constexpr bool is_tolerable(int64_t errors, int64_t total) {
     constexpr int64_t kBytesPerError = 100;
     return errors < kTooManyErrors && errors * kBytesPerError < total;

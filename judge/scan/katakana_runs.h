@@ -1,4 +1,4 @@
-// Counts half-width katakana that stand alone: in the wrong encoding, bytes look like such.
+// Counts isolated half-width katakana: text of another encoding looks as if it had them.
 #pragma once
 
 #include <cstddef>
@@ -6,7 +6,7 @@
 
 namespace jkc {
 
-// kWidth are the bytes of one.
+// kWidth is the number of bytes of one.
 template <size_t kWidth>
 class KatakanaRuns {
 public:
@@ -17,7 +17,7 @@ public:
         isolated_ += run_ == 1 ? 1 : 0;
         run_ = 0;
     }
-    // The next `length` bytes, 32 at most, have one at each bit of the mask.
+    // In the next `length` bytes, 32 at most, one begins at each bit of the mask.
     void add(uint32_t mask, size_t length) {
         if ((mask == 0 && run_ == 0) || length == 0) {
             return;
@@ -36,7 +36,7 @@ public:
     int64_t isolated() const { return isolated_; }
 
 private:
-    int run_ = 0; // in a row up to here, counted to 2
+    int run_ = 0; // length of the run that ends here; 2 stands for more too
     int64_t isolated_ = 0;
 };
 

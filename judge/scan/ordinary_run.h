@@ -1,4 +1,4 @@
-// What the scanners of ordinary text share, who look at 32 bytes at a time and leave the rest to a closer look.
+// What two_byte_run.h and utf8_run.h share, which count ordinary text for the scanners.
 #pragma once
 
 #include <cstddef>
@@ -10,21 +10,21 @@ namespace jkc {
 
 // A run of ASCII and ordinary characters.
 struct OrdinaryRun {
-    const uint8_t *end; // the begin of a character
-    int64_t valid;      // bytes of characters that are not ASCII
+    const uint8_t *end; // a boundary between characters
+    int64_t valid;      // bytes of non-ASCII characters
     int64_t kana;       // bytes of kana
 };
 
-// More than sixteen bytes, since each step must wait for the one before to tell where a character begins.
+// Two vectors, as a step must wait for the one before to tell where a character begins.
 constexpr ptrdiff_t kStride = 2 * kWide;
 
 // The top bits of both halves of a stride.
 inline uint32_t movemask(Bytes16 left, Bytes16 right) { return movemask(left) | movemask(right) << kWide; }
 
-// What is below the lowest bit of a mask that has any.
+// The bits below the lowest one of a mask that is not 0.
 constexpr uint32_t below_lowest(uint32_t mask) { return (mask & (0U - mask)) - 1; }
 
-// Tells which bytes are above others at the cost of one instruction. (SSE2 knows the order of signed bytes only.)
+// Compares bytes in one instruction each: SSE2 compares signed bytes only, so these are shifted once.
 class Ordered {
 public:
     explicit Ordered(Bytes16 bytes) : shifted_(shifted(bytes)) {}
@@ -36,7 +36,7 @@ private:
     Signed16 shifted_;
 };
 
-// Adds up the bits of pairs of masks, of 4095 pairs at most. (Not every x86-64 processor has an instruction for that.)
+// Counts the bits of pairs of masks, of 4095 pairs at most. (Not every x86-64 processor has an instruction for that.)
 class MaskCounts {
 public:
     void add(uint32_t left, uint32_t right) {
@@ -53,8 +53,8 @@ private:
     uint64_t sums_ = 0; // in four parts
 };
 
-// How far to look closely at what stopped a run from `begin` at p: mostly that is a single character, but where runs are
-// short, there are more.
+// How far a scanner looks closely at what stopped a run from `begin` at p: after a long run at a single character,
+// after a short one at more, as there more such characters follow.
 inline const uint8_t *close_look_end(const uint8_t *begin, const uint8_t *p, const uint8_t *end) {
     const ptrdiff_t close = p - begin >= 2 * kStride ? 1 : 2 * kStride;
     return end - p > close ? p + close : end;

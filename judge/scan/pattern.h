@@ -1,12 +1,12 @@
-// Finds the few places of a block that a scanner must look at closely, sixteen positions at a time.
+// Finds the few positions of a block that a scanner must look at closely, sixteen at a time.
 #pragma once
 
 #include "core/wide.h"
 
 namespace jkc {
 
-// A pattern tells with match(p) at which of the positions p to p + 15 it begins, by nonzero bytes; it reads at most
-// kPatternReach bytes behind p. With may_match(p) it tells at once of most positions that it does not.
+// Pattern::match(p) has a nonzero byte for each of the positions p to p + 15 at which the pattern begins. It reads at
+// most kPatternReach bytes behind p. Pattern::may_match(p) is a quick test whether there may be any.
 constexpr size_t kPatternReach = 16 + 3;
 
 // The first position from p on at which the pattern begins, or end. Up to kPatternReach bytes behind `end` must be

@@ -14,8 +14,8 @@ constexpr size_t kLongestEscape = 4;
 
 bool is_kana_code(uint32_t code) { return (code - 0x829F <= 0x52) | (code - 0x8340 <= 0x53); }
 
-// What counts in a text that is JIS if it is 7-bit: a NUL, a byte of 0x80 or more, ESC $ (.
-struct ToldInJis {
+// What counts once an escape sequence of CP50221 was seen: a NUL, a byte of 0x80 or more, ESC $ (.
+struct CountsInJis {
     static bool may_match(const uint8_t *p) { return any(match(p)); }
     static Bytes16 match(const uint8_t *p) {
         const Bytes16 first = load16(p);
@@ -28,8 +28,8 @@ struct ToldInJis {
 
 bool SjisScanner::is_latin(uint8_t b) const { return (classes_[b] & kAnyText) == kEvidence; }
 
-// Takes the escape sequence at p and returns its length; one that is not known passes the ESC alone. `offset` is that
-// of p in the input.
+// Takes the escape sequence at p, which is at `offset` in the input. Returns its length; of an unknown one it takes the
+// ESC alone.
 size_t SjisScanner::take_escape(const uint8_t *p, size_t left, int64_t offset) {
     const SeenEscape escape = read_escape(p, left);
     if (escape.kind != SeenEscape::kKnown) {
@@ -43,14 +43,14 @@ size_t SjisScanner::take_escape(const uint8_t *p, size_t left, int64_t offset) {
     return escape.length;
 }
 
-// Passes text in which nothing counts. Once an escape sequence of CP50221 was seen, no other tells any more; those of
-// JIS X 0213 do, and what may be cut is left to a closer look. Once the input is coded, a NUL decides nothing.
+// Skips text in which nothing counts. In non-ASCII input a NUL decides nothing. After an escape sequence of CP50221
+// only those of JIS X 0213 count; one that `end` may cut is left to a closer look.
 const uint8_t *SjisScanner::skip_text(const uint8_t *p, const uint8_t *end) const {
     const uint8_t *const whole = end - (kLongestEscape - 1);
-    if (coded && !counts_nuls_) {
+    if (non_ascii && !counts_nuls_) {
         return skip_plain<kEsc>(p, end);
     }
-    return jis_escape && p < whole ? find_pattern<ToldInJis>(p, whole) : skip_plain<0, kEsc>(p, end);
+    return jis_escape && p < whole ? find_pattern<CountsInJis>(p, whole) : skip_plain<0, kEsc>(p, end);
 }
 
 // Takes two-byte codes from p on, up to `until`, as long as the table maps them; returns where they end.
@@ -72,7 +72,7 @@ const uint8_t *SjisScanner::take_mapped_codes(const uint8_t *p, const uint8_t *u
     return p;
 }
 
-// Takes ordinary text, in which nothing has to be told apart but kana. Returns where the rest begins.
+// Takes ordinary text. Returns where the rest begins.
 const uint8_t *SjisScanner::take_ordinary_text(const uint8_t *p, const uint8_t *end) {
     const OrdinaryRun run = ordinary_two_byte_run<OrdinarySjis>(p, end, katakana_);
     found.valid += run.valid;
@@ -91,7 +91,7 @@ const uint8_t *SjisScanner::scan_text(const uint8_t *p, const uint8_t *end, bool
                                       int64_t offset) {
     while (p < end) {
         const uint8_t *close = end;
-        if (coded && !counts_nuls_) {
+        if (non_ascii && !counts_nuls_) {
             const uint8_t *const from = p;
             p = take_ordinary_text(p, end);
             close = close_look_end(from, p, end);
@@ -99,16 +99,16 @@ const uint8_t *SjisScanner::scan_text(const uint8_t *p, const uint8_t *end, bool
         while (p < close) {
             const uint8_t b = *p;
             if (is_sjis_katakana(b)) {
-                coded = true;
+                non_ascii = true;
                 katakana_.add();
                 ++p;
                 continue;
             }
             katakana_.close();
             if (b >= 0x80) {
-                coded = true;
+                non_ascii = true;
                 if (end - p < 2) {
-                    return p; // cut: goes on in the next block, and at the end of the input counts nothing
+                    return p; // cut: goes on in the next block; at the end of the input it counts nothing
                 }
                 const uint8_t *behind = take_mapped_codes(p, close, end);
                 if (behind == p) {
@@ -121,7 +121,7 @@ const uint8_t *SjisScanner::scan_text(const uint8_t *p, const uint8_t *end, bool
                 if (at_even_offset && !last && p + 1 == end) {
                     return p;
                 }
-                coded = true;
+                non_ascii = true;
                 if (at_even_offset) {
                     big_units += p + 1 < end && is_latin(p[1]) ? 1 : 0;
                 } else {

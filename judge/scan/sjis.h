@@ -1,4 +1,4 @@
-// The scanner that always runs: Shift_JIS characters, JIS escapes, and NUL bytes, which speak for UTF-16.
+// The scanner for Shift_JIS, JIS escape sequences and NULs. Judgement feeds it every block, before the other scanners.
 #pragma once
 
 #include "core/internal.h"
@@ -9,21 +9,21 @@ namespace jkc {
 
 class SjisScanner {
 public:
-    // NULs only lower the byte order of UTF-16 that has more errors, which cannot win anyway: without `counts_nuls` they
-    // are passed once one was seen.
+    // Without `counts_nuls`, NULs are skipped in non-ASCII input: they only lower the byte order of UTF-16 that has
+    // more errors, which cannot win anyway.
     SjisScanner(const JkcContext &ctx, bool counts_nuls)
         : table_(ctx.sjis_src_table), count_(ctx.sjis_src_count), classes_(ctx.uni_def_table),
           counts_nuls_(counts_nuls) {}
 
-    // Takes the bytes from p to end; `origin` stands at offset `offset` of the input. Returns where it stopped: at a
-    // character that goes on behind `end`.
+    // Takes the bytes from p to end; `origin` is at `offset` in the input. Returns where it stopped: at `end`, or at a
+    // character that `end` cuts.
     const uint8_t *scan(const uint8_t *p, const uint8_t *end, bool last, const uint8_t *origin, int64_t offset);
 
     Evidence found;
-    bool coded = false;       // a NUL or a byte of 0x80 or more was seen
+    bool non_ascii = false;   // a NUL or a byte of 0x80 or more was seen
     bool jis_escape = false;  // an escape sequence of CP50221 was seen
-    bool jis2004 = false;     // a JIS X 0213 designation was seen while little spoke against it
-    int64_t big_units = 0;    // NULs in the high half of a big-endian unit of Latin text
+    bool jis2004 = false;     // a JIS X 0213 designation was seen while the errors were tolerable
+    int64_t big_units = 0;    // NULs in the high byte of a big-endian code unit of Latin text
     int64_t little_units = 0; // the same for little-endian
 
 private:

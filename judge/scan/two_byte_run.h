@@ -1,8 +1,8 @@
 // Counts runs of ordinary Japanese text in Shift_JIS and EUC, 32 bytes at a time.
 //
-// Which bytes are leads cannot be told from the bytes alone: trails look like them. But in a row of bytes that could all
-// be leads every second one is, from the first on, and a byte that could be none ends the row, whether it is the trail
-// of the last lead or a character by itself.
+// A trail byte may look like a lead byte. But in a row of bytes that all look like lead bytes, every second one is a
+// lead byte, from the first on. The row ends at a byte that cannot be one: the trail byte of the last lead byte, or a
+// character by itself.
 #pragma once
 
 #include "core/bytes.h"
@@ -11,15 +11,17 @@
 
 namespace jkc {
 
-// The codes of the rows that make up nearly all of a text, without holes. Each encoding tells by single() which bytes are
-// neither leads nor 7-bit text; of a lead and the byte behind it, whether they are an ordinary code, and if so, whether
-// it is a kana; and where half-width katakana begin, except at trails.
+// Which codes are ordinary: the rows that make up nearly all of a text, without the unmapped cells.
+//
+// single() tells which bytes are neither lead bytes nor ASCII; code() whether a lead byte and the byte behind it are an
+// ordinary code; kana() whether an ordinary code is a kana; katakana() where half-width katakana begin, if not at a
+// trail byte.
 struct OrdinarySjis {
     using Katakana = KatakanaRuns<1>;
     static Bytes16 single(Bytes16 first) { return katakana(first, first) | equals(first, kEsc); }
     static Bytes16 katakana(Bytes16 first, Bytes16 /*second*/) { return between(first, 0xA1, 0xDF); }
     static Bytes16 code(Bytes16 first, Bytes16 second) {
-        constexpr uint8_t kJoin = 0xA0; // makes one row of the leads 81 to 9F and E0 to FC
+        constexpr uint8_t kJoin = 0xA0; // joins the lead bytes 81 to 9F and E0 to FC
         const Ordered rows(first ^ splat16(kJoin));
         const Ordered trails(second);
         const Bytes16 begins_late = equals(first, 0x82) | equals(first, 0x88);
@@ -52,18 +54,18 @@ struct OrdinaryEuc {
     static Bytes16 kana(Bytes16 first) { return equals_masked<0xFE>(first, 0xA4); }
 };
 
-// Of a row of candidates in `mask`, every second one from its first on.
+// Every second bit of each row of bits in `mask`, from its first on.
 constexpr uint32_t every_second(uint32_t mask) {
     constexpr uint32_t kEven = 0x55555555;
     const uint32_t begins = mask & ~(mask << 1);
-    // Adding its begin to a row carries through all of it.
+    // Adding its first bit to a row carries through all of it.
     const uint32_t from_even = mask & ~(mask + (begins & kEven));
     return (from_even & kEven) | (mask & ~from_even & ~kEven);
 }
 static_assert(every_second(0b0011'1101'1011) == 0b0001'0100'1001);
 
-// Counts from p, the begin of a character, to the first one that is neither ASCII nor an ordinary code nor a half-width
-// katakana, or to the last 32 bytes. What is scanned lies in one block; a byte behind `end` must be readable.
+// Counts from p, a boundary, to the first character that is neither ASCII nor an ordinary code nor a half-width
+// katakana, or to the last 32 bytes. The text lies in one block; a byte behind `end` must be readable.
 template <class Ordinary>
 inline OrdinaryRun ordinary_two_byte_run(const uint8_t *p, const uint8_t *end,
                                          typename Ordinary::Katakana &katakana_runs) {
@@ -71,16 +73,16 @@ inline OrdinaryRun ordinary_two_byte_run(const uint8_t *p, const uint8_t *end,
     while (end - p >= kStride) {
         const Bytes16 left = load16(p);
         const Bytes16 right = load16(p + kWide);
-        const uint32_t coded = movemask(left, right);
+        const uint32_t non_ascii = movemask(left, right);
         const uint32_t singles = movemask(Ordinary::single(left), Ordinary::single(right));
-        if ((coded | singles) == 0) {
+        if ((non_ascii | singles) == 0) {
             katakana_runs.add(0, kStride);
             p += kStride;
             continue;
         }
         const Bytes16 left_second = load16(p + 1);
         const Bytes16 right_second = load16(p + 1 + kWide);
-        const uint32_t leads = every_second(coded & ~singles);
+        const uint32_t leads = every_second(non_ascii & ~singles);
         const uint32_t trails = leads << 1;
         const uint32_t codes = movemask(Ordinary::code(left, left_second), Ordinary::code(right, right_second));
         const uint32_t kana = movemask(Ordinary::kana(left), Ordinary::kana(right));
@@ -95,7 +97,7 @@ inline OrdinaryRun ordinary_two_byte_run(const uint8_t *p, const uint8_t *end,
             p += __builtin_ctz(stops);
             break;
         }
-        // A lead in the last place is left to the next stride, with its trail.
+        // A lead byte in the last place is left to the next stride, with its trail byte.
         const uint32_t last = leads >> (kStride - 1);
         const uint32_t whole = ~(last << (kStride - 1));
         counts.add(two_byte & whole, two_byte & whole & kana);

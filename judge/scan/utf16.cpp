@@ -8,20 +8,20 @@ namespace jkc {
 
 namespace {
 
-// What one decision looks at, at most: a big-endian pair and the little-endian unit behind it.
+// The most bytes that one step needs: a big-endian pair and the little-endian code unit behind it.
 constexpr int kLookAhead = 6;
 
-// What the two sides count differently. Stored judgements rely on these counts, so the differences stay.
+// What the two byte orders count differently. Programs rely on these judgements, so the differences stay.
 struct BigRules : BigEndian {
-    static constexpr uint32_t kExempt = kReplacement;  // a unit without evidence of its own that is no error
-    static constexpr int64_t kLoneSurrogateErrors = 0; // a high surrogate without its partner
+    static constexpr uint32_t kExempt = kReplacement;  // a code unit that is no evidence but counts as valid
+    static constexpr int64_t kLoneSurrogateErrors = 0; // of a high surrogate without its partner
 };
 struct LittleRules : LittleEndian {
     static constexpr uint32_t kExempt = kSwappedReplacement;
     static constexpr int64_t kLoneSurrogateErrors = 2;
 };
 
-// A unit that may belong together with the next one.
+// A code unit that may form a pair with the next one: a surrogate pair, or a base with its combining mark.
 bool wants_partner(uint32_t unit) { return is_high_surrogate(unit) || (kScanClasses[unit] & kScanBase) != 0; }
 
 template <class Rules>
@@ -30,7 +30,7 @@ bool has_partner(uint32_t unit, const uint8_t *next) {
     return wants_partner(unit) && (is_high_surrogate(unit) ? is_low_surrogate(partner) : is_combining_mark(partner));
 }
 
-// Whether the decisions on the unit at p need bytes behind `end`.
+// Whether the code unit at p, in either byte order, needs bytes behind `end`.
 bool is_cut(const uint8_t *p, const uint8_t *end) {
     const uint32_t big_unit = BigEndian::unit(p);
     const uint32_t little_unit = LittleEndian::unit(p);
@@ -44,7 +44,7 @@ bool is_cut(const uint8_t *p, const uint8_t *end) {
     return wants_partner(little_unit) && end - p < 2;
 }
 
-// Counts one unit; `next` is the unit behind it. Returns whether that one belongs to it.
+// Counts a code unit; `next` is the one behind it. Returns whether the two are a pair.
 template <class Rules>
 bool take(Utf16Scanner::Side &side, uint32_t unit, const uint8_t *next, const uint8_t *end) {
     const bool pair = wants_partner(unit) && end - next >= 2 && has_partner<Rules>(unit, next);
@@ -63,7 +63,7 @@ bool take(Utf16Scanner::Side &side, uint32_t unit, const uint8_t *next, const ui
     return pair;
 }
 
-// Units that stand alone, counted.
+// Counts code units that are no part of a pair.
 struct Run {
     int64_t units = 0;
     int64_t evidence = 0;
@@ -81,11 +81,11 @@ struct Run {
 };
 static_assert(kScanEvidence == 1);
 
-// Of the positions of sixteen bytes, those at which a unit begins.
+// The positions at which code units begin.
 constexpr Bytes16 kUnitBegins = {0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0};
 
-// Surrogate pairs of either byte order, told by the high bytes of their units: those of a big-endian one stand first in
-// the units, those of a little-endian one second.
+// Surrogate pairs of either byte order, told by the high bytes of their code units: a big-endian pair matches at its
+// first byte, a little-endian one at its second.
 struct Pairs {
     static bool may_match(const uint8_t *p) { return any(match(p)); }
     static Bytes16 match(const uint8_t *p) {
@@ -93,13 +93,13 @@ struct Pairs {
     }
 };
 
-// Whether any may be a combining mark, in either byte order: U+0306, U+0308, U+3099, U+309A, and some rare others.
+// The combining marks in either byte order (U+0306, U+0308, U+3099, U+309A), and some rare code units more.
 Units8 may_be_marks(Units8 units) {
     return units_equal_masked<0xFFF1>(units, 0x0300) | units_equal_masked<0xF1FF>(units, 0x0003) |
            units_equal_masked<0xFFFC>(units, 0x3098) | units_equal_masked<0xFCFF>(units, 0x9830);
 }
 
-// Combining marks of either byte order: U+0306, U+0308, U+3099, U+309A.
+// The combining marks in either byte order.
 struct Marks {
     static bool may_match(const uint8_t *p) { return any_unit(may_be_marks(reinterpret_cast<Units8>(load16(p)))); }
     static Bytes16 match(const uint8_t *p) {
@@ -115,9 +115,9 @@ struct Marks {
 
 } // namespace
 
-// As long as nothing that is looked for stands in a block, the block can be passed. Otherwise it is scanned, also for
-// what makes the cursor jump: surrogate pairs count once compositions are taken out between their units. Where the
-// next block begins depends on the last units alone, if these are no partners.
+// A block without anything wanted can be passed. Otherwise it is scanned, also for what moves the cursor: once a base
+// and its mark are passed as a pair, other code units may form surrogate pairs. Where the next block begins depends on
+// the last code units alone, if these are no pair.
 const uint8_t *Utf16Scanner::watch(const uint8_t *p, const uint8_t *end, bool last, Wanted wanted) {
     constexpr ptrdiff_t kTail = 8;
     const auto has_pairs = [end](const uint8_t *from) { return find_pattern<Pairs>(from, end) != end; };
@@ -132,8 +132,8 @@ const uint8_t *Utf16Scanner::watch(const uint8_t *p, const uint8_t *end, bool la
     return stands - p >= 2 && is_cut(stands - 2, stands) ? stands - 2 : stands;
 }
 
-// Takes the units from p on in which neither byte order has anything but single characters; returns where they end. The
-// next unit, four bytes in all, must be visible.
+// Takes code units from p on as long as neither byte order has a pair or a special one; returns where they end. Four
+// bytes must be visible at p.
 const uint8_t *Utf16Scanner::take_singles(const uint8_t *p, const uint8_t *end) {
     Run big_run;
     Run little_run;
@@ -159,26 +159,26 @@ const uint8_t *Utf16Scanner::take_singles(const uint8_t *p, const uint8_t *end) 
     return p;
 }
 
-// Whether all are 7-bit and no NUL: evidence, and no part of anything longer in the other byte order either.
-bool are_plain(Units8 units) { return !any_unit(~units_between(units, 0x01, 0x7F)); }
+// Whether all are ASCII and no NUL: evidence, and no part of a pair in the other byte order either.
+bool are_ascii(Units8 units) { return !any_unit(~units_between(units, 0x01, 0x7F)); }
 
-// The units with kScanSpecial, and some rare others.
+// The code units with kScanSpecial, and some rare ones more.
 Units8 may_be_special(Units8 units) {
     return units_equal_masked<0xFC00>(units, 0xD800) |
            units_equal_masked<kReplacement & kSwappedReplacement>(units, kReplacement & kSwappedReplacement);
 }
 
-// Takes units from p on, eight at a time, and counts them for one byte order alone. Stops in front of eight units that
-// may hold something else than single characters, in either byte order, and before the last nine.
+// Takes code units from p on, eight at a time, and counts them for one byte order alone. Stops at eight that may hold a
+// pair or a special one, in either byte order, and before the last nine.
 template <class Rules>
 const uint8_t *take_singles_of(Utf16Scanner::Side &side, const uint8_t *p, const uint8_t *end) {
-    constexpr ptrdiff_t kReach = kWide + 2; // the unit behind the last one may be its mark
+    constexpr ptrdiff_t kReach = kWide + 2; // the code unit behind the last one may be its combining mark
     static_assert(kUnits * kScanEvidence < kScanKana);
     Run run;
     const uint8_t *const begin = p;
     for (; end - p >= kReach; p += kWide) {
         const Units8 units = load8<Rules>(p);
-        if (are_plain(units)) {
+        if (are_ascii(units)) {
             run.evidence += kUnits;
             continue;
         }
@@ -200,14 +200,15 @@ const uint8_t *take_singles_of(Utf16Scanner::Side &side, const uint8_t *p, const
     return p;
 }
 
-// One cursor serves both byte orders: behind a big-endian pair the little-endian side looks for its partner after
-// that pair. The counts of both sides depend on it.
+// One cursor serves both byte orders: behind a big-endian pair, the little-endian side looks for a partner behind that
+// pair. The counts of both sides depend on it.
 const uint8_t *Utf16Scanner::scan(const uint8_t *p, const uint8_t *end, bool last) {
-    constexpr ptrdiff_t kCloseLook = kWide; // passes what stopped the eight
-    const bool one_side = drops_sides_ && is_out(big) != is_out(little);
+    constexpr ptrdiff_t kCloseLook = kWide; // passes what stopped take_singles_of()
+    const bool one_side = drops_sides_ && is_eliminated(big) != is_eliminated(little);
     while (end - p >= 2) {
         if (one_side) {
-            p = is_out(big) ? take_singles_of<LittleRules>(little, p, end) : take_singles_of<BigRules>(big, p, end);
+            p = is_eliminated(big) ? take_singles_of<LittleRules>(little, p, end)
+                                   : take_singles_of<BigRules>(big, p, end);
         }
         const uint8_t *const close = one_side && end - p > kCloseLook ? p + kCloseLook : end;
         while (close - p >= 2) {

@@ -12,8 +12,8 @@ namespace jkc {
 
 namespace {
 
-// Where a character may stand that tells whether it can take a combining mark: every two-byte one, and U+3000 to U+30FF.
-struct Telling {
+// Where a decisive character may stand: a two-byte one, or one of U+3000 to U+30FF.
+struct Decisive {
     static Bytes16 match(const uint8_t *p) {
         const Bytes16 first = load16(p);
         const Bytes16 second = load16(p + 1);
@@ -22,14 +22,14 @@ struct Telling {
     }
 };
 
-// Whether the last telling character can take a combining mark.
-struct BaseFollower {
+// Tracks whether the last decisive character takes a combining mark.
+struct BaseTracker {
     enum class State : uint8_t { kUnknown, kNo, kYes };
     static constexpr State kUnknown = State::kUnknown;
     static constexpr size_t kLongest = 4;
 
-    static const uint8_t *last_telling(const uint8_t *begin, const uint8_t *to) {
-        return find_last_pattern<Telling>(begin, to);
+    static const uint8_t *last_decisive(const uint8_t *begin, const uint8_t *to) {
+        return find_last_pattern<Decisive>(begin, to);
     }
 
     static const uint8_t *pass(const uint8_t *p, const uint8_t *end, State &state) {
@@ -40,12 +40,12 @@ struct BaseFollower {
         switch (length) {
         case 2:
             if (is_trail(p[1])) {
-                tell(kScanClasses[utf8_code_point(p[0], p[1])], kScanText, state);
+                decide(kScanClasses[utf8_code_point(p[0], p[1])], kScanText, state);
             }
             return p + 2;
         case 3:
             if (is_trail(p[1]) && is_trail(p[2])) {
-                tell(kScanClasses[utf8_code_point(p[0], p[1], p[2])], kScanKana, state);
+                decide(kScanClasses[utf8_code_point(p[0], p[1], p[2])], kScanKana, state);
             }
             return p + 3;
         case 4:
@@ -55,14 +55,14 @@ struct BaseFollower {
         }
     }
 
-    static void tell(uint8_t scan_class, ScanClass telling, State &state) {
-        if ((scan_class & telling) != 0) {
+    static void decide(uint8_t scan_class, ScanClass decisive, State &state) {
+        if ((scan_class & decisive) != 0) {
             state = (scan_class & kScanBase) != 0 ? State::kYes : State::kNo;
         }
     }
 };
 
-// Where a valid sequence may stand.
+// Where a well-formed sequence may stand.
 struct Valid {
     static bool may_match(const uint8_t *p) { return any(match(p)); }
     static Bytes16 match(const uint8_t *p) {
@@ -80,7 +80,7 @@ struct FourBytes {
     }
 };
 
-// Where one of the marks may stand: CC 86, CC 88, E3 82 99, E3 82 9A.
+// Where a combining mark may stand: CC 86, CC 88, E3 82 99, E3 82 9A.
 struct Marks {
     static bool may_match(const uint8_t *p) {
         const Bytes16 first = load16(p);
@@ -100,19 +100,19 @@ struct Marks {
 } // namespace
 
 Utf8Scanner::Place Utf8Scanner::advance(Place from, const uint8_t *to, const uint8_t *end) {
-    BaseFollower::State state = from.base ? BaseFollower::State::kYes : BaseFollower::State::kNo;
-    const uint8_t *p = follow(BaseFollower(), from.p, to, end, state);
-    return {p, state == BaseFollower::State::kYes};
+    BaseTracker::State state = from.base ? BaseTracker::State::kYes : BaseTracker::State::kNo;
+    const uint8_t *p = resynchronise(BaseTracker(), from.p, to, end, state);
+    return {p, state == BaseTracker::State::kYes};
 }
 
-bool Utf8Scanner::is_out(const uint8_t *p, const uint8_t *end) const {
+bool Utf8Scanner::is_eliminated(const uint8_t *p, const uint8_t *end) const {
     return found.errors >= kTooManyErrors && (found.valid > 0 || find_pattern<Valid>(p, end) == end);
 }
 
-// A place that looks right counts only where scan() would come by with a character to begin.
+// A match counts only where scan() would begin a character.
 const uint8_t *Utf8Scanner::watch(const uint8_t *p, const uint8_t *end, Wanted wanted) {
     if (!wanted.four_byte && !wanted.decomposed) {
-        return end; // nothing is left to tell, so it does not matter where it stands
+        return end; // nothing is left to find, so boundaries no longer matter
     }
     const Place begin{p, base_};
     if (wanted.four_byte) {
@@ -135,28 +135,28 @@ const uint8_t *Utf8Scanner::watch(const uint8_t *p, const uint8_t *end, Wanted w
     return place.p;
 }
 
-// What a scan counts, on the stack as long as it runs.
+// The counters of a scan, on the stack so that they stay in registers.
 struct Utf8Scanner::Tally {
     Evidence found;
     int64_t four_byte;
     int64_t decomposed;
-    // Whether the last telling character before `told_at` can take a combining mark. Runs are counted without looking
-    // at that, so it may lag behind.
+    // Whether the last decisive character before `known_at` takes a combining mark. Runs are counted without looking at
+    // that, so it may lag behind.
     bool base;
-    const uint8_t *told_at;
+    const uint8_t *known_at;
 
-    // Whether there is any is all that is asked.
-    bool marks_count() const { return decomposed == 0; }
+    // One combining mark is enough to know that there are any.
+    bool seeks_marks() const { return decomposed == 0; }
     bool base_at(const uint8_t *p, const uint8_t *end) {
-        if (told_at < p) {
-            base = advance({told_at, base}, p, end).base;
-            told_at = p;
+        if (known_at < p) {
+            base = advance({known_at, base}, p, end).base;
+            known_at = p;
         }
         return base;
     }
-    void tell(bool is_base, const uint8_t *behind) {
+    void set_base(bool is_base, const uint8_t *behind) {
         base = is_base;
-        told_at = behind;
+        known_at = behind;
     }
 
     // Each counts the sequence at p and returns its length.
@@ -167,8 +167,8 @@ struct Utf8Scanner::Tally {
             return 2;
         }
         found.valid += 2;
-        decomposed += (scan_class & kScanMark) != 0 && marks_count() && base_at(p, end) ? 4 : 0;
-        tell((scan_class & kScanBase) != 0, p + 2);
+        decomposed += (scan_class & kScanMark) != 0 && seeks_marks() && base_at(p, end) ? 4 : 0;
+        set_base((scan_class & kScanBase) != 0, p + 2);
         return 2;
     }
 
@@ -182,8 +182,8 @@ struct Utf8Scanner::Tally {
         found.valid += 3;
         if ((scan_class & kScanKana) != 0) {
             found.kana += 3;
-            decomposed += (scan_class & kScanMark) != 0 && marks_count() && base_at(p, end) ? 6 : 0;
-            tell((scan_class & kScanBase) != 0, p + 3);
+            decomposed += (scan_class & kScanMark) != 0 && seeks_marks() && base_at(p, end) ? 6 : 0;
+            set_base((scan_class & kScanBase) != 0, p + 3);
         }
         return 3;
     }
@@ -211,7 +211,7 @@ const uint8_t *Utf8Scanner::scan(const uint8_t *p, const uint8_t *end, bool last
             const size_t length = utf8_length(*p);
             const auto left = static_cast<size_t>(end - p);
             if (length > left) {
-                // Goes on in the next block; at the end of the input the cut bytes and the missing one count.
+                // Goes on in the next block; at the end of the input the cut bytes count, and one more.
                 tally.found.errors += last ? static_cast<int64_t>(left) + 1 : 0;
                 end = p;
                 break;
@@ -222,7 +222,7 @@ const uint8_t *Utf8Scanner::scan(const uint8_t *p, const uint8_t *end, bool last
                                : tally.four_byte_or_error(p);
         }
     }
-    base_ = tally.marks_count() && tally.base_at(p, end);
+    base_ = tally.seeks_marks() && tally.base_at(p, end);
     found = tally.found;
     four_byte = tally.four_byte;
     decomposed = tally.decomposed;

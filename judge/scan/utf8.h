@@ -1,4 +1,4 @@
-// The scanner for UTF-8.
+// The scanner for UTF-8. Judgement feeds it the blocks of non-ASCII input.
 #pragma once
 
 #include "judge/scan/evidence.h"
@@ -7,7 +7,7 @@ namespace jkc {
 
 class Utf8Scanner {
 public:
-    // Takes the bytes from p to end. Returns where it stopped: at a character that goes on behind `end`.
+    // Takes the bytes from p to end. Returns where it stopped: at `end`, or at a character that `end` cuts.
     const uint8_t *scan(const uint8_t *p, const uint8_t *end, bool last);
 
     // What watch() still looks for.
@@ -15,16 +15,17 @@ public:
         bool four_byte;
         bool decomposed;
     };
-    // As scan(), but counts only what is wanted, and of that only whether there is any. For text in which it is_out().
+    // As scan(), but looks only for what is wanted, and only whether there is any. For input of which UTF-8
+    // is_eliminated().
     const uint8_t *watch(const uint8_t *p, const uint8_t *end, Wanted wanted);
 
-    // Whether UTF-8 cannot win any more, and has shown the valid character that keeps it in the set all the same, or does
-    // not from p to end.
-    bool is_out(const uint8_t *p, const uint8_t *end) const;
+    // Whether UTF-8 cannot win any more. One valid character keeps it in the set all the same: it must have been
+    // counted, or not be there from p to end.
+    bool is_eliminated(const uint8_t *p, const uint8_t *end) const;
 
     Evidence found;
     int64_t four_byte = 0;  // bytes of four-byte sequences
-    int64_t decomposed = 0; // bytes of bases with their marks
+    int64_t decomposed = 0; // bytes of bases with their combining marks
 
 private:
     struct Tally;
@@ -36,7 +37,7 @@ private:
     };
     static Place advance(Place from, const uint8_t *to, const uint8_t *end);
 
-    bool base_ = false; // the last character that tells can take a combining mark
+    bool base_ = false; // the last decisive character takes a combining mark
 };
 
 } // namespace jkc

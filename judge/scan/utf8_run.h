@@ -5,13 +5,13 @@
 
 namespace jkc {
 
-// The three-byte characters that make up nearly all of a text: those that begin with E3 to E9 or EF, but for U+302A to
-// U+3040, U+3097 to U+309A, U+30A0, U+3100 to U+4DFF, U+9F80 to U+9FFF and, of EF, everything but U+FF01 to U+FFBE. All
-// of them are text, and those of E3 from E3 81 on are kana.
+// Which characters are ordinary: those of the lead bytes E3 to E9 and EF but for U+302A to U+3040, U+3097 to U+309A,
+// U+30A0, U+3100 to U+4DFF, U+9F80 to U+9FFF and, of EF, everything but U+FF01 to U+FFBE. All of them are text, and
+// from E3 81 to E3 83 they are kana.
 struct OrdinaryUtf8 {
     static Bytes16 lead(Bytes16 first) { return between(first, 0xE3, 0xE9) | equals(first, 0xEF); }
     static Bytes16 trail(Bytes16 bytes) { return equals_masked<0xC0>(bytes, 0x80); }
-    // Given that `first` is a lead.
+    // Given that `first` is such a lead byte.
     static Bytes16 character(Bytes16 first, Bytes16 second, Bytes16 third) {
         const Ordered seconds(second);
         const Ordered thirds(third);
@@ -30,15 +30,15 @@ struct OrdinaryUtf8 {
     static Bytes16 kana(Bytes16 first, Bytes16 second) { return equals(first, 0xE3) & Ordered(second).above(0x80); }
 };
 
-// Counts from p, the begin of a character, to the first one that is neither ASCII nor ordinary, or to the last 32 bytes.
-// What is scanned lies in one block; two bytes behind `end` must be readable.
+// Counts from p, a boundary, to the first character that is neither ASCII nor ordinary, or to the last 32 bytes. The
+// text lies in one block; two bytes behind `end` must be readable.
 inline OrdinaryRun ordinary_utf8_run(const uint8_t *p, const uint8_t *end) {
     MaskCounts counts;
     while (end - p >= kStride) {
         const Bytes16 left = load16(p);
         const Bytes16 right = load16(p + kWide);
-        const uint32_t coded = movemask(left, right);
-        if (coded == 0) {
+        const uint32_t non_ascii = movemask(left, right);
+        if (non_ascii == 0) {
             p += kStride;
             continue;
         }
@@ -49,15 +49,15 @@ inline OrdinaryRun ordinary_utf8_run(const uint8_t *p, const uint8_t *end) {
         const uint32_t characters = movemask(OrdinaryUtf8::character(left, left_second, load16(p + 2)),
                                              OrdinaryUtf8::character(right, right_second, load16(p + 2 + kWide)));
         const uint32_t kana = movemask(OrdinaryUtf8::kana(left, left_second), OrdinaryUtf8::kana(right, right_second));
-        const uint32_t stops = (leads & ~characters) | (coded & ~(leads | trails));
+        const uint32_t stops = (leads & ~characters) | (non_ascii & ~(leads | trails));
         if (stops != 0) [[unlikely]] {
             const uint32_t before = leads & below_lowest(stops);
             counts.add(before, before & kana);
             p += __builtin_ctz(stops);
             break;
         }
-        // A lead in the last two places is left to the next stride.
-        const uint32_t last = leads >> (kStride - 2); // at most one of them
+        // A lead byte in the last two places is left to the next stride.
+        const uint32_t last = leads >> (kStride - 2);
         const uint32_t whole = leads & ~(last << (kStride - 2));
         counts.add(whole, whole & kana);
         p += kStride - (last != 0 ? 3 - last : 0);
