@@ -57,7 +57,7 @@ string recoded(string text, const char *encoding) {
 }
 
 // What one scanner or another must not overlook once it has stopped counting: marks and bases, four-byte sequences,
-// surrogates of both byte orders, codes of the EUC flavours, escape sequences, NULs.
+// surrogates of both byte orders, codes of the EUC variants, escape sequences, NULs.
 const std::vector<string> kTelling = {
     "\xCC\x86",         "\xCC\x88",         "\xE3\x82\x99",     "\xE3\x82\x9A",     "\xE3\x81\x8B\xE3\x82\x99",
     "\xD0\xB8\xCC\x86", "\xF0\x9F\x98\x80", "\xD8\x40\xDC\x0B", "\x40\xD8\x0B\xDC", "\x30\x4B\x30\x99",

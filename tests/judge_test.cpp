@@ -72,12 +72,12 @@ Judged judge(const Case &c, Way way, size_t piece) {
     if (way == Way::kReader) {
         ctx->mode = JKC_MODE_READER; // an entry point keeps a source that stands in the context already
     }
-    if (c.options.has("keep") || c.options.has("plain")) {
+    if (c.options.has("keep") || c.options.has("hint")) {
         ctx->in_ptr = buffer.data();
         ctx->in_end = buffer.data() + buffer.size();
         ctx->in_file = stream.file();
         ctx->mode |= way == Way::kBuffer ? JKC_MODE_BUFFER : way == Way::kReader ? JKC_MODE_READER : JKC_MODE_STREAM;
-        judged.result = _jkc_judges(ctx, type_out, line_out, preferred, c.options.has("plain"), c.options.has("keep"));
+        judged.result = _jkc_judges(ctx, type_out, line_out, preferred, c.options.has("hint"), c.options.has("keep"));
         judged.kept = take_blocks(*ctx);
         judged.reusable = true;
     } else {
@@ -103,7 +103,7 @@ Judged expected(const Case &c) {
     const Options &o = c.options;
     const auto number = [&o](const char *name, int otherwise) { return static_cast<int>(o.number(name, otherwise)); };
     const int result = number("result", 0);
-    const auto mark = static_cast<size_t>(o.number("mark")); // bytes that are not kept
+    const auto bom = static_cast<size_t>(o.number("bom")); // bytes that are not kept
     return {result,
             o.has("no_type") ? kUntouched : number("type", result),
             o.has("eol") ? number("eol", 0) : kUntouched,
@@ -111,7 +111,7 @@ Judged expected(const Case &c) {
             o.has("utfmac"),
             o.text("euc", "common"),
             o.text("jis", "50221"),
-            o.has("keep") || (o.has("plain") && o.has("eol")) ? c.input.substr(mark) : "",
+            o.has("keep") || (o.has("hint") && o.has("eol")) ? c.input.substr(bom) : "",
             true};
 }
 
