@@ -56,7 +56,7 @@ void sort(Ranked &ranked) {
 Verdict single(int code_type) { return {code_type, Verdict::Kind::kSingle}; }
 Verdict several(int32_t set) { return {set, Verdict::Kind::kSet}; }
 
-// Whether the preferred candidate is among those without errors.
+// Among candidates without errors the preferred one wins.
 bool preferred_is_clean(const Ranked &ranked, int preferred) {
     for (const Candidate *candidate : ranked) {
         if (candidate->found.errors > 0) {

@@ -11,7 +11,7 @@ namespace {
 // The most bytes that one step needs: a big-endian pair and the little-endian code unit behind it.
 constexpr int kLookAhead = 6;
 
-// What the two byte orders count differently. Programs rely on these judgements, so the differences stay.
+// What the two byte orders count differently. Judgements depend on these differences, so they stay.
 struct BigRules : BigEndian {
     static constexpr uint32_t kExempt = kReplacement;  // a code unit that is no evidence but counts as valid
     static constexpr int64_t kLoneSurrogateErrors = 0; // of a high surrogate without its partner
