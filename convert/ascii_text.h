@@ -13,7 +13,7 @@ namespace jkc {
 // How ASCII text lies in the source: in a byte or in a UTF-16 code unit each.
 struct Bytes {
     static constexpr size_t kWidth = 1;
-    static bool ends_run(const uint8_t *p) { return !is_plain(*p); }
+    static bool ends_run(const uint8_t *p) { return !is_ascii(*p); }
     static uint32_t at(const uint8_t *p) { return *p; }
     static Bytes16 load(const uint8_t *p) { return load16(p); }
     static Bytes16 run_ends(Bytes16 text) { return text; }

@@ -23,7 +23,7 @@ public:
 
     bool fast(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
         const uint8_t b = *p;
-        if (is_plain(b)) {
+        if (is_ascii(b)) {
             text_.take(p, o, e, steps);
         } else if (b >= 0xA1) {
             take_two_byte_run(p, o, e, steps);

@@ -93,7 +93,7 @@ public:
             p += 2;
             return true;
         }
-        if (set_ == kKatakana || shifted_out_ || b == kEsc || b == kSo || b == kSi || !is_plain(b)) {
+        if (set_ == kKatakana || shifted_out_ || b == kEsc || b == kSo || b == kSi || !is_ascii(b)) {
             return false;
         }
         text_.take(p, o, e, steps);
@@ -125,7 +125,7 @@ public:
             }
         } else if (b == kSo) {
             shifted_out_ = true;
-        } else if (!is_plain(b)) {
+        } else if (!is_ascii(b)) {
             o = ill_formed(o, e);
         } else if (b != kSi) {
             const uint8_t *p = in.p;

@@ -16,7 +16,7 @@ public:
 
     bool fast(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
         const uint8_t b = *p;
-        if (is_plain(b)) {
+        if (is_ascii(b)) {
             text_.take(p, o, e, steps);
         } else if (is_sjis_katakana(b)) {
             o = katakana(p, o, e);

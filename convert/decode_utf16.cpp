@@ -106,8 +106,8 @@ private:
         Encoder local = e; // a copy that no store into the output can alias
         while (steps > kUnits) {
             const Units8 units = load8<Order>(p);
-            const bool plain = !kIsUtf16<Encoder> && !any_unit(~units_between(units, 0, 0x7F));
-            if (plain || any_unit(stops(units))) {
+            const bool ascii = !kIsUtf16<Encoder> && !any_unit(~units_between(units, 0, 0x7F));
+            if (ascii || any_unit(stops(units))) {
                 break;
             }
             if constexpr (kIsUtf16<Encoder>) {

@@ -72,7 +72,7 @@ public:
         : ctx_(*ctx), text_(*ctx), composes_(composes(*ctx)), suppress_(ctx->suppress != 0) {}
 
     bool fast(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
-        if (is_plain(p[0])) {
+        if (is_ascii(p[0])) {
             text_.take(p, o, e, steps);
             return true;
         }
@@ -160,7 +160,7 @@ private:
     // Length of the character at p. An ill-formed sequence within the last three bytes of the input ends the conversion;
     // before them its first byte is ill-formed.
     static size_t length_at(const uint8_t *p, size_t left) {
-        if (is_plain(p[0])) {
+        if (is_ascii(p[0])) {
             return 1;
         }
         if (left == 1) {

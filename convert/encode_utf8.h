@@ -35,9 +35,9 @@ public:
         if (c - 0x80 < 0x800 - 0x80) [[unlikely]] {
             return put(o, c);
         }
-        const bool plain = c < 0x80;
-        put_four_bytes(o, select(plain, c, three_bytes(c)));
-        return o + select(plain, 1, 3);
+        const bool ascii = c < 0x80;
+        put_four_bytes(o, select(ascii, c, three_bytes(c)));
+        return o + select(ascii, 1, 3);
     }
     uint8_t *put_supplementary(uint8_t *o, uint32_t c) {
         o[0] = static_cast<uint8_t>(0xF0 | c >> 18);

@@ -82,7 +82,7 @@ Flow take_last_character(Decoder &d, const AsciiText<Bytes> &text, size_t needed
                          Encoder &e) {
     const uint8_t *p = in.p;
     size_t one = 1;
-    if (is_plain(*p)) {
+    if (is_ascii(*p)) {
         text.take(p, o, e, one, in.left() > 1);
     } else if (in.left() >= needed) {
         d.fast(p, o, e, one);

@@ -15,7 +15,7 @@ constexpr uint8_t kSo = 0x0E;
 constexpr uint8_t kSi = 0x0F;
 constexpr uint8_t kEsc = 0x1B;
 
-constexpr bool is_plain(uint8_t b) { return b < 0x80; }
+constexpr bool is_ascii(uint8_t b) { return b < 0x80; }
 
 // Shift_JIS: a half-width katakana is one byte of this range.
 constexpr bool is_sjis_katakana(uint8_t b) { return b >= 0xA1 && b <= 0xDF; }

@@ -68,7 +68,7 @@ inline uint32_t stop_mask(Bytes16 bytes) {
 // Passes 7-bit bytes other than kStops, sixteen at a time while there are that many before `end`; returns where it
 // stopped: at a stop byte, or with fewer than sixteen bytes left.
 template <uint8_t... kStops>
-inline const uint8_t *skip_plain(const uint8_t *p, const uint8_t *end) {
+inline const uint8_t *skip_ascii(const uint8_t *p, const uint8_t *end) {
     while (static_cast<size_t>(end - p) >= kWide) {
         const uint32_t mask = stop_mask<kStops...>(load16(p));
         if (mask != 0) {

@@ -66,7 +66,7 @@ struct JisLineScanner : LineScanner {
             shifted_out = true;
             return line.pass(1);
         }
-        return is_plain(*line.p) ? take_unit(line) : Scan::kInvalid;
+        return is_ascii(*line.p) ? take_unit(line) : Scan::kInvalid;
     }
 
     // Only katakana and SI, not even an escape sequence. The next call does not know of a run that the limit cuts.

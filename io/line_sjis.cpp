@@ -11,7 +11,7 @@ struct SjisLineScanner : LineScanner {
     explicit SjisLineScanner(const JkcContext &ctx) : table(ctx.sjis_src_table), count(ctx.sjis_src_count) {}
 
     Scan step(Line &line) const {
-        if (is_plain(*line.p)) {
+        if (is_ascii(*line.p)) {
             return take_unit(line);
         }
         if (is_sjis_katakana(*line.p)) {

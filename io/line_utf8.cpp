@@ -14,7 +14,7 @@ struct Utf8LineScanner {
 
     static Scan step(Line &line) {
         const uint8_t *p = line.p;
-        if (is_plain(*p)) {
+        if (is_ascii(*p)) {
             return take_unit(line);
         }
         if (line.left() == 1) {

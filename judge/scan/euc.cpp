@@ -17,7 +17,7 @@ void count(Evidence &variant, bool mapped, int length) { (mapped ? variant.valid
 
 // The EucClass bits of a code.
 uint8_t class_of(uint8_t high, uint8_t low) {
-    return is_plain(high) || is_plain(low) ? uint8_t{0} : kEucClasses[euc_class_index(high, low)];
+    return is_ascii(high) || is_ascii(low) ? uint8_t{0} : kEucClasses[euc_class_index(high, low)];
 }
 
 bool is_cut(const uint8_t *p, const uint8_t *end) { return end - p < (*p == kSs3 ? 3 : 2); }
@@ -35,7 +35,7 @@ struct TableTracker {
     }
 
     static const uint8_t *pass(const uint8_t *p, const uint8_t *end, State &state) {
-        if (is_plain(*p)) {
+        if (is_ascii(*p)) {
             return p + 1;
         }
         if (is_cut(p, end)) {
@@ -117,7 +117,7 @@ const uint8_t *EucScanner::take_mapped_codes(const uint8_t *p, const uint8_t *un
     const uint8_t in_use = in_use_ & (kInGeneric | kIn51932);
     const uint8_t *const begin = p;
     int64_t kana = 0;
-    while (p < until && end - p >= 2 && !is_plain(*p) && *p != kSs2 && *p != kSs3) {
+    while (p < until && end - p >= 2 && !is_ascii(*p) && *p != kSs2 && *p != kSs3) {
         if ((class_of(p[0], p[1]) & in_use) == 0) {
             break;
         }
@@ -142,9 +142,9 @@ const uint8_t *EucScanner::scan_text(const uint8_t *p, const uint8_t *end, bool 
         const uint8_t *const close = close_look_end(from, p, end);
         while (p < close) {
             const uint8_t b = *p;
-            if (is_plain(b)) {
+            if (is_ascii(b)) {
                 katakana_.close();
-                p = skip_plain(p + 1, end);
+                p = skip_ascii(p + 1, end);
                 continue;
             }
             if (is_cut(p, end)) {

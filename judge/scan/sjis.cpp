@@ -48,9 +48,9 @@ size_t SjisScanner::take_escape(const uint8_t *p, size_t left, int64_t offset) {
 const uint8_t *SjisScanner::skip_text(const uint8_t *p, const uint8_t *end) const {
     const uint8_t *const whole = end - (kLongestEscape - 1);
     if (non_ascii && !counts_nuls_) {
-        return skip_plain<kEsc>(p, end);
+        return skip_ascii<kEsc>(p, end);
     }
-    return jis_escape && p < whole ? find_pattern<CountsInJis>(p, whole) : skip_plain<0, kEsc>(p, end);
+    return jis_escape && p < whole ? find_pattern<CountsInJis>(p, whole) : skip_ascii<0, kEsc>(p, end);
 }
 
 // Takes two-byte codes from p on, up to `until`, as long as the table maps them; returns where they end.
@@ -59,7 +59,7 @@ const uint8_t *SjisScanner::take_mapped_codes(const uint8_t *p, const uint8_t *u
     const uint64_t count = count_;
     const uint8_t *const begin = p;
     int64_t kana = 0;
-    while (p < until && end - p >= 2 && !is_plain(*p) && !is_sjis_katakana(*p)) {
+    while (p < until && end - p >= 2 && !is_ascii(*p) && !is_sjis_katakana(*p)) {
         const uint32_t code = two_byte_code(p[0], p[1]);
         if (code >= count || table[code] == 0) {
             break;

@@ -216,7 +216,7 @@ const uint8_t *Utf8Scanner::scan(const uint8_t *p, const uint8_t *end, bool last
                 end = p;
                 break;
             }
-            p += is_plain(*p)  ? 1
+            p += is_ascii(*p)  ? 1
                  : length == 3 ? tally.three_byte(p, end)
                  : length == 2 ? tally.two_byte(p, end)
                                : tally.four_byte_or_error(p);
