@@ -1,8 +1,5 @@
 #pragma once
 
-#ifndef JKC_INTERNAL_API
-#define JKC_INTERNAL_API
-#endif
 #include "jkc.h"
 
 namespace jkc {
