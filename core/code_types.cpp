@@ -108,6 +108,7 @@ namespace {
 
 constexpr char kUnknown[] = "Unknown";
 constexpr size_t kLongestName = 255; // what jkc_nameto_type compares of a name
+constexpr size_t kRoomForAllNames = 160;
 
 uint32_t copy_name(char *buf, const char *name) {
     const size_t length = strlen(name);
@@ -181,6 +182,37 @@ uint32_t jkc_multi_type_names(char *buf, size_t size, int mask_or_type) {
     }
     const auto mask = static_cast<uint32_t>(mask_or_type);
     return join_names(buf, size, [mask](const JkcTypeName &row) { return (row.mask & mask) != 0; });
+}
+
+uint32_t jkc_judged_type_names(char *buf, size_t size, int judged) {
+    char whole[kRoomForAllNames];
+    size_t length = 0;
+    if (judged == -1) {
+        length = copy_name(whole, "None");
+    } else if (!is_set(judged)) {
+        length = jkc_typeto_name(whole, judged);
+    } else {
+        // The bits of a judgement leave room for the two rows without a code type; the masks of the rows do not.
+        length = join_names(whole, sizeof whole - 1, [judged](const JkcTypeName &row) {
+            return row.mask != 0 && (judged & JKC_JUDGED_BIT(row.type)) != 0;
+        });
+        if (length == 0) {
+            length = copy_name(whole, kUnknown);
+        }
+    }
+    if (size == 0) {
+        return static_cast<uint32_t>(length);
+    }
+    size_t written = length;
+    if (written >= size) {
+        written = size - 1;
+        while (written > 0 && whole[written] != ';') { // whole names only
+            --written;
+        }
+    }
+    memcpy(buf, whole, written);
+    buf[written] = '\0';
+    return static_cast<uint32_t>(length);
 }
 
 uint32_t jkc_all_type_names(char *buf, size_t size) {

@@ -6,7 +6,8 @@
 
 namespace {
 
-constexpr float kVersion = 2.2F;
+constexpr float kVersion = (JKC_VERSION_MAJOR * 10 + JKC_VERSION_MINOR) / 10.0F;
+static_assert(JKC_VERSION_MINOR < 10, "jkc_get_version() has one digit for it");
 
 // Callers in other languages declare this record by themselves, so its layout is fixed field by field.
 #define JKC_FIELD(name, offset, width)                                                                                 \
@@ -101,5 +102,7 @@ void release_jkc(JkcContext *ctx) {
     ll_release(&ctx->blocks);
     free(ctx);
 }
+
+uint32_t jkc_version_number() { return JKC_VERSION_NUMBER; }
 
 float jkc_get_version() { return kVersion; }

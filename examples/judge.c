@@ -16,17 +16,6 @@ static const char *line_ends(int found) {
     }
 }
 
-/* The names of a code type, or of the set of several that fit. */
-static void print_names(int judged) {
-    for (int type = JKC_TYPE_EMPTY; type <= JKC_TYPE_UTF8_BOM; type++) {
-        if (type == judged || (judged >= 64 && (judged & JKC_JUDGED_BIT(type)) != 0)) {
-            char name[16];
-            jkc_typeto_name(name, type);
-            printf(" %s", name);
-        }
-    }
-}
-
 int main(int argc, char **argv) {
     JkcContext *ctx = create_jkc();
     if (ctx == NULL) {
@@ -41,11 +30,12 @@ int main(int argc, char **argv) {
         } else if (type < 0) {
             printf(" no Japanese text\n");
         } else {
-            print_names(type);
+            char names[160];
+            jkc_judged_type_names(names, sizeof names, type);
             if (type >= 64) {
-                printf(" fit alike\n");
+                printf(" %s fit alike\n", names);
             } else {
-                printf(", line ends: %s\n", line_ends(eol));
+                printf(" %s, line ends: %s\n", names, line_ends(eol));
             }
         }
     }

@@ -1,9 +1,6 @@
 // Exports the tables as the C arrays that jkc.h declares.
 #pragma once
 
-#ifndef JKC_INTERNAL_API
-#define JKC_INTERNAL_API
-#endif
 #include "jkc.h"
 
 namespace jkc {

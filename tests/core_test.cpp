@@ -34,6 +34,7 @@ protected:
 TEST_F(CoreTest, ANewContextHasOptionsOrResultsSet) {
     EXPECT_EQ(ctx->version, 2.2F);
     EXPECT_EQ(jkc_get_version(), 2.2F);
+    EXPECT_EQ(jkc_version_number(), 20200U);
     EXPECT_EQ(ctx->mode, 0U);
     EXPECT_EQ(ctx->suppress + ctx->utfmac_to + ctx->srg_exists + ctx->utfmac_exists + ctx->sts, 0);
     EXPECT_EQ(ctx->nochar_count, 0U);
@@ -106,6 +107,39 @@ TEST(NamesTest, AListOfNamesIsCutInsideANameOrRunsOver) {
     EXPECT_EQ(jkc_multi_type_names(none.data(), 0, 0x40) + jkc_all_type_names(none.data(), 0), 0U);
     EXPECT_EQ(none.bytes, Answer().bytes);
     EXPECT_EQ(jkc_all_type_names_length(), all.size() + 1);
+}
+
+TEST(NamesTest, WhatAJudgementReturnedIsNamedWronglyOrRunsOver) {
+    const struct {
+        int judged;
+        size_t size;
+        std::string written;
+        size_t whole;
+    } cases[] = {
+        {JKC_JUDGED_BIT(4) | JKC_JUDGED_BIT(5) | JKC_JUDGED_BIT(11), 17, "SJIS;EUC;UTF16BE", 16},
+        {JKC_JUDGED_BIT(4) | JKC_JUDGED_BIT(5) | JKC_JUDGED_BIT(11), 16, "SJIS;EUC", 16},
+        {JKC_JUDGED_BIT(4) | JKC_JUDGED_BIT(5) | JKC_JUDGED_BIT(11), 9, "SJIS;EUC", 16},
+        {JKC_JUDGED_BIT(4) | JKC_JUDGED_BIT(5) | JKC_JUDGED_BIT(11), 8, "SJIS", 16},
+        {JKC_JUDGED_BIT(4) | JKC_JUDGED_BIT(5) | JKC_JUDGED_BIT(11), 4, "", 16},
+        {0x7FFFFFFF, 200,
+         "ASCII;JIS(CP50221);JIS2(ISO-2022);SJIS;EUC;EUC1(CP20932);EUC2(CP51932);EUC3(EUC-MS);UTF16BE;"
+         "UTF16BE_BOM;UTF16LE;UTF16LE_BOM;UTF8;UTF8_BOM",
+         137},
+        {JKC_JUDGED_BIT(9), 100, "Unknown", 7},
+        {JKC_TYPE_EMPTY, 100, "Empty", 5},
+        {JKC_TYPE_UTF8, 5, "UTF8", 4},
+        {JKC_TYPE_UTF8, 4, "", 4},
+        {JKC_TYPE_UTF8, 1, "", 4},
+        {-1, 100, "None", 4},
+        {JKC_EREAD, 100, "Unknown", 7},
+        {63, 100, "Unknown", 7},
+    };
+    for (const auto &c : cases) {
+        Answer answer;
+        EXPECT_EQ(jkc_judged_type_names(answer.data(), c.size, c.judged), c.whole) << c.judged;
+        EXPECT_EQ(answer.text(c.written.size()), c.written) << c.judged << " " << c.size;
+    }
+    EXPECT_EQ(jkc_judged_type_names(nullptr, 0, JKC_TYPE_UTF8), 4U);
 }
 
 TEST_F(CoreTest, AMessageIsWrongOrInAnotherCode) {

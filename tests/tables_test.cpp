@@ -1,4 +1,3 @@
-#define JKC_INTERNAL_API
 #include "jkc.h"
 
 #include <map>

@@ -525,7 +525,7 @@ TEST(Cli, HelpFitsOnAScreenAndTheListNamesEveryType) {
         0);
     EXPECT_EQ(box.out, "14\n");
     EXPECT_EQ(box.run("jkc --version"), 0);
-    EXPECT_EQ(box.out, "jkc 2.2 (library 2.2)\n");
+    EXPECT_EQ(box.out, "jkc 2.2.0 (library 2.2)\n");
 }
 
 } // namespace

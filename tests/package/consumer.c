@@ -1,5 +1,4 @@
 /* Uses the installed library as a C99 program would: judges and converts one word. */
-#define JKC_INTERNAL_API
 #include <jkc.h>
 
 #include <string.h>

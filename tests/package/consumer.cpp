@@ -1,5 +1,4 @@
 // The header in a C++17 program.
-#define JKC_INTERNAL_API
 #include <jkc.h>
 
 #include <cstring>

@@ -1,0 +1,12 @@
+# Says what is built, so that nothing is left out unseen.
+set(jni "NOT in")
+if(JKC_HAVE_JNI)
+    set(jni "in")
+endif()
+message(STATUS "libjkc ${PROJECT_VERSION}:")
+message(STATUS "  shared library:          ${JKC_BUILD_SHARED}")
+message(STATUS "  static library:          ${JKC_BUILD_STATIC}")
+message(STATUS "  program jkc:             ${JKC_BUILD_CLI}")
+message(STATUS "  native methods for Java: ${jni}: ${JKC_JNI_REASON}")
+message(STATUS "  tests:                   ${JKC_BUILD_TESTS}")
+message(STATUS "  install:                 ${JKC_INSTALL}")

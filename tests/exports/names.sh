@@ -1,0 +1,28 @@
+#!/bin/bash
+# names.txt lists every name that the shared library exports, so that none comes or goes unseen. Usage:
+#   names.sh check LIBRARY VERSION_SCRIPT   it is what the library exports, and what the public headers declare
+#   names.sh update LIBRARY                 makes it so
+set -euo pipefail
+export LC_ALL=C
+names=$(dirname "$0")/names.txt
+of_java='^(Java_|_jjkc_|_jni_)'
+
+exported=$(nm -D --defined-only "$2" | awk '$2 != "A" { sub(/@.*/, "", $3); print $3 }' | sort) # A: a version node
+listed=$(sort "$names")
+case $1 in
+update)
+    if ! grep -q "$of_java" <<<"$exported"; then # built without Java, whose names stay
+        exported=$(sort <(echo "$exported") <(grep -E "$of_java" <<<"$listed"))
+    fi
+    echo "$exported" >"$names"
+    ;;
+check)
+    declared=$(sed -nE 's/^        ([A-Za-z0-9_]+);$/\1/p' "$3" | grep -vE "$of_java" | sort)
+    if ! grep -q Java_ "$3"; then
+        listed=$(grep -vE "$of_java" <<<"$listed")
+    fi
+    diff <(echo "$listed") <(echo "$exported") || { echo "< listed in names.txt, > exported"; exit 1; }
+    diff <(grep -vE "$of_java" <<<"$listed") <(echo "$declared") || { echo "< exported, > declared"; exit 1; }
+    echo "$(wc -l <<<"$listed") names, all the same"
+    ;;
+esac
