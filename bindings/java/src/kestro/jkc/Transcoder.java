@@ -250,7 +250,7 @@ public final class Transcoder implements AutoCloseable {
     }
 
     private static Detection detection(int judged, int lineEnds) {
-        if (judged < Status.NO_TYPE_FITS) {
+        if (judged < Status.EOF) {
             throw new JkcException(judged);
         }
         return new Detection(judged, LineType.found(lineEnds));
