@@ -15,8 +15,6 @@ import java.util.List;
 import java.util.concurrent.CompletableFuture;
 import java.util.function.Consumer;
 import java.util.stream.Stream;
-import org.junit.After;
-import org.junit.Before;
 import org.junit.Test;
 
 /** What the native methods add to the library: arrays, callbacks, exceptions, objects. */
@@ -31,7 +29,13 @@ public class NativeMethodsTest {
     /** The ways in which bytes reach the native methods. */
     private enum Source { BUFFER, STREAM, FILE }
 
-    private final Jkc jkc = new Jkc();
+    private final Jkc jkc = created();
+
+    private static Jkc created() {
+        Jkc jkc = new Jkc();
+        assertEquals(0, jkc._createJkc());
+        return jkc;
+    }
 
     private static byte[] in(String charset, String text) {
         return text.getBytes(Charset.forName(charset));
@@ -100,16 +104,6 @@ public class NativeMethodsTest {
 
     private int convert(byte[] data, int from, int to, Jkc.Observer observer, Jkc.Writer writer, Object user) {
         return jkc.convertBuffer(data, data.length, from, to, false, observer, writer, user);
-    }
-
-    @Before
-    public void create() {
-        assertEquals(0, jkc._createJkc());
-    }
-
-    @After
-    public void release() {
-        jkc._releaseJkc();
     }
 
     @Test
@@ -224,9 +218,7 @@ public class NativeMethodsTest {
     public void callbackThatCallsBackInIsRefusedButMayReleaseOtherObjects() {
         for (Runnable call : List.<Runnable>of(jkc::_releaseJkc, () -> jkc.judgesBuffer(null, null, SJIS, 1, 0))) {
             assertEquals(0, convert(SJIS, 4, 15, null, (data, length, user) -> {
-                Jkc other = new Jkc();
-                other._createJkc();
-                other._releaseJkc();
+                created()._releaseJkc();
                 assertThrows(IllegalStateException.class, call::run);
                 return 0;
             }, null));
@@ -257,8 +249,7 @@ public class NativeMethodsTest {
 
     @Test
     public void nullSourcesAndObjectsWithoutContextAreRefused() {
-        Jkc released = new Jkc();
-        released._createJkc();
+        Jkc released = created();
         released._releaseJkc();
         List<Consumer<Jkc>> reading = List.of(object -> object.judgesBuffer(null, null, null, 0, 0),
                 object -> object.judgesStream(null, null, null, 0), object -> object.judgesFile(null, null, null, 0),
@@ -274,8 +265,7 @@ public class NativeMethodsTest {
 
     @Test
     public void optionsBelongToTheObjectAndLineTypeTakesItsFourValues() {
-        Jkc other = new Jkc();
-        other._createJkc();
+        Jkc other = created();
         int[][] lineTypesAndWhatHolds = {{1, 1}, {2, 2}, {3, 2}, {-1, 2}, {8, 2}, {0, 0}, {5, 0}, {4, 4}, {9, 4}};
         for (int[] row : lineTypesAndWhatHolds) {
             assertEquals(List.of(row[1], row[1]), List.of(jkc.setLtype(row[0]), jkc.getLtype()));
@@ -290,7 +280,6 @@ public class NativeMethodsTest {
                 List.of(other.getLtype(), other.isSuppress(), other.isUtfmacTo(), other.utfmacExists()));
         jkc.setSuppress(false);
         assertEquals(false, jkc.isSuppress());
-        other._releaseJkc();
     }
 
     @Test

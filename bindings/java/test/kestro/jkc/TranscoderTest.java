@@ -20,7 +20,6 @@ import java.util.TreeMap;
 import java.util.regex.Pattern;
 import java.util.stream.Collectors;
 import java.util.stream.IntStream;
-import org.junit.After;
 import org.junit.Test;
 
 public class TranscoderTest {
@@ -31,11 +30,6 @@ public class TranscoderTest {
     private static final byte[] AMBIGUOUS = {(byte) 0xE0, (byte) 0xA1};
 
     private final Transcoder transcoder = new Transcoder();
-
-    @After
-    public void close() {
-        transcoder.close();
-    }
 
     @Test
     public void numbersAreThoseOfTheHeader() throws Exception {
