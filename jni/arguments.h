@@ -24,8 +24,7 @@ public:
     Elements(const Elements &) = delete;
     Elements &operator=(const Elements &) = delete;
 
-    // Memory was short.
-    bool is_lost() const { return array_ != nullptr && data_ == nullptr; }
+    bool out_of_memory() const { return array_ != nullptr && data_ == nullptr; }
 
     Element *data() const { return data_; }
 

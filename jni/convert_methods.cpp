@@ -14,7 +14,7 @@ jint convert(JNIEnv *env, jobject self, jobject source, uint32_t source_bits, jo
              Convert convert_source) {
     return run(env, self, source, source_bits, [&](const InfoRecord &info) -> jint {
         RunningCall call(env, self, info);
-        if (call.is_lost()) {
+        if (call.out_of_memory()) {
             return JKC_EALLOC;
         }
         int status = call.take_array();
@@ -39,7 +39,7 @@ jint Java_kestro_jkc_Jkc_convertBuffer(JNIEnv *env, jobject self, jbyteArray dat
     return jkc::convert(env, self, data, jkc::kJavaBuffer, observer, writer,
                         [=](JkcContext *ctx, jkc::RunningCall &, JkcObserver observe, JkcWriter write) -> int {
                             const jkc::Bytes bytes(env, data);
-                            if (bytes.is_lost()) {
+                            if (bytes.out_of_memory()) {
                                 return JKC_EALLOC;
                             }
                             return jkc_convert_buffer(ctx, reinterpret_cast<uint8_t *>(bytes.data()),

@@ -20,7 +20,7 @@ void free_info(InfoRecord *info) {
     free(info);
 }
 
-// Looks up the fields that calls write to. False, with an exception pending, when the class has them not.
+// Looks up the fields that calls write to. False, with an exception pending, when the class lacks one.
 bool find_fields(JNIEnv *env, InfoRecord &info) {
     info.sts = env->GetFieldID(info.cls, "sts", "I");
     if (info.sts == nullptr) {

@@ -15,8 +15,8 @@ jint judge(JNIEnv *env, jobject self, jobject source, uint32_t source_bits, jint
     return run(env, self, source, source_bits, [&](const InfoRecord &info) -> jint {
         const Ints type(env, type_out);
         const Ints line(env, line_out);
-        return type.is_lost() || line.is_lost() ? static_cast<jint>(JKC_EALLOC)
-                                                : judge_source(info, type.place(), line.place());
+        return type.out_of_memory() || line.out_of_memory() ? static_cast<jint>(JKC_EALLOC)
+                                                            : judge_source(info, type.place(), line.place());
     });
 }
 
@@ -29,7 +29,7 @@ jint Java_kestro_jkc_Jkc_judgesBuffer(JNIEnv *env, jobject self, jintArray type_
     return jkc::judge(env, self, data, jkc::kJavaBuffer, type_out, line_out,
                       [=](const jkc::InfoRecord &info, jint *type, jint *line) -> jint {
                           const jkc::Bytes bytes(env, data);
-                          if (bytes.is_lost()) {
+                          if (bytes.out_of_memory()) {
                               return JKC_EALLOC;
                           }
                           return jkc_judges_buffer(info.context, type, line, reinterpret_cast<char *>(bytes.data()),
@@ -42,7 +42,7 @@ jint Java_kestro_jkc_Jkc_judgesStream(JNIEnv *env, jobject self, jintArray type_
     return jkc::judge(env, self, stream, jkc::kJavaStream, type_out, line_out,
                       [=](const jkc::InfoRecord &info, jint *type, jint *line) -> jint {
                           jkc::RunningCall call(env, self, info);
-                          if (call.is_lost()) {
+                          if (call.out_of_memory()) {
                               return JKC_TYPE_EMPTY; // nothing was read; conversions say EALLOC
                           }
                           int status = call.take_array();

@@ -32,8 +32,7 @@ public:
     RunningCall(const RunningCall &) = delete;
     RunningCall &operator=(const RunningCall &) = delete;
 
-    // Memory was short.
-    bool is_lost() const { return data_ == nullptr; }
+    bool out_of_memory() const { return data_ == nullptr; }
     bool threw() const { return data_->threw; }
 
     // Prepares the array and looks up the methods of the objects; a null observer or writer has none. SUCCESS, or a

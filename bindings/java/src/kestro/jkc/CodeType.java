@@ -23,20 +23,18 @@ public enum CodeType {
     EUC_51932(7),
     /** The encoding eucJP-ms. */
     EUC_MS(8),
-    /** UTF-16 big-endian, no byte-order mark. */
+    /** UTF-16 big-endian, no BOM. */
     UTF16BE(11),
     /** UTF-16 big-endian after FE FF. */
     UTF16BE_BOM(12),
-    /** UTF-16 little-endian, no byte-order mark. */
+    /** UTF-16 little-endian, no BOM. */
     UTF16LE(13),
     /** UTF-16 little-endian after FF FE. */
     UTF16LE_BOM(14),
-    /** UTF-8, no byte-order mark. */
+    /** UTF-8, no BOM. */
     UTF8(15),
     /** UTF-8 after EF BB BF. */
     UTF8_BOM(16);
-
-    private static final int LOWEST_SET = 64;
 
     private final int number;
 
@@ -62,21 +60,30 @@ public enum CodeType {
     public static Set<CodeType> judged(int judged) {
         Set<CodeType> types = EnumSet.noneOf(CodeType.class);
         for (CodeType type : values()) {
-            boolean fits = judged < LOWEST_SET ? type.number == judged : (judged >> (type.number + 5) & 1) != 0;
-            if (fits) {
+            if (isSet(judged) ? (judged & type.bit()) != 0 : judged == type.number) {
                 types.add(type);
             }
         }
         return types;
     }
 
-    /** Tells whether what was judged is a set with ASCII in it: plain 7-bit text that would make sense as UTF-16. */
+    /** The bit of this code type in a set. */
+    private int bit() {
+        return 1 << (number + 5);
+    }
+
+    /** Any set is greater than the number of any code type. */
+    private static boolean isSet(int judged) {
+        return judged >= ASCII.bit();
+    }
+
+    /** Tells whether what was judged is a set with ASCII in it: 7-bit text that would make sense as UTF-16. */
     static boolean isPlain(int judged) {
-        return judged >= LOWEST_SET && judged(judged).contains(ASCII);
+        return isSet(judged) && judged(judged).contains(ASCII);
     }
 
     /** Tells whether what was judged is one code type, not a set or nothing. */
     static boolean isOne(int judged) {
-        return judged >= 0 && judged < LOWEST_SET;
+        return judged >= 0 && !isSet(judged);
     }
 }

@@ -11,9 +11,9 @@ import java.io.InputStream;
  * is at work, gets an {@link IllegalStateException}.
  *
  * <p>Code types are the numbers of {@link CodeType}, line types those of {@link LineType}. Results are numbers too: 0
- * for success, a negative status, or what was judged (a code type; a set of 64 or more, bit (type + 5) for each; -1
- * when none fits). A method throws {@link NullPointerException} when data, path or stream is null, and
- * {@link IllegalStateException} on an object that was not created or is released.
+ * for success, a negative status, or what was judged (a code type, or a set of those that fit equally, which
+ * {@link CodeType#judged} reads; -1 when none fits). A method throws {@link NullPointerException} when data, path or
+ * stream is null, and {@link IllegalStateException} on an object that was not created or is released.
  */
 public final class Jkc {
     /** The version of the library; known once an object was created. */
@@ -155,7 +155,7 @@ public final class Jkc {
      *
      * @param a a code type
      * @param b another one
-     * @return 1 when b is a with a byte-order mark, -1 when a is b with one, else 0
+     * @return 1 when b is a with a BOM, -1 when a is b with one, else 0
      */
     public native int cmpBom(int a, int b);
 
@@ -182,16 +182,16 @@ public final class Jkc {
     public native int setLtype(int type);
 
     /**
-     * Tells whether conversions leave out what the target lacks.
+     * Tells whether conversions leave out unmappable characters.
      *
-     * @return true when they do, false when they write a substitute
+     * @return true when they do, false when they write a replacement
      */
     public native boolean isSuppress();
 
     /**
-     * Sets whether conversions leave out what the target lacks.
+     * Sets whether conversions leave out unmappable characters.
      *
-     * @param value true to leave it out, false to write a substitute
+     * @param value true to leave them out, false to write a replacement
      */
     public native void setSuppress(boolean value);
 
@@ -217,7 +217,7 @@ public final class Jkc {
     public native boolean utfmacExists();
 
     /**
-     * Tells how many characters of the last conversion had no equivalent in the target.
+     * Tells how many characters of the last conversion were unmappable.
      *
      * @return their number
      */
@@ -226,28 +226,28 @@ public final class Jkc {
     /**
      * Tells where the first such character stands.
      *
-     * @return the offset in bytes after any byte-order mark (its low 32 bits); -1: none
+     * @return the offset in bytes after any BOM (its low 32 bits); -1: none
      */
     public native int getFirstNoCharIndex();
 
     /**
      * Tells where the last such character stands.
      *
-     * @return the offset in bytes after any byte-order mark (its low 32 bits); -1: none
+     * @return the offset in bytes after any BOM (its low 32 bits); -1: none
      */
     public native int getLastNoCharIndex();
 
     /**
      * Tells the first such character.
      *
-     * @return its code in the source, or its code point from Unicode; 0: invalid bytes; -1: none
+     * @return its code in the source, or its code point from Unicode; 0: ill-formed bytes; -1: none
      */
     public native long getFirstNoChar();
 
     /**
      * Tells the last such character.
      *
-     * @return its code in the source, or its code point from Unicode; 0: invalid bytes; -1: none
+     * @return its code in the source, or its code point from Unicode; 0: ill-formed bytes; -1: none
      */
     public native long getLastNoChar();
 

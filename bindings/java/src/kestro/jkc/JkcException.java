@@ -26,7 +26,7 @@ public final class JkcException extends RuntimeException {
             return "the text could be any of " + CodeType.judged(status) + "; tell which one to expect";
         }
         switch (status) {
-            case Status.NO_TYPE_FITS:
+            case Status.EOF:
                 return "the text fits no code type";
             case Status.EALLOC:
                 return "memory is short";

@@ -1,9 +1,10 @@
 package kestro.jkc;
 
-/** The native results that the Java side looks at. */
+/** The native results that the Java side looks at, under the library's names. */
 final class Status {
     static final int SUCCESS = 0;
-    static final int NO_TYPE_FITS = -1;
+    /** From a judgement: no code type fits. */
+    static final int EOF = -1;
     static final int EALLOC = -4;
     static final int EWRITE = -8;
     static final int EUEXPEOD = -22;

@@ -93,9 +93,9 @@ public final class Transcoder implements AutoCloseable {
     }
 
     /**
-     * Sets what conversions do with characters that the target lacks.
+     * Sets what conversions do with unmappable characters.
      *
-     * @param leaveOut true to leave them out, false to write a substitute
+     * @param leaveOut true to leave them out, false to write a replacement
      * @return this transcoder
      */
     public Transcoder suppress(boolean leaveOut) {
@@ -156,7 +156,7 @@ public final class Transcoder implements AutoCloseable {
     }
 
     /**
-     * Makes a string of bytes in any encoding. {@link #lastConversion()} tells what had no equivalent.
+     * Makes a string of bytes in any encoding. {@link #lastConversion()} tells what was unmappable.
      *
      * @param data the bytes
      * @return the text
@@ -167,7 +167,7 @@ public final class Transcoder implements AutoCloseable {
     }
 
     /**
-     * Writes a string in an encoding. {@link #lastConversion()} tells what had no equivalent, with positions that are
+     * Writes a string in an encoding. {@link #lastConversion()} tells what was unmappable, with positions that are
      * twice the index in the string.
      *
      * @param text the text
@@ -175,7 +175,7 @@ public final class Transcoder implements AutoCloseable {
      * @return the bytes
      */
     public byte[] encode(String text, CodeType to) {
-        return convert(text.getBytes(StandardCharsets.UTF_16), to); // with a mark, so that nothing needs guessing
+        return convert(text.getBytes(StandardCharsets.UTF_16), to); // with a BOM, which settles the judgement
     }
 
     /**
@@ -250,7 +250,7 @@ public final class Transcoder implements AutoCloseable {
     }
 
     private static Detection detection(int judged, int lineEnds) {
-        if (judged < Status.NO_TYPE_FITS) {
+        if (judged < Status.EOF) {
             throw new JkcException(judged);
         }
         return new Detection(judged, LineType.found(lineEnds));

@@ -1,55 +1,44 @@
 package kestro.jkc;
 
-import static org.junit.Assert.assertThrows;
-import static org.junit.Assert.assertTrue;
+import static org.junit.Assert.*;
 
 import java.nio.file.Files;
 import java.nio.file.Path;
+import java.util.List;
 import org.junit.Test;
 
-/** What the native side allocates is freed, however an object ends. The smallest block of an object has 48 bytes. */
+/** What the native side allocates is freed, however an object or call ends. An object's smallest block has 48 bytes. */
 public class MemoryTest {
-    private static final int OBJECTS = 10_000;
+    private static final int USES = 10_000;
     private static final int ROUNDS = 10;
     private static final long FAR_LESS_THAN_A_LEAK = 300_000;
 
     @Test
-    public void objectsLeaveNothingWhetherTheyAreClosedOrNot() throws Exception {
-        for (boolean closes : new boolean[] {true, false}) {
-            assertSteady(() -> {
-                Transcoder transcoder = new Transcoder();
-                transcoder.encode("text", CodeType.SJIS);
-                if (closes) {
-                    transcoder.close();
-                }
-            });
-        }
-    }
-
-    @Test
-    public void callsThatThrowLeaveNothing() throws Exception {
+    public void nothingIsLeft() throws Exception {
         Jkc jkc = new Jkc();
         jkc._createJkc();
-        assertSteady(() -> assertThrows(IllegalArgumentException.class,
+        for (Runnable use : List.<Runnable>of(() -> new Transcoder().encode("text", CodeType.SJIS), () -> {
+            try (Transcoder transcoder = new Transcoder()) {
+                transcoder.encode("text", CodeType.SJIS);
+            }
+        }, () -> assertThrows(IllegalArgumentException.class,
                 () -> jkc.convertBuffer("text".getBytes(), 4, 4, 15, false, null, (data, length, user) -> {
                     throw new IllegalArgumentException();
-                }, null)));
-        jkc._releaseJkc();
-    }
-
-    /** A leak shows in every round, the growth of the virtual machine itself in some. */
-    private static void assertSteady(Runnable use) throws Exception {
-        long least = Long.MAX_VALUE;
-        for (int round = 0; round < ROUNDS && least > FAR_LESS_THAN_A_LEAK; ++round) {
-            long before = residentBytes();
-            for (int i = 0; i < OBJECTS; ++i) {
-                use.run();
+                }, null)))) {
+            // A leak shows in every round, the growth of the virtual machine itself in some.
+            long least = Long.MAX_VALUE;
+            for (int round = 0; round < ROUNDS && least > FAR_LESS_THAN_A_LEAK; ++round) {
+                long before = residentBytes();
+                for (int i = 0; i < USES; ++i) {
+                    use.run();
+                }
+                System.gc();
+                Thread.sleep(500); // for the cleaner
+                least = Math.min(least, residentBytes() - before);
             }
-            System.gc();
-            Thread.sleep(500); // for the cleaner
-            least = Math.min(least, residentBytes() - before);
+            assertTrue("each time " + USES + " uses left " + least + " bytes", least < FAR_LESS_THAN_A_LEAK);
         }
-        assertTrue("each time " + OBJECTS + " objects left " + least + " bytes", least < FAR_LESS_THAN_A_LEAK);
+        jkc._releaseJkc();
     }
 
     private static long residentBytes() throws Exception {

@@ -1,10 +1,10 @@
 package kestro.jkc;
 
-import static org.junit.Assert.assertEquals;
-import static org.junit.Assert.assertTrue;
+import static org.junit.Assert.*;
 
 import java.nio.file.Files;
 import java.nio.file.Path;
+import java.nio.file.StandardCopyOption;
 import java.util.ArrayList;
 import java.util.List;
 import org.junit.Test;
@@ -17,9 +17,8 @@ public class NativeLibraryTest {
         } catch (UnsatisfiedLinkError e) {
             System.out.println(e.getMessage());
         }
-        String[] lines = Files.readString(Path.of("/proc/self/maps")).split("\n");
-        List.of(lines).stream().filter(line -> line.contains("libjkc")).map(line -> line.substring(line.indexOf('/')))
-                .distinct().forEach(System.out::println);
+        Files.readString(Path.of("/proc/self/maps")).lines().filter(line -> line.contains("libjkc"))
+                .map(line -> line.substring(line.indexOf('/'))).distinct().forEach(System.out::println);
     }
 
     @Test
@@ -33,14 +32,13 @@ public class NativeLibraryTest {
         String path = "-Djava.library.path=" + folder;
 
         assertEquals(library.toString(), where(jar, property, path));
-        assertEquals(copy.toString(), where(jar, path));
         assertEquals(copy.toString(), where(jar, broken, path));
         String unpacked = where(jar, broken);
         assertTrue(unpacked, unpacked.endsWith("/libjkc.so (deleted)"));
 
         // A library of this name without the native methods, such as one built without Java.
-        Files.delete(copy);
-        Files.copy(Path.of(System.getProperty("java.home"), "lib", "libjava.so"), copy);
+        Path other = Path.of(System.getProperty("java.home"), "lib", "libjava.so");
+        Files.copy(other, copy, StandardCopyOption.REPLACE_EXISTING);
         String both = where(jar, path);
         assertTrue(both, both.contains(copy.toString()) && both.contains("(deleted)"));
         Files.delete(copy);

@@ -1,317 +1,300 @@
 package kestro.jkc;
 
-import static org.junit.Assert.assertArrayEquals;
-import static org.junit.Assert.assertEquals;
-import static org.junit.Assert.assertNotEquals;
-import static org.junit.Assert.assertSame;
-import static org.junit.Assert.assertThrows;
+import static org.junit.Assert.*;
 
 import java.io.ByteArrayInputStream;
+import java.io.FilterInputStream;
 import java.io.IOException;
 import java.io.InputStream;
-import java.lang.reflect.Array;
-import java.lang.reflect.InvocationTargetException;
-import java.lang.reflect.Method;
-import java.lang.reflect.Modifier;
 import java.nio.charset.Charset;
-import java.nio.charset.StandardCharsets;
+import java.nio.file.Files;
+import java.nio.file.Path;
 import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.List;
-import org.junit.After;
-import org.junit.Before;
+import java.util.concurrent.CompletableFuture;
+import java.util.function.Consumer;
+import java.util.stream.Stream;
 import org.junit.Test;
 
+/** What the native methods add to the library: arrays, callbacks, exceptions, objects. */
 public class NativeMethodsTest {
-    private static final String TEXT = "吾輩は猫である。名前はまだ無い。\r\n";
-    private static final byte[] SJIS = TEXT.getBytes(Charset.forName("windows-31j"));
-    private static final byte[] UTF8 = TEXT.getBytes(StandardCharsets.UTF_8);
-    private static final byte[] SEVERAL_PIECES = TEXT.repeat(600).getBytes(Charset.forName("windows-31j"));
+    private static final String TEXT = "吾輩は猫である。\n名前はまだ無い。\r\n";
+    private static final byte[] SJIS = in("windows-31j", TEXT);
+    private static final byte[] LONG = in("windows-31j", TEXT.repeat(600));
+    /** One kanji in Shift_JIS, another in EUC-JP. */
+    private static final byte[] AMBIGUOUS = {(byte) 0xE0, (byte) 0xA1};
     private static final RuntimeException THROWN = new RuntimeException("thrown by a callback");
 
-    private final Jkc jkc = new Jkc();
+    /** The ways in which bytes reach the native methods. */
+    private enum Source { BUFFER, STREAM, FILE }
 
-    @Before
-    public void create() {
+    private final Jkc jkc = created();
+
+    private static Jkc created() {
+        Jkc jkc = new Jkc();
         assertEquals(0, jkc._createJkc());
+        return jkc;
     }
 
-    @After
-    public void release() {
-        jkc._releaseJkc();
+    private static byte[] in(String charset, String text) {
+        return text.getBytes(Charset.forName(charset));
+    }
+
+    /** Keeps the output; at its n-th call it answers or throws something. */
+    private static final class Collector implements Jkc.Writer {
+        final List<String> pieces = new ArrayList<>();
+        private final int call;
+        private final int answer;
+
+        Collector(int call, int answer) {
+            this.call = call;
+            this.answer = answer;
+        }
+
+        @Override
+        public int write(byte[] data, int length, Object thrown) {
+            pieces.add(new String(data, 0, length, Charset.forName("ISO-8859-1")));
+            if (pieces.size() == call && thrown != null) {
+                throw (RuntimeException) thrown;
+            }
+            return pieces.size() == call ? answer : 0;
+        }
+
+        String output(String charset) {
+            return new String(in("ISO-8859-1", String.join("", pieces)), Charset.forName(charset));
+        }
+    }
+
+    /** Gives nothing at every third call, and a byte at a time before it gives all that is wanted. */
+    private static InputStream stream(byte[] bytes) {
+        return new ByteArrayInputStream(bytes) {
+            private int calls;
+
+            @Override
+            public synchronized int read(byte[] data, int offset, int length) {
+                return ++calls % 3 == 0 ? 0 : super.read(data, offset, calls < 10 ? 1 : length);
+            }
+        };
+    }
+
+    /** The name of a file that holds the bytes until the next call. */
+    private static byte[] file(byte[] data) throws IOException {
+        Path file = Path.of(System.getProperty("java.io.tmpdir"), "jkc" + ProcessHandle.current().pid());
+        file.toFile().deleteOnExit();
+        return Files.write(file, data).toString().getBytes();
+    }
+
+    private int judge(Source source, int[] type, int[] line, byte[] data, int preferred) throws IOException {
+        return switch (source) {
+            case BUFFER -> jkc.judgesBuffer(type, line, data, data.length, preferred);
+            case STREAM -> jkc.judgesStream(type, line, stream(data), preferred);
+            case FILE -> jkc.judgesFile(type, line, file(data), preferred);
+        };
+    }
+
+    private int convert(Source source, byte[] data, int from, int to, boolean hint, Jkc.Observer observer,
+            Jkc.Writer writer) throws IOException {
+        return switch (source) {
+            case BUFFER -> jkc.convertBuffer(data, data.length, from, to, hint, observer, writer, null);
+            case STREAM -> jkc.convertStream(stream(data), from, to, hint, observer, writer, null);
+            case FILE -> jkc.convertFile(file(data), from, to, hint, observer, writer, null);
+        };
+    }
+
+    private int convert(byte[] data, int from, int to, Jkc.Observer observer, Jkc.Writer writer, Object user) {
+        return jkc.convertBuffer(data, data.length, from, to, false, observer, writer, user);
     }
 
     @Test
-    public void judgementsAnswerInEveryPlaceThatIsGiven() throws Exception {
-        for (Source source : Source.values()) {
-            for (int places = 0; places < 4; ++places) {
-                int[] type = (places & 1) != 0 ? new int[] {99, 99} : null;
-                int[] line = (places & 2) != 0 ? new int[] {99, 99} : null;
-                jkc.sts = 99;
-                assertEquals(source.name(), 4, source.judge(jkc, type, line, SJIS, 0));
-                assertEquals(source.name(), 4, jkc.sts);
-                assertArrayEquals(type == null ? null : new int[] {4, 99}, type);
-                assertArrayEquals(line == null ? null : new int[] {4, 99}, line);
+    public void everySourceIsJudgedAndConvertedAlike() throws Exception {
+        record Row(byte[] data, int expected, boolean hint, int judged, int lineEnds, int told, int to, String output,
+                List<Number> lost) {}
+        List<Number> none = List.of(0, -1, -1, -1L, -1L);
+        for (Row row : List.of(new Row(new byte[0], 4, false, 0, 0, 0, 15, "", List.of(0, 0, 0, 0L, 0L)),
+                new Row(LONG, 0, false, 4, 5, 4, 15, TEXT.repeat(600), none),
+                new Row(AMBIGUOUS, 4, false, 4, 0, 4, 15, "爍", none),
+                new Row(AMBIGUOUS, 5, false, 5, 0, 5, 15, "燹", none),
+                new Row("ab\n".getBytes(), 5, false, 1, 1, 1, 16, "\uFEFFab\n", none),
+                new Row("ab\n".getBytes(), 5, true, 1, 1, 5, 16, "\uFEFFab\n", none),
+                new Row(in("UTF-8", "a\u1234か\u1235\r"), 15, false, 15, 2, 15, 4, "a?か?\r",
+                        List.of(2, 1, 7, 0x1234L, 0x1235L)))) {
+            for (Source source : Source.values()) {
+                int[] type = {99, 99};
+                int[] line = {99, 99};
+                int[] told = {99};
+                assertEquals(row.judged, judge(source, type, line, row.data, row.expected));
+                assertEquals(row.judged, jkc.sts);
+                assertArrayEquals(new int[] {row.judged, 99}, type);
+                assertArrayEquals(new int[] {row.lineEnds, 99}, line);
+                Collector writer = new Collector(0, 0);
+                assertEquals(0, convert(source, row.data, row.expected, row.to, row.hint, (judged, user) -> {
+                    told[0] = judged;
+                    return 0;
+                }, writer));
+                assertEquals(row.told, told[0]);
+                assertEquals(row.output, writer.output(row.to == 4 ? "windows-31j" : "UTF-8"));
+                assertEquals(row.lost, List.of(jkc.getNoCharCount(), jkc.getFirstNoCharIndex(),
+                        jkc.getLastNoCharIndex(), jkc.getFirstNoChar(), jkc.getLastNoChar()));
             }
-            assertEquals("arrays without room", 4, source.judge(jkc, new int[0], new int[0], SJIS, 0));
-            assertEquals("empty", 0, source.judge(jkc, null, null, new byte[0], 4));
         }
     }
 
     @Test
-    public void lengthIsClippedToTheArray() {
-        int[][] lengthsAndOutputs = {{Integer.MAX_VALUE, UTF8.length}, {16, 24}, {0, 0}, {-1, 0}};
+    public void arraysLengthsAndPathsOfAnySize() throws Exception {
+        assertEquals("no room for answers", 4, jkc.judgesBuffer(new int[0], new int[0], SJIS, SJIS.length, 0));
+        int[][] lengthsAndOutputs = {{Integer.MAX_VALUE, TEXT.length()}, {16, 8}, {0, 0}, {-1, 0}};
         for (int[] row : lengthsAndOutputs) {
             assertEquals(row[1] == 0 ? 0 : 4, jkc.judgesBuffer(null, null, SJIS, row[0], 0));
-            Collector writer = new Collector();
+            Collector writer = new Collector(0, 0);
             assertEquals(0, jkc.convertBuffer(SJIS, row[0], 4, 15, false, null, writer, null));
-            assertArrayEquals(Arrays.copyOf(UTF8, row[1]), writer.output.toByteArray());
+            assertEquals(TEXT.substring(0, row[1]), writer.output("UTF-8"));
+        }
+        byte[] name = file(SJIS);
+        byte[] longest = in("US-ASCII", "/".repeat(4095 - name.length) + new String(name));
+        byte[] tooLong = in("US-ASCII", new String(longest) + "x".repeat(1000));
+        for (byte[] path : new byte[][] {{}, "/nowhere".getBytes(), longest, tooLong}) {
+            boolean opens = path.length >= longest.length;
+            assertEquals(path.length + " bytes", opens ? 4 : -5, jkc.judgesFile(null, null, path, 0));
+            assertEquals(opens ? 0 : -5, jkc.convertFile(path, 4, 15, false, null, null, null));
         }
     }
 
     /** On another thread than the one that created the object: each call has to use its own environment. */
     @Test
-    public void conversionsCallObserverAndWriterWithTheUsersObject() throws Exception {
-        Throwable[] failure = new Throwable[1];
-        Thread other = new Thread(() -> {
-            for (Source source : Source.values()) {
-                Object user = new Object();
-                Collector writer = new Collector();
-                Jkc.Observer observer = (type, object) -> type == 4 && object == user ? jkc.getLtype() : 99;
-                try {
-                    assertEquals(0, source.convert(jkc, SJIS, 4, 15, false, observer, writer, user));
-                    assertSame(user, writer.user);
-                    assertArrayEquals(source.name(), UTF8, writer.output.toByteArray());
-                    assertEquals("vetoed", 4, source.convert(jkc, SJIS, 4, 15, false, observer, writer, null));
-                    assertEquals(4, jkc.sts);
-                    assertEquals("unheard", 0, source.convert(jkc, SJIS, 4, 15, false, null, null, null));
-                } catch (Throwable e) {
-                    failure[0] = e;
-                }
-            }
-        });
-        other.start();
-        other.join();
-        assertSame(null, failure[0]);
+    public void callbacksGetTheUsersObjectOnAnyThread() throws Exception {
+        Object user = new Object();
+        Jkc.Writer writer = (data, length, object) -> object == user ? 0 : 99;
+        CompletableFuture.runAsync(() -> {
+            Jkc.Observer observer = (type, object) -> object == user ? 0 : 99;
+            assertEquals(0, convert(SJIS, 4, 15, observer, writer, user));
+            assertEquals("vetoed", 4, convert(SJIS, 4, 15, observer, writer, null));
+        }).get();
     }
 
     @Test
     public void streamThatFailsAtAnyCallIsAReadErrorWithNothingPending() {
-        for (int call = 1; call <= 5; ++call) {
-            int failing = call;
-            for (Throwable thrown : new Throwable[] {new IOException(), THROWN, new StackOverflowError(), null}) {
-                int[] calls = new int[1];
-                InputStream stream = new ByteArrayInputStream(SJIS) {
-                    @Override
-                    public synchronized int read(byte[] data, int offset, int length) {
-                        if (++calls[0] % failing == 0) {
-                            NativeMethodsTest.<RuntimeException>sneak(thrown);
-                            return length + 1; // more than it was asked for
-                        }
+        for (int row = 2; row < 8; ++row) {
+            int failing = row / 2;
+            boolean throwing = row % 2 == 0;
+            int[] calls = new int[1];
+            InputStream stream = new FilterInputStream(new ByteArrayInputStream(SJIS)) {
+                @Override
+                public int read(byte[] data, int offset, int length) throws IOException {
+                    if (++calls[0] % failing != 0) {
                         return super.read(data, offset, 3);
+                    } else if (throwing) {
+                        throw new IOException();
                     }
-                };
-                assertEquals(-7, jkc.judgesStream(null, new int[1], stream, 0));
-                assertEquals(-7, jkc.sts);
-                Collector writer = new Collector();
-                assertEquals(-7, jkc.convertStream(stream, 4, 15, false, null, writer, null));
-                assertEquals(List.of(), writer.lengths);
-                assertEquals(2 * call, calls[0]);
-            }
+                    return length + 1; // more than it was asked for
+                }
+            };
+            assertEquals(-7, jkc.judgesStream(null, new int[1], stream, 0));
+            assertEquals(-7, jkc.convertStream(stream, 4, 15, false, null, null, null));
+            assertEquals(2 * failing, calls[0]);
         }
-        InputStream neverAnything = new ByteArrayInputStream(SJIS) {
-            @Override
-            public synchronized int read(byte[] data, int offset, int length) {
+    }
+
+    @Test
+    public void callbackThatThrowsStopsTheConversionThere() {
+        for (int call = 1; call <= 3; ++call) {
+            Collector writer = new Collector(call, 0);
+            assertSame(THROWN,
+                    assertThrows(RuntimeException.class, () -> convert(LONG, 4, 2, null, writer, THROWN)));
+            assertEquals(call, writer.pieces.size());
+            assertEquals(-8, jkc.sts);
+        }
+        for (byte[] data : new byte[][] {SJIS, {}}) {
+            Collector writer = new Collector(0, 0);
+            assertSame(THROWN, assertThrows(RuntimeException.class, () -> convert(data, 4, 15, (type, user) -> {
+                throw THROWN;
+            }, writer, null)));
+            assertEquals(List.of(), writer.pieces);
+            assertNotEquals(0, jkc.sts);
+        }
+    }
+
+    @Test
+    public void callbackThatCallsBackInIsRefusedButMayReleaseOtherObjects() {
+        for (Runnable call : List.<Runnable>of(jkc::_releaseJkc, () -> jkc.judgesBuffer(null, null, SJIS, 1, 0))) {
+            assertEquals(0, convert(SJIS, 4, 15, null, (data, length, user) -> {
+                created()._releaseJkc();
+                assertThrows(IllegalStateException.class, call::run);
                 return 0;
-            }
-        };
-        assertEquals(0, jkc.judgesStream(null, null, neverAnything, 0));
-    }
-
-    @SuppressWarnings("unchecked")
-    private static <T extends Throwable> void sneak(Throwable thrown) throws T {
-        if (thrown != null) {
-            throw (T) thrown;
+            }, null));
         }
-    }
-
-    @Test
-    public void callbackThatThrowsStopsTheConversionThere() throws Exception {
-        for (Source source : Source.values()) {
-            for (int call = 1; call <= 3; ++call) {
-                Collector writer = Collector.at(call, 0, THROWN);
-                assertSame(THROWN, assertThrows(RuntimeException.class,
-                        () -> source.convert(jkc, SEVERAL_PIECES, 4, 2, false, null, writer, null)));
-                assertEquals(source.name(), call, writer.lengths.size());
-                assertEquals(-8, jkc.sts);
-                Collector refusing = Collector.at(call, -30, null);
-                assertEquals(-30, source.convert(jkc, SEVERAL_PIECES, 4, 2, false, null, refusing, null));
-                assertEquals(source.name(), call, refusing.lengths.size());
-            }
-            for (byte[] data : new byte[][] {SJIS, {}}) {
-                Collector writer = new Collector();
-                assertSame(THROWN, assertThrows(RuntimeException.class,
-                        () -> source.convert(jkc, data, 4, 15, false, (type, user) -> {
-                            throw THROWN;
-                        }, writer, null)));
-                assertEquals(List.of(), writer.lengths);
-                assertNotEquals(source.name(), 0, jkc.sts);
-            }
-        }
-    }
-
-    @Test
-    public void callbackThatCallsBackInIsRefusedAndOtherObjectsCanBeReleased() throws Exception {
-        Runnable[] calls = {jkc::_releaseJkc, () -> jkc.judgesBuffer(null, null, SJIS, 1, 0)};
-        for (Runnable call : calls) {
-            assertThrows(IllegalStateException.class,
-                    () -> Source.STREAM.convert(jkc, SJIS, 4, 15, false, null, (data, length, user) -> {
-                        Jkc other = new Jkc();
-                        other._createJkc();
-                        other._releaseJkc();
-                        call.run();
-                        return 0;
-                    }, null));
-        }
-        assertEquals(4, jkc.judgesBuffer(null, null, SJIS, SJIS.length, 0));
     }
 
     /** Composed UTF-8 is pending up to 8191 bytes; a writer that answers -22 gets them again with a substitute. */
     @Test
-    public void moreThanTheArrayHoldsArrivesInTwoPieces() throws Exception {
-        byte[] text = ("か\u3099" + "a".repeat(8184) + "𠮷" + "end").getBytes(StandardCharsets.UTF_8);
-        Collector writer = Collector.at(1, -22, null);
+    public void moreThanTheArrayHoldsArrivesInTwoPieces() {
+        String composed = "が" + "a".repeat(8184) + "𠮷";
+        byte[] text = in("UTF-8", "か\u3099" + composed.substring(1) + "end");
         jkc.setUtfmacTo(true);
-        Source.BUFFER.convert(jkc, text, 15, 15, false, null, writer, null);
-        assertEquals(List.of(8191, 8192, 1), writer.lengths);
-        String once = "が" + "a".repeat(8184) + "𠮷";
-        assertEquals(once + once + "\0?", writer.output.toString(StandardCharsets.UTF_8));
-
-        List<Integer> lengths = new ArrayList<>();
-        Jkc.Writer throwing = (data, length, user) -> {
-            lengths.add(length);
-            if (length == 8192) {
-                throw THROWN;
+        for (Object thrown : new Object[] {null, THROWN}) {
+            Collector second = new Collector(2, 5);
+            Jkc.Writer writer = (data, length, user) -> second.write(data, length, user) - (length == 8191 ? 22 : 0);
+            try {
+                convert(text, 15, 15, null, writer, thrown);
+            } catch (RuntimeException e) {
+                assertSame(thrown, e);
             }
-            return -22;
-        };
-        assertThrows(RuntimeException.class,
-                () -> Source.BUFFER.convert(jkc, text, 15, 15, false, null, throwing, null));
-        assertEquals("nothing is called after the exception", List.of(8191, 8192), lengths);
+            assertEquals("nothing is called after a refusal", composed + composed + "\0", second.output("UTF-8"));
+        }
+        Collector first = new Collector(1, -22);
+        convert(text, 15, 15, null, first, null);
+        assertEquals(List.of(8191, 8192, 1), first.pieces.stream().map(String::length).toList());
+        assertEquals(composed + composed + "\0?", first.output("UTF-8"));
     }
 
-    /** Every argument null or zero. */
     @Test
-    public void nullSourcesAndObjectsWithoutContextAreRefused() throws Exception {
-        Jkc released = new Jkc();
-        released._createJkc();
+    public void nullSourcesAndObjectsWithoutContextAreRefused() {
+        Jkc released = created();
         released._releaseJkc();
-        int methods = 0;
-        for (Method method : Jkc.class.getDeclaredMethods()) {
-            if (!Modifier.isNative(method.getModifiers()) || method.getName().equals("_createJkc")) {
-                continue;
-            }
-            ++methods;
-            Object[] arguments = Arrays.stream(method.getParameterTypes())
-                    .map(type -> Array.get(Array.newInstance(type, 1), 0)).toArray();
-            for (Jkc without : new Jkc[] {new Jkc(), released}) {
-                assertEquals(IllegalStateException.class, thrownBy(method, without, arguments));
-            }
-            if (!method.getName().equals("_releaseJkc")) {
-                boolean reads = method.getName().matches("(judges|convert).*");
-                assertEquals(reads ? NullPointerException.class : null, thrownBy(method, jkc, arguments));
-            }
-        }
-        assertEquals(22, methods);
-        assertEquals(0, jkc.sts);
-    }
-
-    private static Class<?> thrownBy(Method method, Jkc object, Object... arguments) throws Exception {
-        try {
-            method.invoke(object, arguments);
-            return null;
-        } catch (InvocationTargetException e) {
-            return e.getCause().getClass();
-        }
+        List<Consumer<Jkc>> reading = List.of(object -> object.judgesBuffer(null, null, null, 0, 0),
+                object -> object.judgesStream(null, null, null, 0), object -> object.judgesFile(null, null, null, 0),
+                object -> object.convertBuffer(null, 0, 0, 0, false, null, null, null),
+                object -> object.convertStream(null, 0, 0, false, null, null, null),
+                object -> object.convertFile(null, 0, 0, false, null, null, null));
+        reading.forEach(use -> assertThrows(NullPointerException.class, () -> use.accept(jkc)));
+        Stream.concat(reading.stream(), Stream.of(Jkc::getLtype, Jkc::_releaseJkc)).forEach(use -> {
+            assertThrows(IllegalStateException.class, () -> use.accept(new Jkc()));
+            assertThrows(IllegalStateException.class, () -> use.accept(released));
+        });
     }
 
     @Test
-    public void pathsAreCutAtTheirLimit() throws Exception {
-        byte[] name = Source.file(SJIS);
-        byte[] longest = new byte[4095];
-        Arrays.fill(longest, (byte) '/');
-        System.arraycopy(name, 0, longest, longest.length - name.length, name.length);
-        byte[] tooLong = Arrays.copyOf(longest, 5000);
-        Arrays.fill(tooLong, 4095, 5000, (byte) 'x');
-        for (byte[] path : new byte[][] {{}, "/nowhere".getBytes(), name, longest, tooLong}) {
-            boolean opens = path.length >= name.length;
-            assertEquals(path.length + " bytes", opens ? 4 : -5, jkc.judgesFile(null, null, path, 0));
-            assertEquals(opens ? 4 : -5, jkc.sts);
-            assertEquals(opens ? 0 : -5, jkc.convertFile(path, 4, 15, false, null, null, null));
-            assertEquals(opens ? 0 : -5, jkc.sts);
-            assertEquals("memory after a file", 4, jkc.judgesBuffer(null, null, SJIS, SJIS.length, 0));
+    public void optionsBelongToTheObjectAndLineTypeTakesItsFourValues() {
+        Jkc other = created();
+        int[][] lineTypesAndWhatHolds = {{1, 1}, {2, 2}, {3, 2}, {-1, 2}, {8, 2}, {0, 0}, {5, 0}, {4, 4}, {9, 4}};
+        for (int[] row : lineTypesAndWhatHolds) {
+            assertEquals(List.of(row[1], row[1]), List.of(jkc.setLtype(row[0]), jkc.getLtype()));
         }
-    }
-
-    @Test
-    public void lineTypeTakesItsFourValuesOnly() {
-        for (int before : new int[] {0, 1, 2, 4}) {
-            for (int value = -1; value <= 9; ++value) {
-                jkc.setLtype(before);
-                int expected = List.of(0, 1, 2, 4).contains(value) ? value : before;
-                assertEquals(expected, jkc.setLtype(value));
-                assertEquals(expected, jkc.getLtype());
-            }
-        }
-    }
-
-    @Test
-    public void optionsAndRecordsOfTwoObjectsUsedInTurnStayApart() throws Exception {
-        Jkc other = new Jkc();
-        other._createJkc();
-        jkc.setLtype(1);
+        byte[] decomposed = in("UTF-8", "か\u3099");
+        jkc.judgesBuffer(null, null, decomposed, decomposed.length, 15);
         jkc.setSuppress(true);
         other.setUtfmacTo(true);
-        byte[] text = "か\u3099\u1234\r\n".repeat(30).getBytes(StandardCharsets.UTF_8);
-        for (int turn = 0; turn < 2; ++turn) {
-            for (Jkc object : new Jkc[] {jkc, other}) {
-                Collector writer = new Collector();
-                Source.STREAM.convert(object, text, 15, 4, false, null, writer, null);
-                String line = object == jkc ? "か\n" : "が?\r\n";
-                assertEquals(line.repeat(30), writer.output.toString("windows-31j"));
-            }
-            // Where the pair is not composed, its mark has no equivalent either.
-            assertEquals(List.of(60, 3, 325, 0x3099L, 0x1234L), record(jkc));
-            assertEquals(List.of(30, 6, 325, 0x1234L, 0x1234L), record(other));
-            assertEquals(List.of(true, false, true), List.of(jkc.isSuppress(), jkc.isUtfmacTo(), jkc.utfmacExists()));
-            assertEquals(List.of(false, true), List.of(other.isSuppress(), other.isUtfmacTo()));
-        }
-        other._releaseJkc();
-    }
-
-    private static List<Number> record(Jkc jkc) {
-        return List.of(jkc.getNoCharCount(), jkc.getFirstNoCharIndex(), jkc.getLastNoCharIndex(), jkc.getFirstNoChar(),
-                jkc.getLastNoChar());
+        assertEquals(List.of(4, true, false, true),
+                List.of(jkc.getLtype(), jkc.isSuppress(), jkc.isUtfmacTo(), jkc.utfmacExists()));
+        assertEquals(List.of(0, false, true, false),
+                List.of(other.getLtype(), other.isSuppress(), other.isUtfmacTo(), other.utfmacExists()));
+        jkc.setSuppress(false);
+        assertEquals(false, jkc.isSuppress());
     }
 
     @Test
-    public void eucCodesAreLookedUpInTheTablesOfTheLastConversion() throws Exception {
+    public void codesVersionAndComparison() {
         long[] always = {0x41, 0x8EB1, 0xA4A2, 0xF4A6};
         long[] threeBytes = {0x8FB0A1, 0x8FEDE3};
-        long[] never = {-1, Long.MIN_VALUE, 0, 0xFFFF, 0x8F0000, 0x1A4A2, 0x8FFFFF, Long.MAX_VALUE};
-        byte[] euc = TEXT.getBytes(Charset.forName("EUC-JP"));
+        long[] never = {-1, Long.MIN_VALUE, 0, 0xFFFF, 0x8F0000, 0x1A4A2, 0x0FB0A1, 0x8FFFFF, Long.MAX_VALUE};
+        byte[] euc = in("EUC-JP", TEXT);
         for (int type : new int[] {5, 6}) {
-            Source.BUFFER.convert(jkc, euc, type, 15, false, null, null, null);
+            convert(euc, type, 15, null, null, null);
             Arrays.stream(always).forEach(code -> assertEquals(true, jkc.isEucLong(code)));
             Arrays.stream(threeBytes).forEach(code -> assertEquals(type == 6, jkc.isEucLong(code)));
             Arrays.stream(never).forEach(code -> assertEquals(false, jkc.isEucLong(code)));
         }
-    }
-
-    @Test
-    public void plainQuestionsAreAnswered() {
-        assertEquals(2.2f, Jkc.nversion, 0);
-        assertEquals(2.2f, jkc.getVersion(), 0);
+        assertEquals(List.of(2.2f, 2.2f), List.of(Jkc.nversion, jkc.getVersion()));
         assertEquals(List.of(1, -1, 0), List.of(jkc.cmpBom(15, 16), jkc.cmpBom(12, 11), jkc.cmpBom(11, 14)));
     }
 }
