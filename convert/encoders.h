@@ -20,8 +20,10 @@ using utf8 = Utf8Encoder;
 
 // For the lists JKC_CONVERTERS_FROM_...(): where they are expanded, jkc::<source>_to() must be there.
 #define JKC_DEFINE_TO_LEGACY(source, target)                                                                           \
-    int32_t _##source##to_##target(JkcContext *ctx) { return jkc::source##_to<jkc::encoders::target>(ctx, false); }
+    int32_t JKC_CONVERTER(source, target)(JkcContext * ctx) {                                                          \
+        return jkc::source##_to<jkc::encoders::target>(ctx, false);                                                    \
+    }
 #define JKC_DEFINE_TO_UNICODE(source, target)                                                                          \
-    int32_t _##source##to_##target(JkcContext *ctx, bool add_bom) {                                                    \
+    int32_t JKC_CONVERTER(source, target)(JkcContext * ctx, bool add_bom) {                                            \
         return jkc::source##_to<jkc::encoders::target>(ctx, add_bom);                                                  \
     }

@@ -22,8 +22,8 @@ struct Route {
     int32_t (*to_unicode)(JkcContext *, bool);
 };
 
-#define JKC_TO_LEGACY(source, target) {families::source, families::target, _##source##to_##target, nullptr},
-#define JKC_TO_UNICODE(source, target) {families::source, families::target, nullptr, _##source##to_##target},
+#define JKC_TO_LEGACY(source, target) {families::source, families::target, JKC_CONVERTER(source, target), nullptr},
+#define JKC_TO_UNICODE(source, target) {families::source, families::target, nullptr, JKC_CONVERTER(source, target)},
 constexpr Route kRoutes[] = {JKC_FOR_EACH_CONVERTER(JKC_TO_LEGACY, JKC_TO_UNICODE)};
 #undef JKC_TO_LEGACY
 #undef JKC_TO_UNICODE
