@@ -220,12 +220,13 @@ TEST(CliConvert, RewritesEachLineEndOnceWhereverItStands) {
         {"utf8bom", "utf8"},          {"sjis", "sjis"},         {"euc", "euc"},         {"jis", "jis"},
         {"utf16lebom", "utf16lebom"}, {"utf16lebom", "utf16le"}};
     for (const auto &[from, to] : conversions) {
+        const size_t beginning = beginnings.at(from).size();
         // The library reads blocks of 8128 bytes, of which a mark may take some.
         for (size_t cr = 8125; cr <= 8130; ++cr) {
             const auto text = [&](const std::string &code, const std::string &line_end) {
                 const size_t unit = code.substr(0, 5) == "utf16" ? 2 : 1;
                 std::string bytes = beginnings.at(code);
-                const std::string spaces((cr - beginnings.at(from).size()) / unit, ' ');
+                const std::string spaces((cr - beginning) / unit, ' ');
                 for (const char c : spaces + line_end + line_end + "b" + line_end) {
                     bytes += c;
                     bytes.append(unit - 1, '\0');
