@@ -74,7 +74,7 @@ public final class Jkc {
      *
      * @param typeOut null, or its first element receives the result; where several or no code types fit, the set of
      *     those that were possible
-     * @param lineOut null, or its first element receives the line ends found, ORed
+     * @param lineOut null, or its first element receives the line ends found, for {@link LineType#found}
      * @param data the bytes
      * @param length how many of them, at most the whole array
      * @param preferred the code type that wins a tie; 0 for none

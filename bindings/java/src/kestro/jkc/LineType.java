@@ -32,7 +32,7 @@ public enum LineType {
     /**
      * Reads the line ends that {@link Jkc} found.
      *
-     * @param bits their numbers ORed; a negative value for none
+     * @param bits their numbers ORed, or the negative status of a text that fits ASCII and UTF-16 alike
      * @return the line ends
      */
     public static Set<LineType> found(int bits) {

@@ -157,6 +157,7 @@ public class NativeMethodsTest {
             boolean opens = path.length >= longest.length;
             assertEquals(path.length + " bytes", opens ? 4 : -5, jkc.judgesFile(null, null, path, 0));
             assertEquals(opens ? 0 : -5, jkc.convertFile(path, 4, 15, false, null, null, null));
+            assertEquals("memory after a file", 4, jkc.judgesBuffer(null, null, SJIS, SJIS.length, 0));
         }
     }
 

@@ -77,9 +77,12 @@ public class TranscoderTest {
             transcoder.expect(type);
             assertKnown(type, type == CodeType.SJIS ? "爍" : "燹", AMBIGUOUS);
         }
-        Detection none = transcoder.detect("\u00FF\u00FF\u00FF".getBytes(StandardCharsets.ISO_8859_1));
-        assertEquals(new Detection(-1, EnumSet.noneOf(LineType.class)), none);
+        byte[] nonsense = "\u00FF\u00FF\u00FF".getBytes(StandardCharsets.ISO_8859_1);
+        Detection none = transcoder.detect(nonsense);
+        assertEquals(new Detection(-1, LineType.found(-20)), none);
+        assertEquals(EnumSet.noneOf(LineType.class), none.lineEnds());
         assertThrows(JkcException.class, none::type);
+        assertThrows(JkcException.class, () -> transcoder.decode(nonsense));
     }
 
     /** The native side finds that plain text of an even length could be UTF-16. */
