@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "support/case_file.h"
+
 namespace jkc::testing {
 
 // Pass CollectingWriter::write as the writer and the object's address as its user data.
@@ -20,21 +22,7 @@ struct CollectingWriter {
         return self->pieces.size() == self->answer_at ? self->answer : 0;
     }
 
-    std::string text() const {
-        std::string all;
-        for (const std::string &piece : pieces) {
-            all += piece;
-        }
-        return all;
-    }
-
-    std::vector<size_t> sizes() const {
-        std::vector<size_t> lengths;
-        for (const std::string &piece : pieces) {
-            lengths.push_back(piece.size());
-        }
-        return lengths;
-    }
+    std::string text() const { return joined(pieces); }
 };
 
 } // namespace jkc::testing

@@ -46,7 +46,11 @@ std::string letter_in(int type) {
 Outcome expected_but_chunks(const Case &c, size_t padding) {
     Outcome o;
     o.status = static_cast<int32_t>(c.options.number("status"));
-    o.selected = c.options.text("jis", "-") + " " + c.options.text("euc", "-");
+    for (const char *table : {"jis", "euc"}) {
+        if (c.options.has(table)) {
+            o.selected.append(table).append("=").append(c.options.text(table)).append(" ");
+        }
+    }
     const bool observed = !c.options.has("unobserved");
     o.told = observed ? static_cast<int>(c.options.number("told", source_type(c))) : kNotTold;
     const std::string nochar = c.options.text("nochar"); // count,index:code,index:code
@@ -82,18 +86,21 @@ struct Session {
 
 } // namespace
 
-std::string Outcome::text() const {
-    std::string all;
-    for (const std::string &chunk : chunks) {
-        all += chunk;
+std::string Outcome::summary() const {
+    std::ostringstream out;
+    if (status != 0) {
+        out << "status=" << status << ' ';
     }
-    return all;
+    if (nochar_count > 0) {
+        out << "nochar=" << nochar_count << ',' << first_index << ":0x" << std::hex << std::uppercase << first_code
+            << std::dec << ',' << last_index << ":0x" << std::hex << last_code << ' ';
+    }
+    out << selected;
+    return out.str();
 }
 
 void PrintTo(const Outcome &o, std::ostream *out) {
-    *out << "status=" << o.status << " nochar=" << o.nochar_count << "," << o.first_index << ":" << std::hex
-         << o.first_code << std::dec << "," << o.last_index << ":" << std::hex << o.last_code << std::dec << " "
-         << o.selected << " told=" << o.told << " reusable=" << o.reusable;
+    *out << o.summary() << "told=" << o.told << " reusable=" << o.reusable;
     for (const std::string &chunk : o.chunks) {
         *out << "\n  " << show_bytes(chunk);
     }
@@ -194,12 +201,16 @@ Outcome convert(const Case &c, Way way) {
     outcome.first_code = ctx->first_nochar;
     outcome.last_index = ctx->last_nochar_index;
     outcome.last_code = ctx->last_nochar;
-    outcome.selected = (family_of(src) == Family::kJis ? jis_source(*ctx) : "-") + " " +
-                       (family_of(dst) == Family::kEuc ? euc_target(*ctx) : "-");
+    outcome.selected = (family_of(src) == Family::kJis ? "jis=" + jis_source(*ctx) + " " : "") +
+                       (family_of(dst) == Family::kEuc ? "euc=" + euc_target(*ctx) + " " : "");
     outcome.told = session.told;
     outcome.reusable = ctx->sts == outcome.status && ctx->blocks->data == nullptr && (ctx->mode & JKC_MODE_SOURCE) == 0;
     release_jkc(ctx);
     return outcome;
+}
+
+std::string recoded(const std::string &text, int from, int to) {
+    return convert(make_case("src=" + std::to_string(from) + " dst=" + std::to_string(to), text), Way::kBuffer).text();
 }
 
 } // namespace jkc::testing

@@ -19,12 +19,14 @@ struct Outcome {
     int64_t first_code = -1;
     int64_t last_index = -1;
     int64_t last_code = -1;
-    std::string selected; // the tables that a converter can change
+    std::string selected; // the tables that a converter can change, as in a case's options
     int told = 0;         // the observer's code type
     bool reusable = true; // the source and its blocks are forgotten, `sts` is the status
 
     bool operator==(const Outcome &) const = default;
-    std::string text() const;
+    // What is to tell besides the output, as a case's options.
+    std::string summary() const;
+    std::string text() const { return joined(chunks); }
 };
 void PrintTo(const Outcome &outcome, std::ostream *out);
 
@@ -38,5 +40,8 @@ Case padded(const Case &c, size_t count);
 
 // Converts a case's input. Where the case says so, the input is judged; otherwise it is taken as what it says.
 Outcome convert(const Case &c, Way way);
+
+// Text of one code type in another.
+std::string recoded(const std::string &text, int from, int to);
 
 } // namespace jkc::testing
