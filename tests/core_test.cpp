@@ -1,5 +1,6 @@
 // The context's defaults, and the names and messages of code types and status codes.
 #include <cerrno>
+#include <climits>
 #include <cstring>
 
 #include <gtest/gtest.h>
@@ -12,22 +13,73 @@ namespace {
 
 constexpr char kUntouched = '#';
 
-// A buffer that shows what was written behind the text.
-struct Answer {
-    std::string bytes = std::string(600, kUntouched);
-
-    char *data() { return bytes.data(); }
-    // The text, when exactly one NUL and nothing else follows it.
-    std::string text(size_t length) const {
-        const std::string rest = bytes.substr(length);
-        return rest == '\0' + std::string(rest.size() - 1, kUntouched) ? bytes.substr(0, length)
-                                                                       : "wrong end: " + bytes;
-    }
-};
+// The text that a function writes, when exactly one NUL and nothing else follows it.
+template <class... Arguments>
+std::string text_of(const auto &function, Arguments... arguments) {
+    std::string bytes(600, kUntouched);
+    const auto length = static_cast<size_t>(function(bytes.data(), arguments...));
+    return bytes.substr(length) == '\0' + std::string(599 - length, kUntouched) ? bytes.substr(0, length)
+                                                                                : "wrong end: " + bytes;
+}
 
 class CoreTest : public ::testing::Test {
 protected:
     ~CoreTest() override { release_jkc(ctx); }
+
+    // The functions of the file layer say the same under names of their own.
+    static std::string type_of(const std::string &name) {
+        EXPECT_EQ(jkc_io_nameto_type(name.c_str()), jkc_nameto_type(name.c_str()));
+        return std::to_string(jkc_nameto_type(name.c_str()));
+    }
+    static std::string name_of(int type) {
+        const std::string name = text_of(jkc_typeto_name, type);
+        EXPECT_EQ(text_of(jkc_io_typeto_name, type), name);
+        return name + " " + type_of(name);
+    }
+    static std::string list_of(int set, size_t size) {
+        const std::string names = text_of(jkc_multi_type_names, size, set);
+        EXPECT_EQ(text_of(jkc_io_multi_type_names, size, set), names);
+        if (set == 0xFFFC0) {
+            EXPECT_EQ(text_of(jkc_all_type_names, size), names);
+            EXPECT_EQ(text_of(jkc_io_all_type_names, size), names);
+        }
+        return names;
+    }
+    static std::string judged_of(int judged, size_t size) {
+        size_t whole = 0;
+        const std::string names = text_of([&](char *buf) {
+            whole = jkc_judged_type_names(buf, size, judged);
+            return strlen(buf);
+        });
+        return std::to_string(whole) + (names.empty() ? "" : " ") + names;
+    }
+    std::string message_of(int status) {
+        std::string message;
+        for (int type = JKC_TYPE_UTF8; type >= 0; type--) {
+            char text[600];
+            char same[600];
+            const uint32_t length = jkc_statusto_message(ctx, text, status, type);
+            EXPECT_EQ(length, strlen(text));
+            EXPECT_EQ(jkc_io_statusto_message(same, status, type), int64_t{length});
+            EXPECT_STREQ(same, text);
+            message = type == JKC_TYPE_UTF8 ? text : message;
+            const bool converted = type == JKC_TYPE_JIS || type == JKC_TYPE_SJIS || type == JKC_TYPE_EUC;
+            EXPECT_EQ(text, converted ? recoded(message, JKC_TYPE_UTF8, type) : message) << type;
+        }
+        return message;
+    }
+    std::string area_of(std::string text, int type) {
+        const std::string before = text;
+        const int32_t length = _convert_buf(ctx, text.data(), text.size(), type);
+        if (type == JKC_TYPE_UTF16BE) {
+            EXPECT_EQ(text, before);
+        } else if (type != JKC_TYPE_JIS) {
+            const std::string kept = recoded(text.substr(0, static_cast<size_t>(length)), type, JKC_TYPE_UTF8);
+            EXPECT_EQ(kept, before.substr(0, kept.size())) << "cut inside a character";
+        }
+        return std::to_string(length);
+    }
+
     JkcContext *ctx = create_jkc();
 };
 
@@ -43,131 +95,37 @@ TEST_F(CoreTest, ANewContextHasOptionsOrResultsSet) {
     release_jkc(nullptr);
 }
 
-TEST(NamesTest, ACodeTypeHasAnotherNameOrNumber) {
-    const char *names[] = {"Empty",         "ASCII",         "JIS(CP50221)", "JIS2(ISO-2022)", "SJIS",     "EUC",
-                           "EUC1(CP20932)", "EUC2(CP51932)", "EUC3(EUC-MS)", "Unknown",        "Unknown",  "UTF16BE",
-                           "UTF16BE_BOM",   "UTF16LE",       "UTF16LE_BOM",  "UTF8",           "UTF8_BOM", "Unknown"};
-    for (int type = -1; type <= 17; type++) {
-        const std::string name = type < 0 ? "Unknown" : names[type];
-        Answer answer;
-        EXPECT_EQ(answer.text(jkc_typeto_name(answer.data(), type)), name);
-        const bool found = name != "Unknown" && type != JKC_TYPE_EMPTY;
-        EXPECT_EQ(jkc_nameto_type(name.c_str()), found ? type : JKC_ECTYPE) << name;
-    }
-    const std::map<std::string, int> others = {
-        {"utf8_bom", 16}, {"Utf16le", 13},     {"jis(cp50221)", 2},   {"dummy2", 0},
-        {"", JKC_ECTYPE}, {"SJI", JKC_ECTYPE}, {"SJISX", JKC_ECTYPE}, {std::string(5000, 'S'), JKC_ECTYPE},
-    };
-    for (const auto &[name, type] : others) {
-        EXPECT_EQ(jkc_nameto_type(name.c_str()), type) << name;
-    }
-    for (int a = 0; a <= 17; a++) {
-        for (int b = 0; b <= 17; b++) {
-            const bool marked = b == a + 1 && (a == 11 || a == 13 || a == 15);
-            const bool unmarked = a == b + 1 && (b == 11 || b == 13 || b == 15);
-            EXPECT_EQ(jkc_cmp_bom(a, b), marked ? 1 : unmarked ? -1 : 0) << a << " " << b;
-        }
-    }
-}
-
-TEST(NamesTest, AListOfNamesIsCutInsideANameOrRunsOver) {
-    const std::string all =
-        "ASCII;JIS(CP50221);JIS2(ISO-2022);SJIS;EUC;EUC1(CP20932);EUC2(CP51932);EUC3(EUC-MS);UTF16BE;"
-        "UTF16BE_BOM;UTF16LE;UTF16LE_BOM;UTF8;UTF8_BOM";
-    const struct {
-        size_t size;
-        int set;
-        std::string names;
-    } cases[] = {
-        {100, 0x40 | 0x200 | 0x40000, "ASCII;SJIS;UTF8"},
-        {15, 0x40 | 0x200 | 0x40000, "ASCII;SJIS;UTF8"},
-        {14, 0x40 | 0x200 | 0x40000, "ASCII;SJIS"},
-        {10, 0x40 | 0x200 | 0x40000, "ASCII;SJIS"},
-        {9, 0x40 | 0x200, "ASCII"},
-        {6, 0x40 | 0x200, "ASCII"},
-        {5, 0x40 | 0x200, "ASCII"},
-        {4, 0x40 | 0x200, ""},
-        {1, 4, "SJIS"},
-        {100, 0, "Empty"},
-        {100, 63, "Unknown"},
-        {100, 0x100000, ""},
-        {100, 0x4000 | 0x8000 | 0x10000 | 0x20000 | 0x80000, "UTF16BE;UTF16BE_BOM;UTF16LE;UTF16LE_BOM;UTF8_BOM"},
-        {137, 0xFFFC0, all},
-        {136, 0xFFFC0, all.substr(0, all.rfind(';'))},
-    };
-    for (const auto &c : cases) {
-        Answer answer;
-        EXPECT_EQ(answer.text(jkc_multi_type_names(answer.data(), c.size, c.set)), c.names) << c.size;
-        if (c.set == 0xFFFC0) {
-            Answer same;
-            EXPECT_EQ(same.text(jkc_all_type_names(same.data(), c.size)), c.names);
-        }
-    }
-    Answer none;
-    EXPECT_EQ(jkc_multi_type_names(none.data(), 0, 0x40) + jkc_all_type_names(none.data(), 0), 0U);
-    EXPECT_EQ(none.bytes, Answer().bytes);
-    EXPECT_EQ(jkc_all_type_names_length(), all.size() + 1);
-}
-
-TEST(NamesTest, WhatAJudgementReturnedIsNamedWronglyOrRunsOver) {
-    const struct {
-        int judged;
-        size_t size;
-        std::string written;
-        size_t whole;
-    } cases[] = {
-        {JKC_JUDGED_BIT(4) | JKC_JUDGED_BIT(5) | JKC_JUDGED_BIT(11), 17, "SJIS;EUC;UTF16BE", 16},
-        {JKC_JUDGED_BIT(4) | JKC_JUDGED_BIT(5) | JKC_JUDGED_BIT(11), 16, "SJIS;EUC", 16},
-        {JKC_JUDGED_BIT(4) | JKC_JUDGED_BIT(5) | JKC_JUDGED_BIT(11), 9, "SJIS;EUC", 16},
-        {JKC_JUDGED_BIT(4) | JKC_JUDGED_BIT(5) | JKC_JUDGED_BIT(11), 8, "SJIS", 16},
-        {JKC_JUDGED_BIT(4) | JKC_JUDGED_BIT(5) | JKC_JUDGED_BIT(11), 4, "", 16},
-        {0x7FFFFFFF, 200,
-         "ASCII;JIS(CP50221);JIS2(ISO-2022);SJIS;EUC;EUC1(CP20932);EUC2(CP51932);EUC3(EUC-MS);UTF16BE;"
-         "UTF16BE_BOM;UTF16LE;UTF16LE_BOM;UTF8;UTF8_BOM",
-         137},
-        {JKC_JUDGED_BIT(9), 100, "Unknown", 7},
-        {JKC_TYPE_EMPTY, 100, "Empty", 5},
-        {JKC_TYPE_UTF8, 5, "UTF8", 4},
-        {JKC_TYPE_UTF8, 4, "", 4},
-        {JKC_TYPE_UTF8, 1, "", 4},
-        {-1, 100, "None", 4},
-        {JKC_EREAD, 100, "Unknown", 7},
-        {63, 100, "Unknown", 7},
-    };
-    for (const auto &c : cases) {
-        Answer answer;
-        EXPECT_EQ(jkc_judged_type_names(answer.data(), c.size, c.judged), c.whole) << c.judged;
-        EXPECT_EQ(answer.text(c.written.size()), c.written) << c.judged << " " << c.size;
-    }
-    EXPECT_EQ(jkc_judged_type_names(nullptr, 0, JKC_TYPE_UTF8), 4U);
-}
-
-TEST_F(CoreTest, AMessageIsWrongOrInAnotherCode) {
+TEST_F(CoreTest, ANameOrMessageIsWrongOrInAnotherCode) {
+    check_results("names.txt", [this](const Case &c) {
+        const Options &o = c.options;
+        const auto number = [&o](const char *name) { return static_cast<int>(o.number(name)); };
+        return o.has("type")     ? name_of(number("type"))
+               : o.has("name")   ? type_of(o.text("name"))
+               : o.has("set")    ? list_of(number("set"), static_cast<size_t>(o.number("size")))
+               : o.has("judged") ? judged_of(number("judged"), static_cast<size_t>(o.number("size")))
+               : o.has("status") ? message_of(number("status"))
+                                 : area_of(parse_bytes(o.text("area")), number("to"));
+    });
     EXPECT_EQ(_satusMessageSize, 18U);
     EXPECT_EQ(_typeNamesSize, 17U);
     EXPECT_STREQ(_satusMessage[0].message, "SUCCESS:処理成功");
-    const std::map<int, std::string> messages = {
-        {-1, "EOF:入力ファイルの終わり"},
-        {-4, "EALLOC:メモリー・アロケート・エラー"},
-        {-12, "EIONOTOPEN:未オープン・ファイルへのアクセス"},
-        {-21, "EBOM:BOM 不正（未使用）"},
-        {-24, "ELTYPE:改行コード・タイプ誤り"},
-        {0, "Unknown"},
-        {-9, "Unknown"},
-        {-14, "Unknown"},
-        {-19, "Unknown"},
-        {-25, "Unknown"},
-        {1, "Unknown"},
-    };
-    for (const auto &[status, message] : messages) {
-        for (int type = 0; type <= 16; type++) {
-            Answer answer;
-            const uint32_t length = jkc_statusto_message(ctx, answer.data(), status, type);
-            Case c{"", {}, message, ""};
-            c.options.add("src=15 dst=" + std::to_string(type));
-            const bool recoded = type == JKC_TYPE_JIS || type == JKC_TYPE_SJIS || type == JKC_TYPE_EUC;
-            EXPECT_EQ(answer.data(), recoded ? convert(c, Way::kBuffer).text() : message) << status << " " << type;
-            EXPECT_EQ(length, strlen(answer.data()));
+    char none = kUntouched;
+    EXPECT_EQ(jkc_multi_type_names(&none, 0, 0x40) + jkc_all_type_names(&none, 0), 0U);
+    EXPECT_EQ(none, kUntouched);
+    EXPECT_EQ(jkc_judged_type_names(nullptr, 0, JKC_TYPE_UTF8), 4U);
+    EXPECT_EQ(jkc_all_type_names_length(), 138U);
+    EXPECT_EQ(jkc_io_all_type_names_length(), 138);
+}
+
+TEST(NamesTest, AMarkIsSeenBetweenOtherCodeTypes) {
+    const std::vector<int> types = {INT_MIN, INT_MIN + 1, -1, 0,  1,  2,  3,  4,  5,           10,
+                                    11,      12,          13, 14, 15, 16, 17, 18, INT_MAX - 1, INT_MAX};
+    for (const int a : types) {
+        for (const int b : types) {
+            const bool marked = (a == 11 && b == 12) || (a == 13 && b == 14) || (a == 15 && b == 16);
+            const bool unmarked = (b == 11 && a == 12) || (b == 13 && a == 14) || (b == 15 && a == 16);
+            EXPECT_EQ(jkc_cmp_bom(a, b), marked ? 1 : unmarked ? -1 : 0) << a << " " << b;
+            EXPECT_EQ(jkc_io_cmp_bom(a, b), jkc_cmp_bom(a, b));
         }
     }
 }
@@ -184,35 +142,6 @@ TEST_F(CoreTest, TheTextOfAnErrnoRunsOverItsBuffer) {
         char untouched = kUntouched;
         EXPECT_EQ(jkc_get_strerror(ctx, ENOENT, &untouched, 0, type), 0U);
         EXPECT_EQ(untouched, kUntouched);
-    }
-}
-
-TEST_F(CoreTest, ALongTextRunsOverTheMessageArea) {
-    const struct {
-        const char *character;
-        size_t times;
-        int type;
-        int32_t length; // whole characters within 255 bytes, with the closing escape sequence of JIS
-    } cases[] = {
-        {"a", 255, 4, 255},   {"a", 256, 4, 255},  {"a", 5000, 2, 255}, {"あ", 127, 4, 254}, {"あ", 128, 4, 254},
-        {"あ", 2000, 4, 254}, {"あ", 200, 5, 254}, {"あ", 200, 2, 254}, {"ｱ", 500, 4, 255},  {"ｱ", 500, 5, 254},
-        {"ｱ", 500, 2, 255},   {"あ", 20, 11, 60},  {"", 0, 4, 0},
-    };
-    for (const auto &c : cases) {
-        std::string text;
-        for (size_t i = 0; i < c.times; i++) {
-            text += c.character;
-        }
-        const std::string before = text;
-        EXPECT_EQ(_convert_buf(ctx, text.data(), text.size(), c.type), c.length) << c.character << " " << c.times;
-        if (c.type == 11) {
-            EXPECT_EQ(text, before);
-        } else if (c.type != 2) {
-            Case back{"", {}, text.substr(0, static_cast<size_t>(c.length)), ""};
-            back.options.add("dst=15 src=" + std::to_string(c.type));
-            const std::string kept = convert(back, Way::kBuffer).text();
-            EXPECT_EQ(kept, before.substr(0, kept.size())) << "cut inside a character";
-        }
     }
 }
 

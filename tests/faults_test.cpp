@@ -42,81 +42,64 @@ void expect_usable(JkcContext *ctx) {
 }
 
 TEST(FaultsTest, MemoryRunsShortAtAnyAllocation) {
-    const auto with_text = [](const std::string &text) { return reinterpret_cast<const uint8_t *>(text.data()); };
+    JkcContext *ctx = create_jkc();
+    const auto data = [](const std::string &text) { return reinterpret_cast<const uint8_t *>(text.data()); };
     const std::string marked = "\xEF\xBB\xBF" + kText;
-    const std::function<int(JkcContext *)> operations[] = {
-        [](JkcContext *ctx) {
+    const TempDir dir;
+    const std::string source = dir.write("source", kText);
+    const std::string destination = dir.path("destination");
+    char message[200];
+    const std::function<int64_t()> operations[] = {
+        [] {
+            JkcContext *made = create_jkc();
+            release_jkc(made);
+            return made != nullptr ? 0 : JKC_EALLOC;
+        },
+        [&] {
             int line = 0;
             return jkc_judges_buffer(ctx, nullptr, &line, kText.data(), kText.size(), 0);
         },
-        [&](JkcContext *ctx) {
+        [&] {
             int line = 0;
             return jkc_judges_buffer(ctx, nullptr, &line, marked.data(), marked.size(), 0);
         },
-        [&](JkcContext *ctx) { // clears the list itself
-            ctx->in_ptr = with_text(kText);
+        [&] { // clears the list itself
+            ctx->in_ptr = data(kText);
             ctx->in_end = ctx->in_ptr + kText.size();
             ctx->mode = JKC_MODE_BUFFER;
             const int result = _fill_buffer(ctx, JKC_TYPE_UTF8);
             ctx->mode = 0;
-            if (result == JKC_SUCCESS) {
-                ll_clear(ctx->blocks);
-            }
+            ll_clear(ctx->blocks);
             return result;
         },
-        [&](JkcContext *ctx) {
-            return jkc_convert_buffer(ctx, with_text(kText), kText.size(), 0, 4, false, nullptr, swallow, nullptr);
+        [&] { return jkc_convert_buffer(ctx, data(kText), kText.size(), 0, 4, false, nullptr, swallow, nullptr); },
+        [&] { return jkc_convert_buffer(ctx, data(marked), marked.size(), 0, 15, false, nullptr, swallow, nullptr); },
+        [&] { return jkc_io_path(source.c_str(), 0); },
+        [&] { return jkc_io_convert_file(source.c_str(), 0, destination.c_str(), 4, 0); },
+        [&] {
+            const int64_t slot = jkc_io_open(source.c_str(), 0, 0, 13, 0, nullptr);
+            const int64_t size = jkc_io_get_size(0);
+            jkc_io_close(0);
+            return slot < 0 && size == JKC_EIONOTOPEN ? slot : size - 2 * 9001;
         },
-        [&](JkcContext *ctx) {
-            return jkc_convert_buffer(ctx, with_text(marked), marked.size(), 0, 15, false, nullptr, swallow, nullptr);
-        },
+        [&] { return jkc_io_statusto_message(message, -1, JKC_TYPE_SJIS); },
     };
+    size_t allocations = 0;
     for (const auto &operation : operations) {
-        size_t failures = 0;
-        for (size_t n = 1;; n++) {
-            JkcContext *ctx = create_jkc();
-            int result = 0;
-            size_t left = 0;
-            bool failed = false;
-            {
-                FailingAlloc alloc(n);
-                result = operation(ctx);
-                left = alloc.live();
-                failed = alloc.failed();
-            }
-            EXPECT_EQ(left, 0U) << n;
+        SCOPED_TRACE(&operation - operations);
+        dir.write("destination", "as it was");
+        allocations += fail_each_allocation(operation, [&](bool failed) {
             expect_usable(ctx);
-            release_jkc(ctx);
-            if (!failed) {
-                EXPECT_GE(result, 0);
-                break;
-            }
-            failures++;
-            EXPECT_EQ(result, JKC_EALLOC) << n;
-        }
-        EXPECT_GE(failures, 4U) << "blocks are no longer allocated one by one: test their allocation otherwise";
+            EXPECT_EQ(_getTIO(), 0);
+            EXPECT_TRUE(!failed || dir.files()["destination"] == "as it was");
+        });
     }
-}
-
-TEST(FaultsTest, MemoryRunsShortForAContext) {
-    for (size_t n = 1;; n++) {
-        size_t left = 0;
-        bool failed = false;
-        bool made = false;
-        {
-            FailingAlloc alloc(n);
-            JkcContext *ctx = create_jkc();
-            made = ctx != nullptr;
-            failed = alloc.failed();
-            release_jkc(ctx);
-            left = alloc.live();
-        }
-        EXPECT_EQ(left, 0U);
-        EXPECT_EQ(made, !failed);
-        if (!failed) {
-            break;
-        }
-    }
+    release_jkc(ctx);
+    EXPECT_GE(allocations, 60U) << "something is no longer allocated bit by bit: test its allocation otherwise";
+    FailingAlloc alloc(0);
+    ctx = create_jkc();
+    EXPECT_GE(alloc.live(), 2U) << "leaks are not seen";
+    release_jkc(ctx);
 }
 
 TEST(FaultsTest, AStreamFailsAtAnyByte) {

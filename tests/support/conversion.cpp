@@ -210,7 +210,9 @@ Outcome convert(const Case &c, Way way) {
 }
 
 std::string recoded(const std::string &text, int from, int to) {
-    return convert(make_case("src=" + std::to_string(from) + " dst=" + std::to_string(to), text), Way::kBuffer).text();
+    const size_t mark = text.starts_with(mark_of(from)) ? mark_of(from).size() : 0;
+    const Case c = make_case("src=" + std::to_string(from) + " dst=" + std::to_string(to), text.substr(mark));
+    return convert(c, Way::kBuffer).text();
 }
 
 } // namespace jkc::testing

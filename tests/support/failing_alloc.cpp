@@ -1,7 +1,12 @@
 #include "support/failing_alloc.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+
+#include <gtest/gtest.h>
+
+#include "core/internal.h"
 
 namespace {
 jkc::testing::FailingAlloc *active = nullptr;
@@ -18,6 +23,26 @@ namespace jkc::testing {
 
 FailingAlloc::FailingAlloc(size_t fail_at) : fail_at_(fail_at) { active = this; }
 FailingAlloc::~FailingAlloc() { active = nullptr; }
+
+size_t fail_each_allocation(const std::function<int64_t()> &operation, const std::function<void(bool failed)> &check) {
+    for (size_t n = 1;; n++) {
+        int64_t result = 0;
+        size_t left = 0;
+        bool failed = false;
+        {
+            FailingAlloc alloc(n);
+            result = operation();
+            left = alloc.live();
+            failed = alloc.failed();
+        }
+        EXPECT_EQ(left, 0U) << n;
+        EXPECT_EQ(std::min<int64_t>(result, 0), failed ? JKC_EALLOC : 0) << n;
+        check(failed);
+        if (!failed) {
+            return n - 1;
+        }
+    }
+}
 
 } // namespace jkc::testing
 

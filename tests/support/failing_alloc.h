@@ -3,6 +3,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <unordered_set>
 
 namespace jkc::testing {
@@ -34,5 +36,10 @@ private:
     // The nodes come from operator new in libstdc++, which is not wrapped.
     std::unordered_set<const void *> live_;
 };
+
+// Runs an operation with its n-th allocation failing, for each n until there is none. It must answer JKC_EALLOC when an
+// allocation failed and no error otherwise, and leave nothing allocated. `check` follows each run. Returns the number
+// of allocations.
+size_t fail_each_allocation(const std::function<int64_t()> &operation, const std::function<void(bool failed)> &check);
 
 } // namespace jkc::testing

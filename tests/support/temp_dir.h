@@ -20,7 +20,8 @@ public:
     TempDir(const TempDir &) = delete;
     TempDir &operator=(const TempDir &) = delete;
 
-    std::string path(const std::string &name) const { return path_ + "/" + name; }
+    // Of a file in it; a path from the root stays that.
+    std::string path(const std::string &name) const { return std::filesystem::path(path_) / name; }
     // Answers the path.
     std::string write(const std::string &name, const std::string &bytes) const {
         std::ofstream(path(name), std::ios::binary) << bytes;
