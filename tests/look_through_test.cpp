@@ -2,128 +2,97 @@
 // or made up, wherever it stands.
 #include <gtest/gtest.h>
 
-#include "core/internal.h"
+#include "support/encoded.h"
 #include "support/exact_buffer.h"
 
 namespace jkc::testing {
 namespace {
 
-// In units: the first ones of a text, and those around the block edges of texts in bytes and in UTF-16.
-std::vector<size_t> places() {
-    std::vector<size_t> all;
+constexpr int kTypes[] = {JKC_TYPE_UTF8, JKC_TYPE_UTF16BE, JKC_TYPE_UTF16LE};
+
+// A line that is repeated over several blocks, with what is put in behind that many of its characters.
+struct Filler {
+    Filler(std::u32string_view line_, int type_) : line(line_), type(type_) {
+        const std::string bytes = encoded(line, type);
+        width = bytes.size() / line.size();
+        while (text.size() < 3 * size_t{JKC_BLOCK_READ} * width) {
+            text += bytes;
+        }
+    }
+    // "line ends", "beyond the BMP", "decomposed".
+    std::array<int, 3> look_through(size_t place, std::u32string_view put_in) const {
+        const ExactBuffer input(text.substr(0, place * width) + encoded(put_in, type) + text.substr(place * width));
+        JkcContext *ctx = create_jkc();
+        ctx->in_ptr = input.data();
+        ctx->in_end = ctx->in_ptr + input.size();
+        ctx->mode = JKC_MODE_BUFFER;
+        EXPECT_EQ(_fill_buffer(ctx, type), 0);
+        const std::array seen{_check_ln(ctx, 0, type), int{ctx->srg_exists}, int{ctx->utfmac_exists}};
+        release_jkc(ctx);
+        return seen;
+    }
+
+    std::u32string line;
+    int type;
+    size_t width; // of a character
+    std::string text;
+};
+
+// Calls check(place) with the first places of a text and those around the block edges of texts in bytes and in UTF-16.
+void at_each_place(const auto &check) {
     constexpr size_t kBlock = JKC_BLOCK_READ;
     for (const size_t from : {size_t{0}, kBlock / 2 - 40, kBlock - 40, 3 * kBlock / 2 - 40}) {
         for (size_t i = 0; i < 60; ++i) {
-            all.push_back(from + i);
+            SCOPED_TRACE(from + i);
+            check(from + i);
         }
     }
-    return all;
 }
-
-std::string encoded(const std::u16string &text, int code_type) {
-    std::string bytes;
-    for (const char16_t c : text) {
-        const auto put = [&bytes](int byte) { bytes += static_cast<char>(byte); };
-        if (code_type != JKC_TYPE_UTF8) {
-            put(code_type == JKC_TYPE_UTF16BE ? c >> 8 : c);
-            put(code_type == JKC_TYPE_UTF16BE ? c : c >> 8);
-        } else if (c < 0x80) {
-            put(c);
-        } else if (c < 0x800) {
-            put(0xC0 | c >> 6);
-            put(0x80 | (c & 0x3F));
-        } else {
-            put(0xE0 | c >> 12);
-            put(0x80 | (c >> 6 & 0x3F));
-            put(0x80 | (c & 0x3F));
-        }
-    }
-    return bytes;
-}
-
-struct Seen {
-    int line_ends;
-    bool srg;
-    bool utfmac;
-    bool operator==(const Seen &) const = default;
-};
-void PrintTo(const Seen &seen, std::ostream *out) {
-    *out << "line ends " << seen.line_ends << ", beyond the BMP " << seen.srg << ", decomposed " << seen.utfmac;
-}
-
-Seen look_through(const std::string &bytes, int code_type) {
-    const ExactBuffer input(bytes);
-    JkcContext *ctx = create_jkc();
-    ctx->in_ptr = input.data();
-    ctx->in_end = ctx->in_ptr + input.size();
-    ctx->mode = JKC_MODE_BUFFER;
-    EXPECT_EQ(_fill_buffer(ctx, code_type), 0);
-    const Seen seen{_check_ln(ctx, 0, code_type), ctx->srg_exists != 0, ctx->utfmac_exists != 0};
-    release_jkc(ctx);
-    return seen;
-}
-
-constexpr int kTypes[] = {JKC_TYPE_UTF8, JKC_TYPE_UTF16BE, JKC_TYPE_UTF16LE};
 
 TEST(LookThroughTest, ALineEndIsOverlookedOrTakenForAnotherKind) {
-    struct LineEnd {
-        std::u16string text;
-        int kind;
-    };
-    const LineEnd kinds[] = {{u"\n", JKC_LINE_LF}, {u"\r", JKC_LINE_CR}, {u"\r\n", JKC_LINE_CRLF}};
-    for (const LineEnd &others : kinds) {
-        std::u16string filler;
-        while (filler.size() < 3 * size_t{JKC_BLOCK_READ}) {
-            filler += u"ab" + others.text + u"abcdefg";
-        }
-        for (const LineEnd &one : kinds) {
-            for (const size_t place : places()) {
-                // Between letters, so that it stays what it is.
-                const std::u16string text = filler.substr(0, place) + u"x" + one.text + u"y" + filler.substr(place);
-                const bool splits = filler[place] == u'\n' && place > 0 && filler[place - 1] == u'\r';
-                const int split = splits ? JKC_LINE_CR | JKC_LINE_LF : 0;
-                for (const int type : kTypes) {
-                    ASSERT_EQ(look_through(encoded(text, type), type),
-                              (Seen{one.kind | others.kind | split, false, false}))
-                        << "type " << type << " at " << place;
-                }
+    const std::pair<std::u32string, int> kinds[] = {
+        {U"\n", JKC_LINE_LF}, {U"\r", JKC_LINE_CR}, {U"\r\n", JKC_LINE_CRLF}};
+    for (const auto &[others, others_kind] : kinds) {
+        for (const int type : kTypes) {
+            const Filler filler(U"ab" + others + U"abcdefg", type);
+            for (const auto &[one, kind] : kinds) {
+                at_each_place([&](size_t place) {
+                    const bool splits = others.size() == 2 && place % filler.line.size() == 3;
+                    const int split = splits ? JKC_LINE_CR | JKC_LINE_LF : 0;
+                    // Between letters, so that it stays what it is.
+                    EXPECT_EQ(filler.look_through(place, U"x" + one + U"y"),
+                              (std::array{kind | others_kind | split, 0, 0}))
+                        << type;
+                });
             }
         }
     }
 }
 
 TEST(LookThroughTest, AMarkOrASurrogateIsOverlookedOrMadeUp) {
-    struct Sequence {
-        std::u16string text;
-        bool decomposed;
-        bool in_utf8;
+    const struct {
+        std::u32string text;
+        int srg, decomposed, decomposed_in_utf8;
+    } sequences[] = {
+        {U"\u304B\u3099", 0, 1, 1}, // bases and their marks
+        {U"\u306F\u309A", 0, 1, 1},       {U"\u0438\u0306", 0, 1, 1},
+        {U"\u0435\u0308", 0, 1, 0},       // not looked for in UTF-8
+        {U"\u6F22\u3042\u3099", 0, 0, 0}, // behind a kana that takes none
+        {U"\U0001F600", 1, 0, 0},
     };
-    const Sequence sequences[] = {
-        {u"\u304B\u3099", true, true}, // bases and their marks
-        {u"\u306F\u309A", true, true},         {u"\u0438\u0306", true, true},
-        {u"\u0435\u0308", true, false},        // not looked for in UTF-8
-        {u"\u6F22\u3042\u3099", false, false}, // behind a kana that takes none
-    };
-    for (const char16_t *line : {u"abcdefg ", u"\u6F22\u5B57\u3042"}) {
-        std::u16string filler;
-        while (filler.size() < 2 * size_t{JKC_BLOCK_READ}) {
-            filler += line;
-        }
-        for (const size_t place : places()) {
-            for (const Sequence &sequence : sequences) {
-                const std::u16string text = filler.substr(0, place) + sequence.text + filler.substr(place);
-                for (const int type : kTypes) {
-                    const bool expected = type == JKC_TYPE_UTF8 ? sequence.in_utf8 : sequence.decomposed;
-                    ASSERT_EQ(look_through(encoded(text, type), type), (Seen{0, false, expected}))
-                        << "type " << type << " at " << place;
+    for (const char32_t *line : {U"abcdefg ", U"\u6F22\u5B57\u3042"}) {
+        for (const int type : kTypes) {
+            const Filler filler(line, type);
+            at_each_place([&](size_t place) {
+                for (const auto &sequence : sequences) {
+                    const int decomposed = type == JKC_TYPE_UTF8 ? sequence.decomposed_in_utf8 : sequence.decomposed;
+                    EXPECT_EQ(filler.look_through(place, sequence.text), (std::array{0, sequence.srg, decomposed}))
+                        << type;
                 }
-            }
-            const std::u16string high = filler.substr(0, place) + char16_t{0xD840} + filler.substr(place);
-            EXPECT_TRUE(look_through(encoded(high, JKC_TYPE_UTF16BE), JKC_TYPE_UTF16BE).srg) << place;
-            EXPECT_TRUE(look_through(encoded(high, JKC_TYPE_UTF16LE), JKC_TYPE_UTF16LE).srg) << place;
-            const std::string utf8 = encoded(filler.substr(0, place), JKC_TYPE_UTF8) + "\xF0\x9F\x98\x80" +
-                                     encoded(filler.substr(place), JKC_TYPE_UTF8);
-            EXPECT_TRUE(look_through(utf8, JKC_TYPE_UTF8).srg) << place;
+                if (type != JKC_TYPE_UTF8) { // a high surrogate will do
+                    EXPECT_EQ(filler.look_through(place, U"\xD840")[1], 1) << type;
+                }
+            });
         }
     }
 }

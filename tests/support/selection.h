@@ -53,4 +53,11 @@ inline std::string euc_target(const JkcContext &c) {
                  c.euc_dst_count == 65510 && c.euc_dst_count32 == 0);
 }
 
+// What a judgement leaves in a context.
+inline std::string judged_state(const JkcContext &c) {
+    std::string state = std::string(c.srg_exists != 0 ? " srg" : "") + (c.utfmac_exists != 0 ? " utfmac" : "");
+    state += euc_source(c) != "common" ? " euc=" + euc_source(c) : "";
+    return state + (jis_source(c) != "50221" ? " jis=" + jis_source(c) : "");
+}
+
 } // namespace jkc::testing
