@@ -13,8 +13,6 @@ protected:
 
 std::string title(const Case &c) { return c.name + ", to " + c.options.text("dst") + ", from " + show_bytes(c.input); }
 
-bool slides(const Case &c) { return c.options.has("flush") && !c.options.has("still"); }
-
 size_t unit_of(int64_t type) { return type >= JKC_TYPE_UTF16BE && type <= JKC_TYPE_UTF16LE_BOM ? 2 : 1; }
 
 TEST_P(ConvertTest, EveryCaseFromBufferStreamFileAndReader) {
@@ -26,36 +24,29 @@ TEST_P(ConvertTest, EveryCaseFromBufferStreamFileAndReader) {
     }
 }
 
-TEST_P(ConvertTest, CharactersCutByABlocksEnd) {
+// Behind letters that put each character across the end of a block, and each piece of output to where it is just handed
+// over to the writer, and just not.
+TEST_P(ConvertTest, ABlocksEndCutsACharacterOrOutputIsHandedOverAStepTooEarlyOrTooLate) {
     for (const Case &c : cases()) {
-        if (!slides(c)) {
+        if (!c.options.has("flush") || c.options.has("still")) {
             continue;
         }
+        std::vector<size_t> paddings;
         const size_t unit = unit_of(c.options.number("src"));
         for (size_t before = unit; before < c.input.size(); before += unit) {
-            const size_t padding = (JKC_BLOCK_READ - before) / unit;
-            SCOPED_TRACE(title(c) + " at " + std::to_string(before));
-            ASSERT_EQ(convert(padded(c, padding), Way::kBuffer), expected_behind_padding(c, padding));
-        }
-    }
-}
-
-TEST_P(ConvertTest, OutputHandedOverAStepTooEarlyOrTooLate) {
-    for (const Case &c : cases()) {
-        if (!slides(c)) {
-            continue;
+            paddings.push_back((JKC_BLOCK_READ - before) / unit);
         }
         const auto flush_above = static_cast<size_t>(c.options.number("flush"));
-        const size_t unit = unit_of(c.options.number("dst"));
         size_t written = 0;
         for (const std::string &piece : parse_pieces(c.output)) {
             written += piece.size();
-            // Just not handed over behind this piece, and just so.
             for (const size_t pending : {flush_above, flush_above + 1}) {
-                const size_t padding = (pending - written) / unit;
-                SCOPED_TRACE(title(c) + " behind " + show_bytes(piece));
-                ASSERT_EQ(convert(padded(c, padding), Way::kBuffer), expected_behind_padding(c, padding));
+                paddings.push_back((pending - written) / unit_of(c.options.number("dst")));
             }
+        }
+        for (const size_t padding : paddings) {
+            SCOPED_TRACE(title(c) + " behind " + std::to_string(padding));
+            ASSERT_EQ(convert(padded(c, padding), Way::kBuffer), expected_behind_padding(c, padding));
         }
     }
 }

@@ -107,6 +107,26 @@ TEST_F(DriverTest, ATablesOwnSubstituteIsNotWrittenOrIsRecorded) {
     EXPECT_EQ(run(_utf8to_sjis, "EAB080 41"), parse_bytes("81AC 41"));
 }
 
+TEST_F(DriverTest, TheFirstCodePointOfPlaneTwoIsOutsideIt) {
+    select_target_tables(*ctx, JKC_TYPE_JIS2004);
+    const uint16_t code = 0x2E21;
+    const uint8_t set = 8; // ESC $ ( Q
+    ctx->jis_dst_srg_table = &code;
+    ctx->jis_dst_srg_bits = &set;
+    ctx->jis_dst_srg_count = ctx->jis_dst_srg_bits_count = 1;
+    EXPECT_EQ(run(_unibeto_jis, "D840DC00"), parse_bytes("1B242851 2E21 1B2842"));
+}
+
+TEST_F(DriverTest, ACopyThatCopiesNothingKeepsTheRecordOfLostCharacters) {
+    convert(JKC_TYPE_UTF8, JKC_TYPE_SJIS, "EAB080");
+    EXPECT_EQ(ctx->nochar_count, 1U);
+    ctx->sts = JKC_EREAD;
+    EXPECT_EQ(_jkc_copy(ctx, JKC_TYPE_EMPTY), 0);
+    EXPECT_EQ(ctx->sts, 0);
+    EXPECT_EQ(ctx->nochar_count, 0U);
+    EXPECT_EQ(ctx->first_nochar_index + ctx->last_nochar_index + ctx->first_nochar + ctx->last_nochar, -4);
+}
+
 TEST_F(DriverTest, ACharacterBehindTheDesignationsKeepsItsOwn) {
     select_target_tables(*ctx, JKC_TYPE_JIS);
     ctx->jis_dst_bits_count = 0x2460; // CIRCLED DIGIT ONE is the first one behind

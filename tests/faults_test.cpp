@@ -19,18 +19,6 @@ const std::string kText = parse_bytes("E38182*9000 0A");
 
 int32_t swallow(const uint8_t * /*data*/, uint64_t /*length*/, void * /*user_data*/) { return 0; }
 
-int judge(JkcContext *ctx, FILE *stream) {
-    int type = 0;
-    int line = 0;
-    const int result = jkc_judges_stream(ctx, &type, &line, stream, 0);
-    EXPECT_TRUE(type == result);
-    return result;
-}
-
-int convert_stream(JkcContext *ctx, FILE *stream) {
-    return jkc_convert_stream(ctx, stream, JKC_TYPE_UTF8, JKC_TYPE_SJIS, false, nullptr, swallow, nullptr);
-}
-
 void expect_usable(JkcContext *ctx) {
     EXPECT_EQ(ctx->blocks->data, nullptr);
     EXPECT_EQ(ctx->mode, 0U);
@@ -39,6 +27,16 @@ void expect_usable(JkcContext *ctx) {
                                  false, nullptr, CollectingWriter::write, &writer),
               0);
     EXPECT_EQ(writer.text(), parse_bytes("A4A2*9000 0A"));
+}
+
+// Expects what a call answers and leaves in the context, which works on.
+void expect_failure(JkcContext *ctx, const std::function<int()> &call, int status, int error) {
+    ctx->sys_errno = 0;
+    ctx->sts = 0;
+    EXPECT_EQ(call(), status);
+    EXPECT_EQ(ctx->sys_errno, error);
+    EXPECT_EQ(ctx->sts, status);
+    expect_usable(ctx);
 }
 
 TEST(FaultsTest, MemoryRunsShortAtAnyAllocation) {
@@ -102,25 +100,39 @@ TEST(FaultsTest, MemoryRunsShortAtAnyAllocation) {
     release_jkc(ctx);
 }
 
-TEST(FaultsTest, AStreamFailsAtAnyByte) {
+TEST(FaultsTest, AStreamFailsAtAnyByteOrAFileIsNone) {
+    JkcContext *ctx = create_jkc();
+    int type = 0;
+    int line = 0;
     for (const std::string &text :
          {kText, "\xEF\xBB\xBF" + kText, parse_bytes("FEFF 3042*9000"), std::string(20000, 'a')}) {
         for (const size_t at : {0U, 1U, 2U, 3U, 4U, 100U, 8127U, 8128U, 8129U, 8130U, 8131U, 16256U, 17000U}) {
-            JkcContext *ctx = create_jkc();
+            SCOPED_TRACE(at);
             TestStream judged(text, TestStream::kNever, at);
-            EXPECT_EQ(judge(ctx, judged.file()), JKC_EREAD) << at;
-            EXPECT_EQ(ctx->sys_errno, EIO);
-            EXPECT_EQ(ctx->sts, JKC_EREAD);
-            expect_usable(ctx);
-            ctx->sys_errno = 0;
             TestStream converted(text, 7, at);
-            EXPECT_EQ(convert_stream(ctx, converted.file()), JKC_EREAD) << at;
-            EXPECT_EQ(ctx->sys_errno, EIO);
-            EXPECT_EQ(ctx->sts, JKC_EREAD);
-            expect_usable(ctx);
-            release_jkc(ctx);
+            expect_failure(
+                ctx, [&] { return jkc_judges_stream(ctx, &type, &line, judged.file(), 0); }, JKC_EREAD, EIO);
+            EXPECT_EQ(type, JKC_EREAD);
+            expect_failure(
+                ctx, [&] { return jkc_convert_stream(ctx, converted.file(), 15, 4, false, nullptr, swallow, nullptr); },
+                JKC_EREAD, EIO);
         }
     }
+    const TempDir dir;
+    const struct {
+        std::string path;
+        int status;
+        int error;
+    } files[] = {{dir.path("missing"), JKC_EROPEN, ENOENT}, {dir.path("."), JKC_EREAD, EISDIR}};
+    for (const auto &[path, status, error] : files) {
+        const char *name = path.c_str();
+        expect_failure(
+            ctx, [&] { return jkc_judges_file(ctx, &type, &line, name, 0); }, status, error);
+        EXPECT_EQ(type, status);
+        expect_failure(
+            ctx, [&] { return jkc_convert_file(ctx, name, 0, 4, false, nullptr, swallow, nullptr); }, status, error);
+    }
+    release_jkc(ctx);
 }
 
 TEST(FaultsTest, AReaderFailsOrNeverEnds) {
@@ -138,45 +150,14 @@ TEST(FaultsTest, AReaderFailsOrNeverEnds) {
         FailingReader reader(last);
         ctx->reader = &reader;
         ctx->mode = JKC_MODE_READER;
-        EXPECT_EQ(judge(ctx, nullptr), last == kReadFailed ? int{JKC_EREAD} : int{JKC_TYPE_UTF8}) << last;
+        EXPECT_EQ(jkc_judges_stream(ctx, nullptr, nullptr, nullptr, 0),
+                  last == kReadFailed ? int{JKC_EREAD} : int{JKC_TYPE_UTF8})
+            << last;
         expect_usable(ctx);
     }
-    release_jkc(ctx);
-}
-
-TEST(FaultsTest, AFileIsMissingOrNoFile) {
-    const TempDir dir;
-    const struct {
-        std::string path;
-        int status;
-        int error;
-    } cases[] = {{dir.path("missing"), JKC_EROPEN, ENOENT}, {dir.path("."), JKC_EREAD, EISDIR}};
-    for (const auto &c : cases) {
-        JkcContext *ctx = create_jkc();
-        int type = 0;
-        int line = 0;
-        EXPECT_EQ(jkc_judges_file(ctx, &type, &line, c.path.c_str(), 0), c.status);
-        EXPECT_EQ(type, c.status);
-        EXPECT_EQ(ctx->sys_errno, c.error);
-        EXPECT_EQ(ctx->sts, c.status);
-        ctx->sys_errno = 0;
-        EXPECT_EQ(jkc_convert_file(ctx, c.path.c_str(), 0, 4, false, nullptr, swallow, nullptr), c.status);
-        EXPECT_EQ(ctx->sys_errno, c.error);
-        EXPECT_EQ(ctx->sts, c.status);
-        expect_usable(ctx);
-        release_jkc(ctx);
-    }
-}
-
-TEST(FaultsTest, AnEmptyTextHasNoAddress) {
-    JkcContext *ctx = create_jkc();
     int type = 0;
-    int line = 1;
-    EXPECT_EQ(jkc_judges_buffer(ctx, &type, &line, nullptr, 0, 4), JKC_TYPE_EMPTY);
-    EXPECT_EQ(type + line, 0);
-    CollectingWriter writer;
-    EXPECT_EQ(jkc_convert_buffer(ctx, nullptr, 0, 4, 15, true, nullptr, CollectingWriter::write, &writer), 0);
-    EXPECT_EQ(writer.pieces.size(), 0U);
+    EXPECT_EQ(jkc_judges_buffer(ctx, &type, nullptr, nullptr, 0, 4), JKC_TYPE_EMPTY) << "no text has no address";
+    EXPECT_EQ(jkc_convert_buffer(ctx, nullptr, 0, 4, 15, true, nullptr, swallow, nullptr), 0);
     release_jkc(ctx);
 }
 

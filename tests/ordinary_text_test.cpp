@@ -9,101 +9,101 @@
 #include "judge/scan/sjis.h"
 #include "judge/scan/two_byte_run.h"
 #include "judge/scan/utf8_run.h"
+#include "support/case_file.h"
 #include "tables/scan_classes.h"
 
 namespace jkc::testing {
 namespace {
 
-// A text of 'a' with one character at `at`. A run stops within its last 32 bytes.
-struct Text {
-    Text(std::initializer_list<uint32_t> character, size_t at) {
-        std::fill(std::begin(bytes), std::end(bytes), uint8_t{'a'});
-        for (const uint32_t byte : character) {
-            bytes[at++] = static_cast<uint8_t>(byte);
-        }
-    }
-    const uint8_t *begin() const { return bytes; }
-    const uint8_t *end() const { return bytes + 96; }
-    uint8_t bytes[98];
-};
-
 constexpr size_t kPlaces[] = {0, 15, 30, 31, 40}; // across the edges of what is looked at together
 
-// Checks a run over a text whose character at `at` is `length` bytes long; returns whether it passed the character.
-bool passes(const OrdinaryRun &run, const Text &text, size_t at, int64_t length, bool mapped, bool kana) {
-    const auto stopped = static_cast<size_t>(run.end - text.begin());
-    if (stopped <= at) {
-        EXPECT_EQ(stopped, at);
-        EXPECT_EQ(run.valid + run.kana, 0);
-        return false;
+// A run over a text of 'a' with something else in it. A run stops within its last 32 bytes.
+struct Passage {
+    Passage(const std::string &bytes, size_t at, const auto &run) {
+        std::string text(98, 'a');
+        text.replace(at, bytes.size(), bytes);
+        const auto *begin = reinterpret_cast<const uint8_t *>(text.data());
+        const OrdinaryRun found = run(begin, begin + 96);
+        stopped = static_cast<size_t>(found.end - begin);
+        valid = found.valid;
+        kana = found.kana;
     }
-    EXPECT_TRUE(mapped);
-    EXPECT_EQ(run.valid, length);
-    EXPECT_EQ(run.kana, kana ? length : 0);
-    return true;
-}
+    size_t stopped;
+    int64_t valid;
+    int64_t kana;
+};
 
 template <class Ordinary>
-OrdinaryRun two_byte_run(const Text &text) {
+OrdinaryRun two_byte_run(const uint8_t *begin, const uint8_t *end) {
     typename Ordinary::Katakana katakana;
-    return ordinary_two_byte_run<Ordinary>(text.begin(), text.end(), katakana);
+    return ordinary_two_byte_run<Ordinary>(begin, end, katakana);
 }
 
-TEST(OrdinaryTextTest, AnUnmappedTwoByteCodeIsPassedOrAKanaMiscounted) {
-    const auto between = [](uint32_t code, uint32_t first, uint32_t last) { return code >= first && code <= last; };
-    size_t sjis = 0;
-    size_t euc = 0;
-    for (uint32_t code = 0x8000; code <= 0xFFFF; ++code) {
+// One character: none when it has no bytes; `counted` is what it adds to the bytes of valid characters.
+struct Character {
+    std::string bytes;
+    int64_t counted;
+    bool mapped;
+    bool kana;
+};
+
+// Checks a run over each character from the first to U+FFFF or FFFF. Returns how many were passed.
+size_t passed(uint32_t first, const auto &describe, const auto &run) {
+    size_t count = 0;
+    for (uint32_t code = first; code <= 0xFFFF; ++code) {
         SCOPED_TRACE(code);
-        const uint32_t lead = code >> 8;
-        const uint32_t trail = code & 0xFF;
+        const Character c = describe(code);
         for (const size_t at : kPlaces) {
-            const Text text({lead, trail}, at);
-            if (!is_sjis_katakana(static_cast<uint8_t>(lead))) {
-                sjis += passes(two_byte_run<OrdinarySjis>(text), text, at, 2,
-                               code < _sjis2unibe932_table_size && _sjis2unibe932_table[code] != 0,
-                               between(code, 0x829F, 0x82F1) || between(code, 0x8340, 0x8393));
+            const Passage found(c.bytes, at, run);
+            if (c.bytes.empty()) {
+                continue;
             }
-            const bool half_width = code >= 0x8EA1 && code <= 0x8EDF; // which counts by itself
-            euc += passes(two_byte_run<OrdinaryEuc>(text), text, at, half_width ? 0 : 2,
-                          code < _euc2unibecommon_table00_size && _euc2unibecommon_table00[code] != 0,
-                          between(code, 0xA4A1, 0xA4F3) || between(code, 0xA5A1, 0xA5F3));
+            if (found.stopped <= at) {
+                EXPECT_EQ(found.stopped, at);
+                EXPECT_EQ(found.valid + found.kana, 0);
+            } else {
+                EXPECT_TRUE(c.mapped);
+                EXPECT_EQ(found.valid, c.counted);
+                EXPECT_EQ(found.kana, c.kana ? c.counted : 0);
+                ++count;
+            }
         }
     }
+    return count / std::size(kPlaces);
+}
+
+TEST(OrdinaryTextTest, WhatIsNoTextIsPassedOrAKanaMiscounted) {
+    const auto between = [](uint32_t code, uint32_t first, uint32_t last) { return code >= first && code <= last; };
+    const auto bytes = [](uint32_t code) { return std::string{static_cast<char>(code >> 8), static_cast<char>(code)}; };
+    const auto sjis = [&](uint32_t code) {
+        const bool katakana = is_sjis_katakana(static_cast<uint8_t>(code >> 8));
+        return Character{katakana ? "" : bytes(code), 2,
+                         code < _sjis2unibe932_table_size && _sjis2unibe932_table[code] != 0,
+                         between(code, 0x829F, 0x82F1) || between(code, 0x8340, 0x8393)};
+    };
+    const auto euc = [&](uint32_t code) {
+        const bool half_width = between(code, 0x8EA1, 0x8EDF); // which counts by itself
+        return Character{bytes(code), half_width ? 0 : 2,
+                         code < _euc2unibecommon_table00_size && _euc2unibecommon_table00[code] != 0,
+                         between(code, 0xA4A1, 0xA4F3) || between(code, 0xA5A1, 0xA5F3)};
+    };
+    const auto utf8 = [](uint32_t c) {
+        return Character{std::string{static_cast<char>(0xE0 | c >> 12), static_cast<char>(0x80 | (c >> 6 & 0x3F)),
+                                     static_cast<char>(0x80 | (c & 0x3F))},
+                         3, (kScanClasses[c] & kScanText) != 0, (kScanClasses[c] & kScanKana) != 0};
+    };
     // Nearly all of JIS X 0208 is ordinary.
-    EXPECT_GT(sjis, 6300 * std::size(kPlaces));
-    EXPECT_GT(euc, 6500 * std::size(kPlaces));
-}
-
-TEST(OrdinaryTextTest, AThreeByteCharacterThatIsNoTextIsPassedOrAKanaMiscounted) {
-    size_t passed = 0;
-    for (uint32_t c = 0; c <= 0xFFFF; ++c) {
-        SCOPED_TRACE(c);
-        for (const size_t at : kPlaces) {
-            const Text text({0xE0 | c >> 12, 0x80 | (c >> 6 & 0x3F), 0x80 | (c & 0x3F)}, at);
-            passed += passes(ordinary_utf8_run(text.begin(), text.end()), text, at, 3,
-                             (kScanClasses[c] & kScanText) != 0, (kScanClasses[c] & kScanKana) != 0);
-        }
+    EXPECT_GT(passed(0x8000, sjis, two_byte_run<OrdinarySjis>), 6300U);
+    EXPECT_GT(passed(0x8000, euc, two_byte_run<OrdinaryEuc>), 6500U);
+    EXPECT_GT(passed(0, utf8, ordinary_utf8_run), 20000U);
+    for (const char *broken : {"\xE3\x81", "\xE3\x62\x82", "\xE3\xC1\x82", "\xE3\x81\xE3", "\x81"}) {
+        EXPECT_EQ(Passage(broken, 29, ordinary_utf8_run).stopped, 29U) << show_bytes(broken);
     }
-    EXPECT_GT(passed, 20000 * std::size(kPlaces));
-    for (const auto &broken : {std::initializer_list<uint32_t>{0xE3, 0x81},
-                               {0xE3, 'b', 0x82},
-                               {0xE3, 0xC1, 0x82},
-                               {0xE3, 0x81, 0xE3},
-                               {0x81},
-                               {0xE3, 0x81, 0x82, 0x81}}) {
-        const Text text(broken, 29);
-        const OrdinaryRun run = ordinary_utf8_run(text.begin(), text.end());
-        EXPECT_EQ(run.end - text.begin(), broken.size() == 4 ? 32 : 29);
-    }
-}
-
-TEST(OrdinaryTextTest, AnEscapeIsPassed) {
+    EXPECT_EQ(Passage("\xE3\x81\x82\x81", 29, ordinary_utf8_run).stopped, 32U);
     for (const size_t at : kPlaces) {
-        const Text text({0x8A, 0xBF, kEsc, 0x8A, 0xBF}, at);
-        const OrdinaryRun run = two_byte_run<OrdinarySjis>(text);
-        EXPECT_EQ(run.end, text.begin() + at + 2);
-        EXPECT_EQ(run.valid, 2);
+        const Passage escape("\x8A\xBF\x1B\x8A\xBF", at, two_byte_run<OrdinarySjis>);
+        EXPECT_EQ(escape.stopped, at + 2);
+        EXPECT_EQ(escape.valid, 2);
     }
 }
 
