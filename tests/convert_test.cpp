@@ -46,7 +46,7 @@ TEST_P(ConvertTest, ABlocksEndCutsACharacterOrOutputIsHandedOverAStepTooEarlyOrT
         }
         for (const size_t padding : paddings) {
             SCOPED_TRACE(title(c) + " behind " + std::to_string(padding));
-            ASSERT_EQ(convert(padded(c, padding), Way::kBuffer), expected_behind_padding(c, padding));
+            ASSERT_EQ(convert(c, Way::kBuffer, static_cast<int64_t>(padding)), expected_behind_padding(c, padding));
         }
     }
 }

@@ -1,4 +1,5 @@
 // What a context keeps from one conversion to the next, and tables that a caller puts into it.
+#include <array>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -75,19 +76,19 @@ TEST_F(DriverTest, ThePlaneThatAnEscapeSelectedIsForgottenOrStaysTooLong) {
 }
 
 TEST_F(DriverTest, TheTablesOfATargetAreNotLoadedOrNotCleared) {
+    const auto expect = [this](std::array<const void *, 4> tables, uint64_t supplementary) {
+        EXPECT_EQ((std::array<const void *, 4>{ctx->jis_dst_table, ctx->jis_dst_bits, ctx->jis_dst_srg_table,
+                                               ctx->jis_dst_srg_bits}),
+                  tables);
+        EXPECT_EQ(ctx->jis_dst_srg_count, supplementary);
+        EXPECT_EQ(ctx->jis_dst_srg_bits_count, supplementary);
+    };
     EXPECT_EQ(convert(JKC_TYPE_SJIS, JKC_TYPE_JIS2004, "82A0"), parse_bytes("1B244224221B2842"));
-    EXPECT_EQ(ctx->jis_dst_table, _unibe2jis2022jp2004_table);
-    EXPECT_EQ(ctx->jis_dst_bits, _unibe2jis2022jp2004_table_bits);
-    EXPECT_EQ(ctx->jis_dst_srg_table, _unibe2jis2022jp2004_table_srg);
-    EXPECT_EQ(ctx->jis_dst_srg_bits, _unibe2jis2022jp2004_table_srg_bits);
-    EXPECT_EQ(ctx->jis_dst_srg_count, 42675U);
-    EXPECT_EQ(ctx->jis_dst_srg_bits_count, 42675U);
+    expect({_unibe2jis2022jp2004_table, _unibe2jis2022jp2004_table_bits, _unibe2jis2022jp2004_table_srg,
+            _unibe2jis2022jp2004_table_srg_bits},
+           42675);
     convert(JKC_TYPE_SJIS, JKC_TYPE_JIS, "82A0");
-    EXPECT_EQ(ctx->jis_dst_table, _unibe2jis50221_table);
-    EXPECT_EQ(ctx->jis_dst_bits, _unibe2jis50221_table_bits);
-    EXPECT_EQ(ctx->jis_dst_srg_table, nullptr);
-    EXPECT_EQ(ctx->jis_dst_srg_bits, nullptr);
-    EXPECT_EQ(ctx->jis_dst_srg_count + ctx->jis_dst_srg_bits_count, 0U);
+    expect({_unibe2jis50221_table, _unibe2jis50221_table_bits, nullptr, nullptr}, 0);
     const std::pair<int, const char *> variants[] = {{8, "ms"}, {6, "20932"}, {7, "51932"}, {5, "common"}};
     for (const auto &[type, name] : variants) {
         convert(JKC_TYPE_SJIS, type, "82A0");

@@ -166,18 +166,6 @@ TEST(IoTest, NoCodeTypeLosesTextOnItsWayThroughTheLines) {
     }
 }
 
-TEST(IoTest, ALongFileIsNotHeldWhole) {
-    std::string text;
-    for (int i = 0; i < 100000; i++) {
-        text += "これは長い文章\r\n";
-    }
-    const TempDir dir;
-    ASSERT_EQ(jkc_io_open(dir.write("text", text).c_str(), 0, 0, 15, 0, nullptr), 0);
-    EXPECT_EQ(jkc_io_get_size(0), static_cast<int64_t>(text.size()));
-    EXPECT_TRUE(read_lines(0, 100).joined == without_line_ends(text));
-    EXPECT_EQ(jkc_io_close(0), 0);
-}
-
 TEST(IoTest, NumbersThatAreNoOpenSlotAreRefusedEverywhere) {
     char buf[100];
     const std::function<int64_t(int64_t)> functions[] = {

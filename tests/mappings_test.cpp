@@ -174,8 +174,8 @@ TEST(MappingsTest, ACodeAnywhereIsConvertedOtherwise) {
             digest.add(0x100); // its end
         }
         std::ostringstream out;
-        out << outcome.summary() << "size=" << outcome.text().size() << std::hex << std::uppercase
-            << " digest=" << digest.hash;
+        out << (outcome.status != 0 ? "status=" + std::to_string(outcome.status) + " " : "") << outcome.summary
+            << "size=" << outcome.text().size() << std::hex << std::uppercase << " digest=" << digest.hash;
         return out.str();
     });
 }

@@ -32,26 +32,15 @@ std::string mark_of(int type) {
 
 std::string letter_in(int type) { return type < JKC_TYPE_UTF16BE ? "a" : encoded(U"a", type); }
 
-Outcome expected_but_chunks(const Case &c, size_t padding) {
+Outcome expected_but_chunks(const Case &c) {
     Outcome o;
     o.status = static_cast<int32_t>(c.options.number("status"));
-    for (const char *table : {"jis", "euc"}) {
-        if (c.options.has(table)) {
-            o.selected.append(table).append("=").append(c.options.text(table)).append(" ");
+    for (const char *result : {"nochar", "jis", "euc"}) {
+        if (c.options.has(result)) {
+            o.summary.append(result).append("=").append(c.options.text(result)).append(" ");
         }
     }
-    const bool observed = !c.options.has("unobserved");
-    o.told = observed ? static_cast<int>(c.options.number("told", source_type(c))) : kNotTold;
-    const std::string nochar = c.options.text("nochar"); // count,index:code,index:code
-    if (!nochar.empty()) {
-        EXPECT_EQ(sscanf(nochar.c_str(), "%" SCNu32 ",%" SCNi64 ":%" SCNi64 ",%" SCNi64 ":%" SCNi64, &o.nochar_count,
-                         &o.first_index, &o.first_code, &o.last_index, &o.last_code),
-                  5)
-            << nochar;
-        const auto shift = static_cast<int64_t>(padding * letter_in(source_type(c)).size());
-        o.first_index += shift;
-        o.last_index += shift;
-    }
+    o.told = c.options.has("unobserved") ? kNotTold : static_cast<int>(c.options.number("told", source_type(c)));
     return o;
 }
 
@@ -73,23 +62,24 @@ struct Session {
     }
 };
 
-} // namespace
-
-std::string Outcome::summary() const {
+// What is to tell besides the output, as in a case's options; positions without the padding.
+std::string summary_of(const JkcContext &c, int src, int dst, int64_t padding) {
     std::ostringstream out;
-    if (status != 0) {
-        out << "status=" << status << ' ';
+    const bool is_reset = (c.first_nochar_index & c.first_nochar & c.last_nochar_index & c.last_nochar) == -1;
+    if (c.nochar_count > 0 || !is_reset) {
+        out << "nochar=" << c.nochar_count << ',' << c.first_nochar_index - padding << std::hex << std::uppercase
+            << ":0x" << c.first_nochar << std::dec << ',' << c.last_nochar_index - padding << std::hex << ":0x"
+            << c.last_nochar << ' ';
     }
-    if (nochar_count > 0) {
-        out << "nochar=" << nochar_count << ',' << first_index << ":0x" << std::hex << std::uppercase << first_code
-            << std::dec << ',' << last_index << ":0x" << std::hex << last_code << ' ';
-    }
-    out << selected;
+    out << (family_of(src) == Family::kJis ? "jis=" + jis_source(c) + " " : "")
+        << (family_of(dst) == Family::kEuc ? "euc=" + euc_target(c) + " " : "");
     return out.str();
 }
 
+} // namespace
+
 void PrintTo(const Outcome &o, std::ostream *out) {
-    *out << o.summary() << "told=" << o.told << " reusable=" << o.reusable;
+    *out << "status=" << o.status << ' ' << o.summary << "told=" << o.told << " reusable=" << o.reusable;
     for (const std::string &chunk : o.chunks) {
         *out << "\n  " << show_bytes(chunk);
     }
@@ -99,7 +89,7 @@ Outcome expected_outcome(const Case &c) {
     if (c.output.find('/') == std::string::npos) {
         return expected_behind_padding(c, 0);
     }
-    Outcome outcome = expected_but_chunks(c, 0);
+    Outcome outcome = expected_but_chunks(c);
     std::istringstream chunks(c.output);
     for (std::string chunk; std::getline(chunks, chunk, '/');) {
         outcome.chunks.push_back(parse_bytes(chunk));
@@ -108,7 +98,7 @@ Outcome expected_outcome(const Case &c) {
 }
 
 Outcome expected_behind_padding(const Case &c, size_t count) {
-    Outcome outcome = expected_but_chunks(c, count);
+    Outcome outcome = expected_but_chunks(c);
     const auto flush_above = static_cast<size_t>(c.options.number("flush", INT32_MAX));
     std::string pending;
     const auto step = [&](const std::string &piece) {
@@ -135,23 +125,16 @@ Outcome expected_behind_padding(const Case &c, size_t count) {
     return outcome;
 }
 
-Case padded(const Case &c, size_t count) {
-    Case longer = c;
-    longer.input.clear();
-    const std::string letter = letter_in(source_type(c));
-    for (size_t i = 0; i < count; i++) {
-        longer.input += letter;
-    }
-    longer.input += c.input;
-    return longer;
-}
-
-Outcome convert(const Case &c, Way way) {
+Outcome convert(const Case &c, Way way, int64_t padding) {
     const Options &o = c.options;
     const int src = source_type(c);
     const int dst = target_type(c);
     const bool judged = o.has("judged");
-    const std::string input = (judged ? mark_of(src) : "") + c.input;
+    std::string input = judged ? mark_of(src) : "";
+    for (int64_t i = 0; i < padding; i++) {
+        input += letter_in(src);
+    }
+    input += c.input;
     forced_type = judged ? std::nullopt : std::optional(src);
     JkcContext *ctx = create_jkc();
     ctx->mode = static_cast<uint32_t>(o.number("eol"));
@@ -182,13 +165,7 @@ Outcome convert(const Case &c, Way way) {
     }
     forced_type.reset();
     outcome.chunks = session.writer.pieces;
-    outcome.nochar_count = ctx->nochar_count;
-    outcome.first_index = ctx->first_nochar_index;
-    outcome.first_code = ctx->first_nochar;
-    outcome.last_index = ctx->last_nochar_index;
-    outcome.last_code = ctx->last_nochar;
-    outcome.selected = (family_of(src) == Family::kJis ? "jis=" + jis_source(*ctx) + " " : "") +
-                       (family_of(dst) == Family::kEuc ? "euc=" + euc_target(*ctx) + " " : "");
+    outcome.summary = summary_of(*ctx, src, dst, padding * static_cast<int64_t>(letter_in(src).size()));
     outcome.told = session.told;
     outcome.reusable = ctx->sts == outcome.status && ctx->blocks->data == nullptr && (ctx->mode & JKC_MODE_SOURCE) == 0;
     release_jkc(ctx);

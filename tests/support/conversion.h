@@ -14,18 +14,11 @@ namespace jkc::testing {
 struct Outcome {
     int32_t status = 0;
     std::vector<std::string> chunks; // what each call of the writer was handed
-    uint32_t nochar_count = 0;
-    int64_t first_index = -1;
-    int64_t first_code = -1;
-    int64_t last_index = -1;
-    int64_t last_code = -1;
-    std::string selected; // the tables that a converter can change, as in a case's options
-    int told = 0;         // the observer's code type
-    bool reusable = true; // the source and its blocks are forgotten, `sts` is the status
+    std::string summary;             // the record of lost characters, and the tables that a converter can change
+    int told = 0;                    // the observer's code type
+    bool reusable = true;            // the source and its blocks are forgotten, `sts` is the status
 
     bool operator==(const Outcome &) const = default;
-    // What is to tell besides the output, as a case's options.
-    std::string summary() const;
     std::string text() const { return joined(chunks); }
 };
 void PrintTo(const Outcome &outcome, std::ostream *out);
@@ -33,13 +26,12 @@ void PrintTo(const Outcome &outcome, std::ostream *out);
 // What a case's line says. See data/from_utf8.txt for the options.
 Outcome expected_outcome(const Case &c);
 
-// The same with `count` plain letters in front of the input, which one chunk no longer holds: the output goes to the
+// The same with `padding` plain letters in front of the input, which one chunk no longer holds: the output goes to the
 // writer as soon as a step begins with more than the option `flush` tells pending.
-Outcome expected_behind_padding(const Case &c, size_t count);
-Case padded(const Case &c, size_t count);
+Outcome expected_behind_padding(const Case &c, size_t padding);
 
 // Converts a case's input. Where the case says so, the input is judged; otherwise it is taken as what it says.
-Outcome convert(const Case &c, Way way);
+Outcome convert(const Case &c, Way way, int64_t padding = 0);
 
 // Text of one code type in another.
 std::string recoded(const std::string &text, int from, int to);
