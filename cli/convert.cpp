@@ -226,14 +226,14 @@ FileResult convert_in_place(const Options &options, const std::string &name, Pro
     return kFailed;
 }
 
-// "2 of 3 files converted, 1 with lost characters"
+// "2 of 3 files converted, 1 with losses"
 std::string describe_results(const std::array<size_t, kFailed + 1> &counts) {
     const size_t converted = counts[kConverted] + counts[kConvertedWithLosses];
     const size_t all = converted + counts[kRefused] + counts[kFailed];
     return (converted == all ? "" : std::to_string(converted) + " of ") + std::to_string(all) + " files converted" +
            (counts[kConvertedWithLosses] == 0
                 ? ""
-                : ", " + std::to_string(counts[kConvertedWithLosses]) + " with lost characters");
+                : ", " + std::to_string(counts[kConvertedWithLosses]) + " with losses");
 }
 
 ExitCode convert_each_in_place(const Options &options, Progress &progress) {
