@@ -73,11 +73,11 @@ std::string code_type_name(int code_type) {
 }
 
 std::string judged_set_names(int judged_set) {
+    std::array<char, 256> list{};
+    jkc_judged_type_names(list.data(), list.size(), judged_set);
     std::string names;
-    for (const CodeType &row : kCodeTypes) {
-        if ((judged_set & JKC_JUDGED_BIT(row.type)) != 0) {
-            names += (names.empty() ? "" : ", ") + code_type_name(row.type);
-        }
+    for (const char *p = list.data(); *p != '\0'; ++p) {
+        names += *p == ';' ? std::string(", ") : std::string(1, *p);
     }
     return names;
 }

@@ -90,9 +90,10 @@ const char *help_text(const std::string &command) {
 }
 
 std::string version_text() {
+    const uint32_t library = jkc_version_number();
     std::array<char, 64> text{};
-    std::snprintf(text.data(), text.size(), "jkc %s (library %.1f)\n", JKC_VERSION_STRING,
-                  static_cast<double>(jkc_get_version()));
+    std::snprintf(text.data(), text.size(), "jkc %s (library %u.%u.%u)\n", JKC_VERSION_STRING, library / 10000,
+                  library / 100 % 100, library % 100);
     return text.data();
 }
 

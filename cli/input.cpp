@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <memory>
 
+#include "code_types.h"
 #include "jkc.h"
 #include "report.h"
 #include "text_checks.h"
@@ -48,15 +49,8 @@ Input::Input(const std::string &name) : name_(name), bytes_(kMark) {
 }
 
 std::string_view Input::text_behind_mark(int code_type) const {
-    switch (code_type) {
-    case JKC_TYPE_UTF16BE_BOM:
-    case JKC_TYPE_UTF16LE_BOM:
-        return text().substr(2);
-    case JKC_TYPE_UTF8_BOM:
-        return text().substr(kMark.size());
-    default:
-        return text();
-    }
+    const bool has_mark = without_mark(code_type) != code_type;
+    return text().substr(!has_mark ? 0 : is_utf16(code_type) ? 2 : kMark.size());
 }
 
 int Input::judged(int code_type) const {

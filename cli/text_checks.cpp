@@ -223,45 +223,24 @@ std::string describe_binary(std::string_view text, size_t offset) {
 }
 
 BadBytes find_ill_formed(std::string_view text, int code_type) {
-    switch (code_type) {
-    case JKC_TYPE_ASCII:
-    case JKC_TYPE_JIS:
-    case JKC_TYPE_JIS2004:
-        return find_ill_formed_bytes(text, no_character);
-    case JKC_TYPE_SJIS:
-        return find_ill_formed_bytes(text, sjis_character);
-    case JKC_TYPE_UTF8:
-    case JKC_TYPE_UTF8_BOM:
-        return find_ill_formed_bytes(text, utf8_character);
-    case JKC_TYPE_UTF16BE:
-    case JKC_TYPE_UTF16BE_BOM:
-    case JKC_TYPE_UTF16LE:
-    case JKC_TYPE_UTF16LE_BOM:
+    if (is_utf16(code_type)) {
         return find_ill_formed_units(text, code_type);
-    default:
-        return find_ill_formed_bytes(text, euc_character);
     }
+    return is_7bit(code_type)           ? find_ill_formed_bytes(text, no_character)
+           : is_unicode(code_type)      ? find_ill_formed_bytes(text, utf8_character)
+           : code_type == JKC_TYPE_SJIS ? find_ill_formed_bytes(text, sjis_character)
+                                        : find_ill_formed_bytes(text, euc_character);
 }
 
 BadBytes find_unrecorded(std::string_view text, int code_type, int target) {
-    switch (code_type) {
-    case JKC_TYPE_JIS:
-    case JKC_TYPE_JIS2004:
-        return find_unrecorded_in_jis(text, target);
-    case JKC_TYPE_EUC:
-    case JKC_TYPE_EUC_20932:
-    case JKC_TYPE_EUC_51932:
-    case JKC_TYPE_EUC_MS:
-        return find_unrecorded_in_euc(text, target);
-    case JKC_TYPE_UTF16BE:
-    case JKC_TYPE_UTF16BE_BOM:
-    case JKC_TYPE_UTF16LE:
-    case JKC_TYPE_UTF16LE_BOM:
+    if (is_utf16(code_type)) {
         // Surrogates that are alone stay what they are, and only to UTF-8 the high ones are recorded.
         return is_unicode(target) ? find_ill_formed_units(text, code_type, !is_utf16(target)) : BadBytes();
-    default:
+    }
+    if (is_unicode(code_type) || code_type == JKC_TYPE_SJIS || code_type == JKC_TYPE_ASCII) {
         return {};
     }
+    return is_7bit(code_type) ? find_unrecorded_in_jis(text, target) : find_unrecorded_in_euc(text, target);
 }
 
 } // namespace jkc::cli
