@@ -2,8 +2,9 @@
 #include "convert/ascii_text.h"
 #include "convert/byte_encoder.h"
 #include "convert/encode_utf16.h"
-#include "convert/loop.h"
+#include "convert/whole_input.h"
 #include "core/code_types.h"
+#include "core/work_area.h"
 
 namespace jkc {
 
@@ -37,11 +38,11 @@ public:
     }
 
     template <class Encoder>
-    Flow step(BlockCursor &in, const Output & /*out*/, uint8_t *&o, Encoder &e) {
+    Flow step(Input &in, const Output & /*out*/, uint8_t *&o, Encoder &e) {
         const uint8_t *p = in.p;
         size_t one = 1;
         text_.take(p, o, e, one, in.left() > 1);
-        in.p += p - in.p;
+        in.p = p;
         return Flow::kNext;
     }
 
@@ -79,7 +80,7 @@ public:
     }
 
     template <class Encoder>
-    Flow step(BlockCursor &in, const Output & /*out*/, uint8_t *&o, Encoder &e) {
+    Flow step(Input &in, const Output & /*out*/, uint8_t *&o, Encoder &e) {
         if (in.left() < 2) { // a last odd byte stays
             *o++ = *in.p++;
             return Flow::kNext;
@@ -110,18 +111,21 @@ constexpr Front kNothing{nullptr, 0};
 constexpr uint8_t kEnterAscii[] = {kEsc, '(', 'B'};
 
 template <class Copy, class Encoder>
-int32_t copy(JkcContext *ctx, Encoder e, Front skipped, Front written) {
+int32_t copy(JkcContext *ctx, const Encoder &e, Front skipped, Front written) {
     reset_unmappable(*ctx);
-    BlockCursor in(ctx);
-    if (skipped.length > 0 && in.left() >= skipped.length && memcmp(in.p, skipped.bytes, skipped.length) == 0) {
-        in.p += skipped.length;
+    const WorkArea area;
+    if (area.block() == nullptr) {
+        return end_with(ctx, JKC_EALLOC);
     }
-    uint8_t *o = Output::begin();
+    BlockCursor cursor(ctx);
+    if (skipped.length > 0 && cursor.left() >= skipped.length && memcmp(cursor.p, skipped.bytes, skipped.length) == 0) {
+        cursor.p += skipped.length;
+    }
+    ConversionOf<Copy, Encoder> conversion(ctx, area.bytes(), e);
     for (size_t i = 0; i < written.length; ++i) {
-        *o++ = written.bytes[i];
+        *conversion.o++ = written.bytes[i];
     }
-    Copy d(ctx);
-    return convert_blocks(ctx, in, Output(ctx, Encoder::kFlushAbove), o, d, e);
+    return convert_blocks(ctx, cursor, conversion);
 }
 
 // Copies in code units of the family; those that are bytes are handed over above kBytesFlushAbove.

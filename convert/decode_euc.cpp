@@ -42,7 +42,7 @@ public:
         return true;
     }
 
-    Flow step(BlockCursor &in, const Output & /*out*/, uint8_t *&o, Encoder &e) {
+    Flow step(Input &in, const Output & /*out*/, uint8_t *&o, Encoder &e) {
         return take_last_character(*this, text_, length_at(*in.p), in, o, e);
     }
 
@@ -79,12 +79,10 @@ private:
 };
 
 template <class Encoder>
-int32_t euc_to(JkcContext *ctx, bool add_bom) {
-    return convert<EucDecoder<Encoder>, Encoder>(ctx, add_bom);
-}
+constexpr MakeConversion *euc_to = make_conversion<EucDecoder<Encoder>, Encoder>;
 
 } // namespace
 
 } // namespace jkc
 
-JKC_CONVERTERS_FROM_euc(JKC_DEFINE_TO_LEGACY, JKC_DEFINE_TO_UNICODE)
+JKC_CONVERTERS_FROM_euc(JKC_DEFINE_MAKER, JKC_DEFINE_MAKER)

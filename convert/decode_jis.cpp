@@ -3,7 +3,6 @@
 
 #include "convert/ascii_text.h"
 #include "convert/legacy_decoder.h"
-#include "convert/loop.h"
 
 namespace jkc {
 
@@ -100,7 +99,7 @@ public:
         return true;
     }
 
-    Flow step(BlockCursor &in, const Output & /*out*/, uint8_t *&o, Encoder &e) {
+    Flow step(Input &in, const Output & /*out*/, uint8_t *&o, Encoder &e) {
         const uint8_t b = *in.p;
         if (b == kEsc) {
             shifted_out_ = false;
@@ -131,7 +130,7 @@ public:
             const uint8_t *p = in.p;
             size_t one = 1;
             text_.take(p, o, e, one, in.left() > 1);
-            in.p += p - in.p;
+            in.p = p;
             return Flow::kNext;
         }
         ++in.p;
@@ -199,13 +198,13 @@ private:
 
     // --- Escape sequences. Unknown ones are copied as they stand, whatever the target. ---
 
-    void copy(BlockCursor &in, uint8_t *&o, size_t length) {
+    void copy(Input &in, uint8_t *&o, size_t length) {
         memcpy(o, in.p, length);
         o += length;
         in.p += length;
     }
 
-    Flow escape(BlockCursor &in, uint8_t *&o) {
+    Flow escape(Input &in, uint8_t *&o) {
         const SeenEscape seen = read_escape(in.p, in.left());
         switch (seen.kind) {
         case SeenEscape::kTruncated:
@@ -234,12 +233,10 @@ private:
 };
 
 template <class Encoder>
-int32_t jis_to(JkcContext *ctx, bool add_bom) {
-    return convert<JisDecoder<Encoder>, Encoder>(ctx, add_bom);
-}
+constexpr MakeConversion *jis_to = make_conversion<JisDecoder<Encoder>, Encoder>;
 
 } // namespace
 
 } // namespace jkc
 
-JKC_CONVERTERS_FROM_jis(JKC_DEFINE_TO_LEGACY, JKC_DEFINE_TO_UNICODE)
+JKC_CONVERTERS_FROM_jis(JKC_DEFINE_MAKER, JKC_DEFINE_MAKER)

@@ -29,7 +29,7 @@ public:
         return true;
     }
 
-    Flow step(BlockCursor &in, const Output & /*out*/, uint8_t *&o, Encoder &e) {
+    Flow step(Input &in, const Output & /*out*/, uint8_t *&o, Encoder &e) {
         return take_last_character(*this, text_, is_sjis_katakana(*in.p) ? 1 : 2, in, o, e);
     }
 
@@ -53,12 +53,10 @@ private:
 };
 
 template <class Encoder>
-int32_t sjis_to(JkcContext *ctx, bool add_bom) {
-    return convert<SjisDecoder<Encoder>, Encoder>(ctx, add_bom);
-}
+constexpr MakeConversion *sjis_to = make_conversion<SjisDecoder<Encoder>, Encoder>;
 
 } // namespace
 
 } // namespace jkc
 
-JKC_CONVERTERS_FROM_sjis(JKC_DEFINE_TO_LEGACY, JKC_DEFINE_TO_UNICODE)
+JKC_CONVERTERS_FROM_sjis(JKC_DEFINE_MAKER, JKC_DEFINE_MAKER)

@@ -2,7 +2,6 @@
 #include "convert/ascii_text.h"
 #include "convert/compose.h"
 #include "convert/legacy_decoder.h"
-#include "convert/loop.h"
 #include "core/wide_units.h"
 
 namespace jkc {
@@ -69,7 +68,7 @@ public:
         }
     }
 
-    Flow step(BlockCursor &in, const Output & /*out*/, uint8_t *&o, Encoder &e) {
+    Flow step(Input &in, const Output & /*out*/, uint8_t *&o, Encoder &e) {
         if (in.left() < 2) {
             return end(JKC_EUEXPEOD);
         }
@@ -80,7 +79,7 @@ public:
             const uint8_t *p = in.p;
             size_t one = 1;
             text_.take(p, o, e, one, has_next);
-            in.p += p - in.p;
+            in.p = p;
             return Flow::kNext;
         }
         if (needs_a_partner(unit)) {
@@ -154,7 +153,7 @@ private:
         }
     }
 
-    Flow surrogate(BlockCursor &in, uint32_t high, bool has_next, uint32_t next, uint8_t *&o, Encoder &e) {
+    Flow surrogate(Input &in, uint32_t high, bool has_next, uint32_t next, uint8_t *&o, Encoder &e) {
         const bool pair = has_next && is_low_surrogate(next);
         if constexpr (std::is_same_v<Encoder, JisEncoder>) {
             uint8_t *written = pair ? e.put_supplementary(o, combine_surrogates(high, next)) : nullptr;
@@ -188,17 +187,13 @@ private:
 };
 
 template <class Encoder>
-int32_t unibe_to(JkcContext *ctx, bool add_bom) {
-    return convert<Utf16Decoder<BigEndian, Encoder>, Encoder>(ctx, add_bom);
-}
+constexpr MakeConversion *unibe_to = make_conversion<Utf16Decoder<BigEndian, Encoder>, Encoder>;
 template <class Encoder>
-int32_t unile_to(JkcContext *ctx, bool add_bom) {
-    return convert<Utf16Decoder<LittleEndian, Encoder>, Encoder>(ctx, add_bom);
-}
+constexpr MakeConversion *unile_to = make_conversion<Utf16Decoder<LittleEndian, Encoder>, Encoder>;
 
 } // namespace
 
 } // namespace jkc
 
-JKC_CONVERTERS_FROM_unibe(JKC_DEFINE_TO_LEGACY, JKC_DEFINE_TO_UNICODE)
-    JKC_CONVERTERS_FROM_unile(JKC_DEFINE_TO_LEGACY, JKC_DEFINE_TO_UNICODE)
+JKC_CONVERTERS_FROM_unibe(JKC_DEFINE_MAKER, JKC_DEFINE_MAKER)
+    JKC_CONVERTERS_FROM_unile(JKC_DEFINE_MAKER, JKC_DEFINE_MAKER)

@@ -2,7 +2,6 @@
 #include "convert/ascii_text.h"
 #include "convert/compose.h"
 #include "convert/encoders.h"
-#include "convert/loop.h"
 
 namespace jkc {
 
@@ -91,7 +90,7 @@ public:
         return false;
     }
 
-    Flow step(BlockCursor &in, const Output &out, uint8_t *&o, Encoder &e) {
+    Flow step(Input &in, const Output &out, uint8_t *&o, Encoder &e) {
         const uint8_t *p = in.p;
         const size_t left = in.left();
         const size_t length = length_at(p, left);
@@ -106,21 +105,18 @@ public:
             ++in.p;
             return Flow::kNext;
         }
-        if (ill_formed_ > 0) {
-            status = write_ill_formed(out, o, e);
-            if (status != 0) {
-                return Flow::kAnswered;
-            }
+        if (ill_formed_ > 0 && !write_ill_formed(out, o, e)) {
+            return Flow::kFull;
         }
         take(p, left, length, o, e);
-        in.p += p - in.p;
+        in.p = p;
         return Flow::kNext;
     }
 
     bool resting() const { return ill_formed_ == 0; }
 
     // The writer wants no more: the input counts as truncated here. The status is that of the last write.
-    int32_t stopped(const BlockCursor &in, uint8_t *&o, Encoder &e) {
+    int32_t stop(const Input &in, uint8_t *&o, Encoder &e) {
         truncated(in, o, e);
         return JKC_SUCCESS;
     }
@@ -260,28 +256,24 @@ private:
         return suppress_ ? o : replacement(o, e);
     }
 
-    // Replaces the pending ill-formed bytes: one replacement for every three, nothing under `suppress`. Output may be
-    // handed over behind each. Returns the writer's answer.
-    int32_t write_ill_formed(const Output &out, uint8_t *&o, Encoder &e) {
+    // Replaces the pending ill-formed bytes: one replacement for every three, nothing under `suppress`. False when output
+    // must be handed over in between.
+    bool write_ill_formed(const Output &out, uint8_t *&o, Encoder &e) {
         while (ill_formed_ > 0 && !suppress_) {
             o = write_replacement(o, e, ill_formed_at_, kIllFormedBytes);
             const int64_t group = std::min(ill_formed_, kIllFormedPerReplacement);
             ill_formed_ -= group;
             ill_formed_at_ += group;
             if (out.full(o)) {
-                const int32_t answer = out.hand_over(o);
-                if (answer != 0) {
-                    return answer;
-                }
-                o = Output::begin();
+                return false;
             }
         }
         ill_formed_ = 0;
-        return 0;
+        return true;
     }
 
     // Ends the conversion at a truncated sequence: one replacement, unless under `suppress`.
-    Flow truncated(const BlockCursor &in, uint8_t *&o, Encoder &e) {
+    Flow truncated(const Input &in, uint8_t *&o, Encoder &e) {
         if (!suppress_) {
             o = write_replacement(o, e, ill_formed_ > 0 ? ill_formed_at_ : position_of(ctx_, in.p), kIllFormedBytes);
         }
@@ -301,13 +293,10 @@ template <class Encoder>
 using EncoderFromUtf8 = std::conditional_t<std::is_same_v<Encoder, encoders::euc>, EucOfOneTable, Encoder>;
 
 template <class Encoder>
-int32_t utf8_to(JkcContext *ctx, bool add_bom) {
-    using Used = EncoderFromUtf8<Encoder>;
-    return convert<Utf8Decoder<Used>, Used>(ctx, add_bom);
-}
+constexpr MakeConversion *utf8_to = make_conversion<Utf8Decoder<EncoderFromUtf8<Encoder>>, EncoderFromUtf8<Encoder>>;
 
 } // namespace
 
 } // namespace jkc
 
-JKC_CONVERTERS_FROM_utf8(JKC_DEFINE_TO_LEGACY, JKC_DEFINE_TO_UNICODE)
+JKC_CONVERTERS_FROM_utf8(JKC_DEFINE_MAKER, JKC_DEFINE_MAKER)

@@ -3,11 +3,18 @@
 
 #include "convert/compose.h"
 #include "convert/routes.h"
+#include "convert/whole_input.h"
 #include "judge/input/source_bits.h"
 
 namespace jkc {
 
 namespace {
+
+// A pair without a route converts nothing.
+int32_t run_route(JkcContext *ctx, int32_t src_type, int32_t dst_type) {
+    MakeConversion *make = find_route(src_type, dst_type);
+    return make != nullptr ? convert_all(ctx, make, has_bom(dst_type)) : JKC_SUCCESS;
+}
 
 // The same encoding on both sides, with or without a BOM: composing is all that there is to do.
 int32_t compose_within(JkcContext *ctx, int32_t dst_type) {

@@ -1,4 +1,4 @@
-// The encoders under the names of the converters, and what defines these: _sjisto_utf8() is sjis_to<encoders::utf8>().
+// The encoders under the names of the converters: _sjisto_utf8() runs what sjis_to<encoders::utf8> makes.
 #pragma once
 
 #include "convert/encode_euc.h"
@@ -6,6 +6,7 @@
 #include "convert/encode_sjis.h"
 #include "convert/encode_utf16.h"
 #include "convert/encode_utf8.h"
+#include "convert/routes.h"
 
 namespace jkc::encoders {
 
@@ -18,12 +19,9 @@ using utf8 = Utf8Encoder;
 
 } // namespace jkc::encoders
 
-// For the lists JKC_CONVERTERS_FROM_...(): where they are expanded, jkc::<source>_to() must be there.
-#define JKC_DEFINE_TO_LEGACY(source, target)                                                                           \
-    int32_t JKC_CONVERTER(source, target)(JkcContext * ctx) {                                                          \
-        return jkc::source##_to<jkc::encoders::target>(ctx, false);                                                    \
-    }
-#define JKC_DEFINE_TO_UNICODE(source, target)                                                                          \
-    int32_t JKC_CONVERTER(source, target)(JkcContext * ctx, bool add_bom) {                                            \
-        return jkc::source##_to<jkc::encoders::target>(ctx, add_bom);                                                  \
+// For the lists JKC_CONVERTERS_FROM_...(): defines what makes the conversion of a route. jkc::<source>_to must be there.
+#define JKC_DEFINE_MAKER(source, target)                                                                               \
+    jkc::Conversion *jkc::JKC_MAKER(source, target)(ConversionRoom & room, JkcContext * ctx, uint8_t * area,           \
+                                                    bool add_bom) {                                                    \
+        return source##_to<encoders::target>(room, ctx, area, add_bom);                                                \
     }

@@ -4,7 +4,6 @@
 
 #include "convert/ascii_text.h"
 #include "convert/encoders.h"
-#include "convert/loop.h"
 
 namespace jkc {
 
@@ -78,8 +77,7 @@ inline uint8_t *write_character(JkcContext &ctx, uint8_t *o, JisEncoder &e, uint
 // One step near the end of the input, where less than Decoder::kLookAhead is visible. A character at in.p that is not
 // ASCII needs `needed` bytes.
 template <class Decoder, class Encoder>
-Flow take_last_character(Decoder &d, const AsciiText<Bytes> &text, size_t needed, BlockCursor &in, uint8_t *&o,
-                         Encoder &e) {
+Flow take_last_character(Decoder &d, const AsciiText<Bytes> &text, size_t needed, Input &in, uint8_t *&o, Encoder &e) {
     const uint8_t *p = in.p;
     size_t one = 1;
     if (is_ascii(*p)) {
@@ -89,7 +87,7 @@ Flow take_last_character(Decoder &d, const AsciiText<Bytes> &text, size_t needed
     } else {
         return d.end(JKC_EUEXPEOD);
     }
-    in.p += p - in.p;
+    in.p = p;
     return Flow::kNext;
 }
 

@@ -1,18 +1,18 @@
-// The pending output and its way to the caller's writer.
+// The pending output.
 #pragma once
 
-#include "core/internal.h"
+#include <cstddef>
+#include <cstdint>
 
 namespace jkc {
 
 class Output {
 public:
-    // Output is handed over as soon as more than `flush_above` bytes are pending.
-    Output(JkcContext *ctx, size_t flush_above) : ctx_(ctx), flush_above_(flush_above) {}
+    // Output is to be handed over as soon as more than `flush_above` bytes are pending in the area.
+    Output(uint8_t *area, size_t flush_above) : area_(area), flush_above_(flush_above) {}
 
-    // The whole record serves: one converter may have 8193 bytes pending.
-    static uint8_t *begin() { return reinterpret_cast<uint8_t *>(&_buffser_info); }
-    static size_t pending(const uint8_t *o) { return static_cast<size_t>(o - begin()); }
+    uint8_t *begin() const { return area_; }
+    size_t pending(const uint8_t *o) const { return static_cast<size_t>(o - area_); }
     bool full(const uint8_t *o) const { return pending(o) > flush_above_; }
 
     // Steps of at most `longest` bytes that can each begin without being full.
@@ -20,13 +20,8 @@ public:
         return full(o) ? 0 : (flush_above_ - pending(o)) / longest + 1;
     }
 
-    // Hands over what is pending. Returns the writer's answer; without a writer the output is thrown away.
-    int32_t hand_over(const uint8_t *o) const {
-        return ctx_->writer != nullptr ? ctx_->writer(begin(), pending(o), ctx_->user_data) : 0;
-    }
-
 private:
-    JkcContext *ctx_;
+    uint8_t *area_;
     size_t flush_above_;
 };
 

@@ -1,4 +1,7 @@
+// The exported converters, and the table of routes.
 #include "convert/routes.h"
+
+#include "convert/whole_input.h"
 
 namespace jkc {
 
@@ -14,31 +17,37 @@ constexpr Family unile = Family::kUtf16Le;
 constexpr Family utf8 = Family::kUtf8;
 } // namespace families
 
-// A converter to a Unicode form is also told whether to begin with a BOM.
 struct Route {
     Family source;
     Family target;
-    int32_t (*to_legacy)(JkcContext *);
-    int32_t (*to_unicode)(JkcContext *, bool);
+    MakeConversion *make;
 };
 
-#define JKC_TO_LEGACY(source, target) {families::source, families::target, JKC_CONVERTER(source, target), nullptr},
-#define JKC_TO_UNICODE(source, target) {families::source, families::target, nullptr, JKC_CONVERTER(source, target)},
-constexpr Route kRoutes[] = {JKC_FOR_EACH_CONVERTER(JKC_TO_LEGACY, JKC_TO_UNICODE)};
-#undef JKC_TO_LEGACY
-#undef JKC_TO_UNICODE
+#define JKC_ROUTE(source, target) {families::source, families::target, JKC_MAKER(source, target)},
+constexpr Route kRoutes[] = {JKC_FOR_EACH_CONVERTER(JKC_ROUTE, JKC_ROUTE)};
+#undef JKC_ROUTE
 
 } // namespace
 
-int32_t run_route(JkcContext *ctx, int32_t src_type, int32_t dst_type) {
+MakeConversion *find_route(int32_t src_type, int32_t dst_type) {
     const Family source = family_of(src_type);
     const Family target = family_of(dst_type);
     for (const Route &route : kRoutes) {
         if (route.source == source && route.target == target) {
-            return route.to_legacy != nullptr ? route.to_legacy(ctx) : route.to_unicode(ctx, has_bom(dst_type));
+            return route.make;
         }
     }
-    return JKC_SUCCESS;
+    return nullptr;
 }
 
 } // namespace jkc
+
+#define JKC_DEFINE_TO_LEGACY(source, target)                                                                           \
+    int32_t JKC_CONVERTER(source, target)(JkcContext * ctx) {                                                          \
+        return jkc::convert_all(ctx, jkc::JKC_MAKER(source, target), false);                                           \
+    }
+#define JKC_DEFINE_TO_UNICODE(source, target)                                                                          \
+    int32_t JKC_CONVERTER(source, target)(JkcContext * ctx, bool add_bom) {                                            \
+        return jkc::convert_all(ctx, jkc::JKC_MAKER(source, target), add_bom);                                         \
+    }
+JKC_FOR_EACH_CONVERTER(JKC_DEFINE_TO_LEGACY, JKC_DEFINE_TO_UNICODE)

@@ -4,7 +4,9 @@
 #include <cstring>
 
 #include "core/code_types.h"
+#include "core/work_area.h"
 #include "judge/input/byte_source.h"
+#include "judge/input/feature_scan.h"
 #include "judge/input/source_bits.h"
 #include "judge/judge.h"
 
@@ -51,9 +53,9 @@ struct Answers {
 };
 
 // Reads the rest of the source, if it is to be kept, as the code type.
-int take_rest(JkcContext *ctx, const Answers &answers, int code_type, bool keep) {
+int take_rest(JkcContext *ctx, JkcBlock &block, const Answers &answers, int code_type, bool keep) {
     if (keep) {
-        const int status = _fill_buffer(ctx, code_type);
+        const int status = fill_buffer(ctx, block, code_type);
         if (status != JKC_SUCCESS) {
             return answers.answer(status);
         }
@@ -78,14 +80,13 @@ void start_next_block(JkcBlock &block) {
 // Feeds a judgement its blocks until the answer stands. `next(room, count, last)` puts more data behind the `count`
 // bytes that the block has, and returns a status.
 template <class Next>
-int feed_blocks(Judgement &judgement, size_t count, Next next) {
-    JkcBlock &block = _buffser_info;
+int feed_blocks(Judgement &judgement, JkcBlock &block, size_t count, Next next) {
     for (int32_t &start : block.scan_start) {
         start = JKC_BLOCK_HEADROOM;
     }
     for (;;) {
         bool last = false;
-        const int status = next(block, count, last);
+        const int status = next(count, last);
         if (status != JKC_SUCCESS) {
             return status;
         }
@@ -101,9 +102,9 @@ int feed_blocks(Judgement &judgement, size_t count, Next next) {
     }
 }
 
-int feed_source(JkcContext *ctx, Judgement &judgement, size_t count, bool keep) {
+int feed_source(JkcContext *ctx, Judgement &judgement, JkcBlock &block, size_t count, bool keep) {
     ByteSource source(ctx);
-    return feed_blocks(judgement, count, [&](JkcBlock &block, size_t filled, bool &last) {
+    return feed_blocks(judgement, block, count, [&](size_t filled, bool &last) {
         int status = source.read(block.data + JKC_BLOCK_HEADROOM + filled, JKC_BLOCK_READ - filled, filled);
         if (status == JKC_SUCCESS) {
             status = source.at_end(last);
@@ -113,9 +114,9 @@ int feed_source(JkcContext *ctx, Judgement &judgement, size_t count, bool keep) 
     });
 }
 
-void feed_kept_blocks(const JkcContext *ctx, Judgement &judgement) {
+void feed_kept_blocks(const JkcContext *ctx, Judgement &judgement, JkcBlock &block) {
     const JkcListNode *node = ctx->blocks;
-    feed_blocks(judgement, 0, [&node](JkcBlock &block, size_t /*filled*/, bool &last) {
+    feed_blocks(judgement, block, 0, [&node, &block](size_t /*filled*/, bool &last) {
         const auto *kept = static_cast<const JkcBlock *>(node->data);
         block.end = kept->end;
         memcpy(block.data + kept->start, kept->data + kept->start, static_cast<size_t>(kept->end - kept->start));
@@ -126,15 +127,16 @@ void feed_kept_blocks(const JkcContext *ctx, Judgement &judgement) {
 }
 
 // Judges again and counts everything, for the set of possible candidates. The input is kept, or in memory at `begin`.
-int32_t count_to_the_end(JkcContext *ctx, int preferred, bool plain_is_preferred, bool keep, const uint8_t *begin) {
+int32_t count_to_the_end(JkcContext *ctx, JkcBlock &block, int preferred, bool plain_is_preferred, bool keep,
+                         const uint8_t *begin) {
     select_first_tables(ctx);
-    reset_block(_buffser_info);
+    reset_block(block);
     Judgement judgement(ctx, preferred, plain_is_preferred, Counting::kToTheEnd);
     if (keep) {
-        feed_kept_blocks(ctx, judgement);
+        feed_kept_blocks(ctx, judgement, block);
     } else {
         ctx->in_ptr = begin;
-        feed_source(ctx, judgement, 0, false);
+        feed_source(ctx, judgement, block, 0, false);
     }
     return judgement.possible;
 }
@@ -159,7 +161,11 @@ int judge(JkcContext *ctx, int *type_out, int *line_out, int preferred, bool pla
         *line_out = 0;
         keep = true; // the line-end check reads the kept blocks
     }
-    JkcBlock &block = _buffser_info;
+    const WorkArea area;
+    if (area.block() == nullptr) {
+        return answers.answer(JKC_EALLOC);
+    }
+    JkcBlock &block = *area.block();
     reset_block(block);
     ctx->srg_exists = 0;
     ctx->utfmac_exists = 0;
@@ -175,7 +181,7 @@ int judge(JkcContext *ctx, int *type_out, int *line_out, int preferred, bool pla
         return answers.answer(JKC_TYPE_EMPTY);
     }
     if (bom != 0) {
-        return take_rest(ctx, answers, bom, keep);
+        return take_rest(ctx, block, answers, bom, keep);
     }
 
     select_first_tables(ctx);
@@ -184,20 +190,20 @@ int judge(JkcContext *ctx, int *type_out, int *line_out, int preferred, bool pla
         counting = Counting::kEucToTheEnd;
     }
     Judgement judgement(ctx, preferred, plain_is_preferred, counting);
-    const int status = feed_source(ctx, judgement, count, keep);
+    const int status = feed_source(ctx, judgement, block, count, keep);
     if (status != JKC_SUCCESS) {
         return answers.answer(status);
     }
     const Verdict verdict = judgement.verdict;
     if (verdict.result == JKC_TYPE_JIS2004 || verdict.result == JKC_TYPE_ASCII) {
-        return take_rest(ctx, answers, verdict.result, keep);
+        return take_rest(ctx, block, answers, verdict.result, keep);
     }
     if (verdict.kind == Verdict::Kind::kSingle) {
         answers.answer(verdict.result);
     } else if (answers.type_out != nullptr) {
         *answers.type_out = judgement.set_is_right()
                                 ? judgement.possible
-                                : count_to_the_end(ctx, preferred, plain_is_preferred, keep, begin);
+                                : count_to_the_end(ctx, block, preferred, plain_is_preferred, keep, begin);
     }
     if (answers.line_out != nullptr && verdict.kind != Verdict::Kind::kSet) {
         *answers.line_out = _check_ln(ctx, 0, verdict.result);

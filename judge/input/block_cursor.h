@@ -28,14 +28,14 @@ public:
         }
     }
 
+    bool is_last() const { return node_->next == nullptr; }
     bool at_end() const { return p == end; }
     size_t left() const { return static_cast<size_t>(end - p); }
 
     uint8_t *p = nullptr;   // next byte
     uint8_t *end = nullptr; // one past the visible bytes
 
-private:
-    // Moves the rest of this block in front of the next one's data.
+    // Moves the rest of this block in front of the next one's data. There must be a next one.
     void carry_over() {
         auto *block = static_cast<JkcBlock *>(node_->data);
         node_ = node_->next;
@@ -51,6 +51,7 @@ private:
         end = next->data + next->end;
     }
 
+private:
     JkcContext *ctx_;
     JkcListNode *node_;
 };

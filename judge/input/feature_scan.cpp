@@ -1,8 +1,10 @@
 // Reads the rest of the input into blocks and looks through Unicode text for surrogates and combining marks. judge()
 // calls it for input that the scanners need not see, such as what is behind a BOM.
+#include "judge/input/feature_scan.h"
 #include "core/code_types.h"
 #include "core/unicode.h"
 #include "core/wide_units.h"
+#include "core/work_area.h"
 #include "judge/input/block_cursor.h"
 #include "judge/input/byte_source.h"
 #include "judge/scan/utf8_run.h"
@@ -13,17 +15,17 @@ namespace {
 
 constexpr size_t kLookAhead = 4;
 
-int read_all(JkcContext *ctx) {
+int read_all(JkcContext *ctx, JkcBlock &block) {
     ByteSource source(ctx);
     for (;;) {
-        reset_block(_buffser_info);
+        reset_block(block);
         size_t count = 0;
-        int status = source.read(_buffser_info.data + JKC_BLOCK_HEADROOM, JKC_BLOCK_READ, count);
+        int status = source.read(block.data + JKC_BLOCK_HEADROOM, JKC_BLOCK_READ, count);
         if (status != JKC_SUCCESS || count == 0) {
             return status;
         }
-        _buffser_info.end = JKC_BLOCK_HEADROOM + static_cast<int32_t>(count);
-        status = keep_block(ctx, _buffser_info);
+        block.end = JKC_BLOCK_HEADROOM + static_cast<int32_t>(count);
+        status = keep_block(ctx, block);
         if (status != JKC_SUCCESS) {
             return status;
         }
@@ -181,21 +183,26 @@ private:
 
 } // namespace
 
-} // namespace jkc
-
-int _fill_buffer(JkcContext *ctx, int code_type) {
-    const int status = jkc::read_all(ctx);
+int fill_buffer(JkcContext *ctx, JkcBlock &block, int code_type) {
+    const int status = read_all(ctx, block);
     if (status != JKC_SUCCESS) {
         return status;
     }
-    switch (jkc::family_of(code_type)) {
-    case jkc::Family::kUtf16Be:
-        return jkc::look_through_utf16<jkc::BigEndian>(ctx);
-    case jkc::Family::kUtf16Le:
-        return jkc::look_through_utf16<jkc::LittleEndian>(ctx);
-    case jkc::Family::kUtf8:
-        return jkc::Utf8Features(ctx).look_through();
+    switch (family_of(code_type)) {
+    case Family::kUtf16Be:
+        return look_through_utf16<BigEndian>(ctx);
+    case Family::kUtf16Le:
+        return look_through_utf16<LittleEndian>(ctx);
+    case Family::kUtf8:
+        return Utf8Features(ctx).look_through();
     default:
         return JKC_SUCCESS;
     }
+}
+
+} // namespace jkc
+
+int _fill_buffer(JkcContext *ctx, int code_type) {
+    const jkc::WorkArea area;
+    return area.block() != nullptr ? jkc::fill_buffer(ctx, *area.block(), code_type) : JKC_EALLOC;
 }

@@ -1,0 +1,178 @@
+// A conversion that goes on where it stopped: a decoder, an encoder, and the loop that joins them.
+//
+// A decoder knows one source family, an encoder one target family:
+//
+//   Decoder::kLookAhead      bytes that must be visible at once, where the input has them
+//   Decoder::kLongestStep    bytes that one step of fast() consumes at most
+//   Decoder::fast(p, o, e, steps)
+//                            one step without any check: kLookAhead bytes are visible at p, and the output has room.
+//                            Returns false, and does nothing, where step() must look closer. May take several steps
+//                            at once and lowers `steps` by the additional ones.
+//   Decoder::step(in, out, o, e)
+//                            one step with every check, one byte at least being visible
+//   Decoder::resting()       whether fast() may run now
+//   Decoder::stop(in, o, e)  the writer wants no more in good order: writes what comes before the closing sequence, and
+//                            returns the status with which the conversion ends
+//   Encoder::kIsUnicode      whether the target is a Unicode form: it may begin with a BOM
+//   Encoder::kFlushAbove     pending bytes above which output is handed over
+//   Encoder::kLongestStep    bytes that one step writes at most
+//   Encoder::finish(o)       closes the output
+#pragma once
+
+#include <algorithm>
+#include <new>
+
+#include "convert/input.h"
+#include "convert/output.h"
+#include "convert/unmappable.h"
+
+namespace jkc {
+
+// What a step says: go on, the conversion ends with `status`, or output must be handed over before the step goes on.
+enum class Flow : uint8_t { kNext, kEnd, kFull };
+
+// What most decoders have in common.
+struct DecoderBase {
+    static constexpr bool kClosesAfterEnd = true; // a writer's EUEXPEOD is the end of the data, not an error
+
+    static bool resting() { return true; }
+    template <class Encoder>
+    static int32_t stop(const Input & /*in*/, uint8_t *& /*o*/, Encoder & /*e*/) {
+        return JKC_EUEXPEOD;
+    }
+
+    Flow end(int32_t with) {
+        status = with;
+        return Flow::kEnd;
+    }
+
+    int32_t status = 0;
+};
+
+// Why a conversion stopped.
+enum class Stop : uint8_t {
+    kInput,  // it needs more input than is visible, and what is left of it once more
+    kOutput, // more is pending than may be
+    kEnd     // it has ended with `status`; what is pending is the last output
+};
+
+// Any pair of a decoder and an encoder.
+class Conversion {
+public:
+    Stop run(Input &in) { return run_(*this, in); }
+    // The writer has answered EUEXPEOD. False: an error as any other; else it has ended with `status`.
+    bool stop(const Input &in) { return stop_(*this, in); }
+
+    size_t pending() const { return out.pending(o); }
+    void clear_pending() { o = out.begin(); }
+
+    Output out;
+    uint8_t *o; // where output goes on
+    int32_t status = JKC_SUCCESS;
+
+protected:
+    using Run = Stop(Conversion &, Input &);
+    using StopRun = bool(Conversion &, const Input &);
+    Conversion(Run *run, StopRun *stop, const Output &output)
+        : out(output), o(output.begin()), run_(run), stop_(stop) {}
+
+private:
+    Run *run_;
+    StopRun *stop_;
+};
+
+template <class Decoder, class Encoder>
+class ConversionOf : public Conversion {
+public:
+    ConversionOf(JkcContext *ctx, uint8_t *area, const Encoder &encoder)
+        : Conversion(run_this, stop_this, Output(area, Encoder::kFlushAbove)), e(encoder), d(ctx) {}
+
+    Encoder e;
+    Decoder d;
+
+private:
+    static Stop run_this(Conversion &conversion, Input &in) {
+        auto &self = static_cast<ConversionOf &>(conversion);
+        uint8_t *o = self.o;
+        const Stop stop = self.convert(in, o);
+        self.o = o;
+        return stop;
+    }
+
+    static bool stop_this(Conversion &conversion, const Input &in) {
+        auto &self = static_cast<ConversionOf &>(conversion);
+        if (!Decoder::kClosesAfterEnd) {
+            return false;
+        }
+        uint8_t *o = self.o;
+        const int32_t with = self.d.stop(in, o, self.e);
+        self.close(o, with);
+        self.o = o;
+        return true;
+    }
+
+    Stop convert(Input &in, uint8_t *&o) {
+        for (;;) {
+            if (!in.last && in.left() < Decoder::kLookAhead) {
+                return Stop::kInput;
+            }
+            if (in.at_end()) {
+                return close(o, JKC_SUCCESS);
+            }
+            if (out.full(o)) {
+                return Stop::kOutput;
+            }
+            size_t steps = in.left() < Decoder::kLookAhead || !d.resting()
+                               ? 0
+                               : std::min(out.safe_steps(o, Encoder::kLongestStep),
+                                          (in.left() - Decoder::kLookAhead) / Decoder::kLongestStep + 1);
+            const uint8_t *p = in.p;
+            const bool some = steps > 0;
+            while (steps > 0 && d.fast(p, o, e, steps)) {
+                --steps;
+            }
+            in.p = p;
+            if (some && steps == 0) {
+                continue;
+            }
+            switch (d.step(in, out, o, e)) {
+            case Flow::kNext:
+                break;
+            case Flow::kEnd:
+                return close(o, d.status);
+            case Flow::kFull:
+                return Stop::kOutput;
+            }
+        }
+    }
+
+    Stop close(uint8_t *&o, int32_t with) {
+        o = e.finish(o);
+        status = with;
+        return Stop::kEnd;
+    }
+};
+
+// Room for any conversion.
+struct ConversionRoom {
+    static constexpr size_t kSize = 256;
+    alignas(std::max_align_t) uint8_t bytes[kSize];
+};
+
+// Makes a conversion in the room, whose output gathers in the area: behind a BOM where one is asked for.
+using MakeConversion = Conversion *(ConversionRoom &room, JkcContext *ctx, uint8_t *area, bool add_bom);
+
+template <class Decoder, class Encoder>
+Conversion *make_conversion(ConversionRoom &room, JkcContext *ctx, uint8_t *area, bool add_bom) {
+    using Made = ConversionOf<Decoder, Encoder>;
+    static_assert(sizeof(Made) <= ConversionRoom::kSize);
+    auto *made = new (room.bytes) Made(ctx, area, Encoder(ctx));
+    if constexpr (Encoder::kIsUnicode) {
+        if (add_bom) {
+            made->o = made->e.bom(made->o);
+        }
+    }
+    return made;
+}
+
+} // namespace jkc
