@@ -231,9 +231,8 @@ std::string describe_results(const std::array<size_t, kFailed + 1> &counts) {
     const size_t converted = counts[kConverted] + counts[kConvertedWithLosses];
     const size_t all = converted + counts[kRefused] + counts[kFailed];
     return (converted == all ? "" : std::to_string(converted) + " of ") + std::to_string(all) + " files converted" +
-           (counts[kConvertedWithLosses] == 0
-                ? ""
-                : ", " + std::to_string(counts[kConvertedWithLosses]) + " with losses");
+           (counts[kConvertedWithLosses] == 0 ? ""
+                                              : ", " + std::to_string(counts[kConvertedWithLosses]) + " with losses");
 }
 
 ExitCode convert_each_in_place(const Options &options, Progress &progress) {
