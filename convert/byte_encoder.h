@@ -1,17 +1,15 @@
-// What the encoders of byte encodings share: an ASCII character is a single byte.
+// What the encoders of byte encodings share: an ASCII character is a single byte. The functions call each other, so an
+// encoder that keeps anything back hides all of them but ascii_wide(), which comes behind its ascii().
 #pragma once
 
-#include <cstring>
-
+#include "convert/encoder_base.h"
 #include "convert/line_type.h"
 #include "core/wide.h"
 
 namespace jkc {
 
-class ByteEncoder {
+class ByteEncoder : public EncoderBase {
 public:
-    static constexpr size_t kAsciiWidth = 1;
-
     static uint8_t *ascii(uint8_t *o, uint8_t b) {
         *o = b;
         return o + 1;
@@ -32,7 +30,6 @@ public:
         *o = static_cast<uint8_t>(code); // a code of one byte overwrites the first
         return o + 1;
     }
-    static uint8_t *finish(uint8_t *o) { return o; }
 };
 
 } // namespace jkc

@@ -7,16 +7,14 @@
 //   Decoder::fast(p, o, e, steps)
 //                            one step without any check: kLookAhead bytes are visible at p, and the output has room.
 //                            Returns false, and does nothing, where step() must look closer. May take several steps
-//                            at once and lowers `steps` by the additional ones.
+//                            at once and lowers `steps` by the additional ones, never to 0. What calls the encoder
+//                            twice counts as two, if two are left.
 //   Decoder::step(in, out, o, e)
 //                            one step with every check, one byte at least being visible
 //   Decoder::resting()       whether fast() may run now
 //   Decoder::stop(in, o, e)  the writer wants no more in good order: writes what comes before the closing sequence, and
 //                            returns the status with which the conversion ends
-//   Encoder::kIsUnicode      whether the target is a Unicode form: it may begin with a BOM
-//   Encoder::kFlushAbove     pending bytes above which output is handed over
-//   Encoder::kLongestStep    bytes that one step writes at most
-//   Encoder::finish(o)       closes the output
+// What an encoder must have is told in encoder_base.h.
 #pragma once
 
 #include <algorithm>
@@ -166,6 +164,7 @@ template <class Decoder, class Encoder>
 Conversion *make_conversion(ConversionRoom &room, JkcContext *ctx, uint8_t *area, bool add_bom) {
     using Made = ConversionOf<Decoder, Encoder>;
     static_assert(sizeof(Made) <= ConversionRoom::kSize);
+    static_assert(Encoder::kFlushAbove + 2 * Encoder::kLongestStep + 1 <= sizeof(JkcBlock), "the work area overflows");
     auto *made = new (room.bytes) Made(ctx, area, Encoder(ctx));
     if constexpr (Encoder::kIsUnicode) {
         if (add_bom) {

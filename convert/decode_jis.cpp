@@ -103,7 +103,7 @@ public:
         const uint8_t b = *in.p;
         if (b == kEsc) {
             shifted_out_ = false;
-            return escape(in, o);
+            return escape(in, o, e);
         }
         if (is_two_byte()) {
             if (in.left() < 2) {
@@ -158,11 +158,10 @@ private:
                 c = kQuestionMark; // not recorded
             }
             if (c > 0xFFFF) [[unlikely]] {
-                if constexpr (Encoder::kIsUnicode) {
-                    return e.put_supplementary(o, c);
-                } else {
-                    c = high_surrogate(c); // which no table has
+                if (uint8_t *written = e.put_supplementary(o, c)) {
+                    return written;
                 }
+                c = high_surrogate(c); // which no table has
             }
             return write_character(ctx_, o, e, c, code, drops_lost_);
         }
@@ -198,20 +197,19 @@ private:
 
     // --- Escape sequences. Unknown ones are copied as they stand, whatever the target. ---
 
-    void copy(Input &in, uint8_t *&o, size_t length) {
-        memcpy(o, in.p, length);
-        o += length;
+    void copy(Input &in, uint8_t *&o, Encoder &e, size_t length) {
+        o = e.raw(o, in.p, length);
         in.p += length;
     }
 
-    Flow escape(Input &in, uint8_t *&o) {
+    Flow escape(Input &in, uint8_t *&o, Encoder &e) {
         const SeenEscape seen = read_escape(in.p, in.left());
         switch (seen.kind) {
         case SeenEscape::kTruncated:
-            copy(in, o, in.left());
+            copy(in, o, e, in.left());
             return end(JKC_SUCCESS);
         case SeenEscape::kUnknown:
-            copy(in, o, seen.length);
+            copy(in, o, e, seen.length);
             // A conversion from JIS to JIS ends at an ESC that begins no sequence.
             return kIsJis<Encoder> && seen.length == 1 ? end(JKC_SUCCESS) : Flow::kNext;
         default:

@@ -173,8 +173,9 @@ private:
             in.p += pair ? 4 : 2;
             return Flow::kNext;
         } else {
-            // One replacement for the pair, recorded with the high surrogate.
-            o = character(o, e, high, in.p);
+            // An unmappable pair gets one replacement and is recorded with the high surrogate.
+            uint8_t *written = pair ? e.put_supplementary(o, combine_surrogates(high, next)) : nullptr;
+            o = written != nullptr ? written : character(o, e, high, in.p);
             in.p += pair ? 4 : 2;
             return has_next ? Flow::kNext : end(JKC_EUEXPEOD);
         }

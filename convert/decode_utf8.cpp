@@ -27,16 +27,13 @@ uint8_t *put(uint8_t *o, JisEncoder &e, uint32_t c) {
 }
 // Half-width katakana need no table. The overline becomes the tilde, which stands in its place in JIS X 0201.
 template <class Encoder>
-uint8_t *write_table(uint8_t *o, Encoder &e, uint32_t c) {
+uint8_t *write(uint8_t *o, Encoder &e, uint32_t c) {
     if (is_half_width_katakana(c)) {
         return e.katakana(o, sjis_katakana_byte(c));
     }
     return c == kOverline ? e.ascii(o, '~') : put(o, e, c);
 }
 
-uint8_t *write(uint8_t *o, SjisEncoder &e, uint32_t c) { return write_table(o, e, c); }
-uint8_t *write(uint8_t *o, EucOfOneTable &e, uint32_t c) { return write_table(o, e, c); }
-uint8_t *write(uint8_t *o, JisEncoder &e, uint32_t c) { return write_table(o, e, c); }
 template <class Order>
 uint8_t *write(uint8_t *o, Utf16Encoder<Order> &e, uint32_t c) {
     return e.put(o, c);

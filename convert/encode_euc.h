@@ -19,7 +19,6 @@ class EucEncoder : public ByteEncoder {
 public:
     static constexpr size_t kFlushAbove = 8188;
     static constexpr size_t kLongestStep = 3;
-    static constexpr bool kIsUnicode = false;
 
     explicit EucEncoder(JkcContext *ctx) : ctx_(ctx) { load(); }
 

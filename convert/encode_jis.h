@@ -1,8 +1,7 @@
 // The encoder of ISO-2022-JP.
 #pragma once
 
-#include <cstring>
-
+#include "convert/encoder_base.h"
 #include "convert/line_type.h"
 #include "core/jis_escape.h"
 #include "core/wide.h"
@@ -23,12 +22,10 @@ constexpr EscapeSequence kEscapes[kJisDesignations] = {
 // The replacement: the full-width question mark of JIS X 0208.
 constexpr uint32_t kJisQuestionMark = 0x2129;
 
-class JisEncoder {
+class JisEncoder : public EncoderBase {
 public:
     static constexpr size_t kFlushAbove = 8159;
     static constexpr size_t kLongestStep = 6; // an escape sequence of four bytes and a code of two
-    static constexpr size_t kAsciiWidth = 1;
-    static constexpr bool kIsUnicode = false;
 
     explicit JisEncoder(JkcContext *ctx)
         : ctx_(ctx), table_(ctx->jis_dst_table), bits_(ctx->jis_dst_bits), count_(ctx->jis_dst_count),

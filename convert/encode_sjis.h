@@ -9,7 +9,6 @@ class SjisEncoder : public ByteEncoder {
 public:
     static constexpr size_t kFlushAbove = 8189;
     static constexpr size_t kLongestStep = 2;
-    static constexpr bool kIsUnicode = false;
 
     explicit SjisEncoder(JkcContext *ctx) : table_(ctx->sjis_dst_table), count_(ctx->sjis_dst_count) {}
 

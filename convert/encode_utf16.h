@@ -1,16 +1,16 @@
 // The encoder of UTF-16 in either byte order.
 #pragma once
 
-#include <cstring>
 #include <type_traits>
 
+#include "convert/encoder_base.h"
 #include "convert/line_type.h"
 #include "core/wide_units.h"
 
 namespace jkc {
 
 template <class Order>
-class Utf16Encoder {
+class Utf16Encoder : public EncoderBase {
 public:
     static constexpr size_t kFlushAbove = 8187;
     static constexpr size_t kLongestStep = 4;
@@ -54,8 +54,6 @@ public:
     }
     uint8_t *put_supplementary(uint8_t *o, uint32_t c) { return unit(unit(o, high_surrogate(c)), low_surrogate(c)); }
     uint8_t *replacement(uint8_t *o) { return unit(o, '?'); }
-
-    uint8_t *finish(uint8_t *o) { return o; }
 };
 
 } // namespace jkc

@@ -1,8 +1,6 @@
 // The encoder of UTF-8.
 #pragma once
 
-#include <cstring>
-
 #include "convert/byte_encoder.h"
 #include "core/bytes.h"
 
@@ -45,12 +43,6 @@ public:
         o[2] = static_cast<uint8_t>(0x80 | (c >> 6 & 0x3F));
         o[3] = static_cast<uint8_t>(0x80 | (c & 0x3F));
         return o + 4;
-    }
-
-    // Bytes that are written as they stand.
-    uint8_t *raw(uint8_t *o, const uint8_t *p, size_t length) {
-        memcpy(o, p, length);
-        return o + length;
     }
 
 private:

@@ -75,7 +75,7 @@ inline uint8_t *write_character(JkcContext &ctx, uint8_t *o, JisEncoder &e, uint
 }
 
 // One step near the end of the input, where less than Decoder::kLookAhead is visible. A character at in.p that is not
-// ASCII needs `needed` bytes.
+// ASCII needs `needed` bytes, and fast() must take it then.
 template <class Decoder, class Encoder>
 Flow take_last_character(Decoder &d, const AsciiText<Bytes> &text, size_t needed, Input &in, uint8_t *&o, Encoder &e) {
     const uint8_t *p = in.p;

@@ -61,6 +61,22 @@ constexpr bool rows_are_in_order() {
 }
 static_assert(rows_are_in_order());
 
+// Callers have 16 bytes for a name, as jkc.h promises, and 160 for all of them with a separator each.
+#define JKC_ROW(number, name, ...) sizeof name,
+constexpr size_t kNameSizes[] = {JKC_FOR_EACH_CODE_TYPE(JKC_ROW)};
+#undef JKC_ROW
+constexpr bool names_fit() {
+    size_t all = 0;
+    for (const size_t size : kNameSizes) {
+        all += size;
+        if (size > 16) {
+            return false;
+        }
+    }
+    return all <= 160;
+}
+static_assert(names_fit());
+
 } // namespace
 
 #define JKC_ROW(number, name, ...) {set_bit(number), type_in_row(number), name},

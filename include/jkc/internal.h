@@ -65,7 +65,7 @@ JKC_API int32_t _delete_bom(JkcContext *ctx, int32_t dst_type);
 /* --- converters: ctx->blocks to ctx->writer, with the tables selected in the context --- */
 
 /**
- * The 35 converters. Those to a Unicode form are told whether to begin with a byte-order mark:
+ * The converters. Those to a Unicode form are told whether to begin with a byte-order mark:
  *
  *     int32_t NAME(JkcContext *ctx);                 to JIS, Shift_JIS, EUC
  *     int32_t NAME(JkcContext *ctx, bool add_bom);   to UTF-16BE, UTF-16LE, UTF-8
