@@ -37,7 +37,7 @@ protected:
         return name + " " + type_of(name);
     }
     static std::string list_of(int set, size_t size) {
-        const std::string names = text_of(jkc_multi_type_names, size, set);
+        std::string names = text_of(jkc_multi_type_names, size, set);
         EXPECT_EQ(text_of(jkc_io_multi_type_names, size, set), names);
         if (set == 0xFFFC0) {
             EXPECT_EQ(text_of(jkc_all_type_names, size), names);

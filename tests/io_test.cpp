@@ -37,6 +37,7 @@ Lines read_lines(int64_t slot, uint64_t size, uint64_t patience = 20) {
 
 std::string in_words(const std::vector<int64_t> &numbers) {
     std::vector<std::string> words;
+    words.reserve(numbers.size());
     for (const int64_t number : numbers) {
         words.push_back(std::to_string(number));
     }

@@ -87,7 +87,7 @@ std::string judge(const Case &c, Way way, size_t piece = TestStream::kNever) {
 // However a stream or reader hands out the bytes, the same evidence is seen.
 TEST(JudgeTest, ATextIsJudgedOtherwiseOrACutOfTheInputChangesTheAnswer) {
     check_results("judge.txt", [](const Case &c) {
-        const std::string answer = judge(c, Way::kBuffer);
+        std::string answer = judge(c, Way::kBuffer);
         EXPECT_EQ(judge(c, Way::kFile), answer);
         for (const size_t piece : {1U, 2U, 3U, 7U, 977U, 8128U}) {
             EXPECT_EQ(judge(c, Way::kStream, piece), answer) << piece;
