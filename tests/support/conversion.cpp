@@ -97,7 +97,7 @@ Outcome expected_outcome(const Case &c) {
     return outcome;
 }
 
-Outcome expected_behind_padding(const Case &c, size_t count) {
+Outcome expected_behind_padding(const Case &c, size_t padding) {
     Outcome outcome = expected_but_chunks(c);
     const auto flush_above = static_cast<size_t>(c.options.number("flush", INT32_MAX));
     std::string pending;
@@ -115,7 +115,7 @@ Outcome expected_behind_padding(const Case &c, size_t count) {
         step(mark);
     }
     const std::string letter = letter_in(target_type(c));
-    for (size_t i = 0; i < count; i++) {
+    for (size_t i = 0; i < padding; i++) {
         step(letter);
     }
     std::for_each(pieces.begin() + (marked ? 1 : 0), pieces.end(), step);
