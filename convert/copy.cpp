@@ -1,9 +1,11 @@
-// Copies text within one encoding: only line ends and BOMs change.
+#include "convert/copy.h"
+
+#include <type_traits>
+
 #include "convert/ascii_text.h"
 #include "convert/byte_encoder.h"
 #include "convert/encode_utf16.h"
 #include "convert/whole_input.h"
-#include "core/code_types.h"
 #include "core/work_area.h"
 
 namespace jkc {
@@ -18,11 +20,12 @@ public:
     static constexpr size_t kLongestStep = 2;
 };
 
-// A copy looks at one code unit at a time: a CR at a block's end is a line end of its own, whatever follows. Any answer
-// of the writer but 0 ends it at once.
+// Any answer of the writer but 0 ends a copy at once. kVisible code units are looked at together: 1 makes two line ends
+// of a CR LF that is cut.
+template <size_t kVisible>
 class ByteCopy : public DecoderBase {
 public:
-    static constexpr size_t kLookAhead = 1;
+    static constexpr size_t kLookAhead = kVisible;
     static constexpr size_t kLongestStep = 1;
     static constexpr bool kClosesAfterEnd = false;
 
@@ -50,10 +53,10 @@ private:
     AsciiText<RawBytes> text_;
 };
 
-template <class Order>
+template <class Order, size_t kVisible>
 class UnitCopy : public DecoderBase {
 public:
-    static constexpr size_t kLookAhead = 2;
+    static constexpr size_t kLookAhead = 2 * kVisible;
     static constexpr size_t kLongestStep = 2;
     static constexpr bool kClosesAfterEnd = false;
 
@@ -102,16 +105,30 @@ private:
     bool keeps_line_ends_;
 };
 
-// A sequence of bytes at the front of the text: skipped in the input, written to the output.
-struct Front {
-    const uint8_t *bytes;
-    size_t length;
-};
-constexpr Front kNothing{nullptr, 0};
-constexpr uint8_t kEnterAscii[] = {kEsc, '(', 'B'};
+void write_front(Conversion &conversion, Front front) {
+    memcpy(conversion.o, front.bytes, sizeof front.bytes);
+    conversion.o += front.length;
+}
 
-template <class Copy, class Encoder>
-int32_t copy(JkcContext *ctx, const Encoder &e, Front skipped, Front written) {
+// Calls make(copy, encoder) with what copies texts of the family. kVisible code units are looked at together; bytes are
+// handed over above kBytesFlushAbove.
+template <size_t kVisible, size_t kBytesFlushAbove, class Make>
+auto with_copy_of(Family family, const JkcContext *ctx, Make make) {
+    switch (family) {
+    case Family::kUtf16Be:
+        return make(std::type_identity<UnitCopy<BigEndian, kVisible>>(), Utf16Encoder<BigEndian>(ctx));
+    case Family::kUtf16Le:
+        return make(std::type_identity<UnitCopy<LittleEndian, kVisible>>(), Utf16Encoder<LittleEndian>(ctx));
+    default:
+        return make(std::type_identity<ByteCopy<kVisible>>(), RawEncoder<kBytesFlushAbove>());
+    }
+}
+
+constexpr size_t kFlushAbove = 8159;
+constexpr size_t kBomFlushAbove = 8187; // where a BOM is added or removed
+
+template <size_t kBytesFlushAbove>
+int32_t copy_blocks(JkcContext *ctx, Family family, Front skipped, Front written) {
     reset_unmappable(*ctx);
     const WorkArea area;
     if (area.block() == nullptr) {
@@ -121,24 +138,22 @@ int32_t copy(JkcContext *ctx, const Encoder &e, Front skipped, Front written) {
     if (skipped.length > 0 && cursor.left() >= skipped.length && memcmp(cursor.p, skipped.bytes, skipped.length) == 0) {
         cursor.p += skipped.length;
     }
-    ConversionOf<Copy, Encoder> conversion(ctx, area.bytes(), e);
-    for (size_t i = 0; i < written.length; ++i) {
-        *conversion.o++ = written.bytes[i];
-    }
-    return convert_blocks(ctx, cursor, conversion);
+    // A CR at a block's end is a line end of its own, whatever follows: texts were always copied so.
+    return with_copy_of<1, kBytesFlushAbove>(family, ctx, [&](auto copy, const auto &encoder) {
+        ConversionOf<typename decltype(copy)::type, std::decay_t<decltype(encoder)>> conversion(ctx, area.bytes(),
+                                                                                                encoder);
+        write_front(conversion, written);
+        return convert_blocks(ctx, cursor, conversion);
+    });
 }
 
-// Copies in code units of the family; those that are bytes are handed over above kBytesFlushAbove.
 template <size_t kBytesFlushAbove>
-int32_t copy_within(JkcContext *ctx, Family family, Front skipped, Front written) {
-    switch (family) {
-    case Family::kUtf16Be:
-        return copy<UnitCopy<BigEndian>>(ctx, Utf16Encoder<BigEndian>(ctx), skipped, written);
-    case Family::kUtf16Le:
-        return copy<UnitCopy<LittleEndian>>(ctx, Utf16Encoder<LittleEndian>(ctx), skipped, written);
-    default:
-        return copy<ByteCopy>(ctx, RawEncoder<kBytesFlushAbove>(), skipped, written);
-    }
+Conversion *make_copy(ConversionRoom &room, JkcContext *ctx, uint8_t *area, Family family) {
+    return with_copy_of<2, kBytesFlushAbove>(family, ctx, [&](auto copy, const auto &encoder) -> Conversion * {
+        using Made = ConversionOf<typename decltype(copy)::type, std::decay_t<decltype(encoder)>>;
+        static_assert(sizeof(Made) <= ConversionRoom::kSize);
+        return new (room.bytes) Made(ctx, area, encoder);
+    });
 }
 
 // Whatever is no Unicode form counts as UTF-8 where BOMs are added and removed.
@@ -146,35 +161,46 @@ Family bom_family(int32_t code_type) {
     const Family family = family_of(code_type);
     return is_unicode(family) ? family : Family::kUtf8;
 }
-constexpr size_t kBomFlushAbove = 8187;
+
+Front bom_of_type(int32_t code_type) { return has_bom(code_type) ? bom_of(family_of(code_type)) : kNothing; }
 
 } // namespace
+
+Front front_of_copy(int32_t code_type) {
+    const Family family = family_of(code_type);
+    return family == Family::kJis ? Front{{kEsc, '(', 'B'}, 3} : bom_of(family);
+}
+
+Conversion *make_fed_copy(ConversionRoom &room, JkcContext *ctx, uint8_t *area, int32_t src_type, int32_t dst_type) {
+    const Family family = family_of(dst_type);
+    Conversion *made = src_type == dst_type ? make_copy<kFlushAbove>(room, ctx, area, family)
+                                            : make_copy<kBomFlushAbove>(room, ctx, area, family);
+    write_front(*made, bom_of_type(dst_type));
+    return made;
+}
 
 } // namespace jkc
 
 int32_t _jkc_copy(JkcContext *ctx, int32_t code_type) {
     using namespace jkc;
-    constexpr size_t kFlushAbove = 8159;
     const Family family = family_of(code_type);
     if (family == Family::kNone) {
         reset_unmappable(*ctx);
         return end_with(ctx, JKC_SUCCESS);
     }
-    // A designation of ASCII at the front says nothing: the text starts in ASCII anyway.
-    const Front skipped = family == Family::kJis ? Front{kEnterAscii, sizeof kEnterAscii} : kNothing;
-    const Bom bom = bom_of(family);
-    const Front written = has_bom(code_type) ? Front{bom.bytes, bom.length} : kNothing;
-    return copy_within<kFlushAbove>(ctx, family, skipped, written);
+    // The judgement has taken a BOM off.
+    const Front skipped = family == Family::kJis ? front_of_copy(code_type) : kNothing;
+    return copy_blocks<kFlushAbove>(ctx, family, skipped, bom_of_type(code_type));
 }
 
 // A BOM that the input still has is skipped, so that there is never a second one.
 int32_t _add_bom(JkcContext *ctx, int32_t dst_type) {
-    const jkc::Family family = jkc::bom_family(dst_type);
-    const jkc::Bom bom = jkc::bom_of(family);
-    const jkc::Front front{bom.bytes, bom.length};
-    return jkc::copy_within<jkc::kBomFlushAbove>(ctx, family, front, front);
+    using namespace jkc;
+    const Family family = bom_family(dst_type);
+    return copy_blocks<kBomFlushAbove>(ctx, family, bom_of(family), bom_of(family));
 }
 
 int32_t _delete_bom(JkcContext *ctx, int32_t dst_type) {
-    return jkc::copy_within<jkc::kBomFlushAbove>(ctx, jkc::bom_family(dst_type), jkc::kNothing, jkc::kNothing);
+    using namespace jkc;
+    return copy_blocks<kBomFlushAbove>(ctx, bom_family(dst_type), kNothing, kNothing);
 }

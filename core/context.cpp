@@ -3,6 +3,7 @@
 #include <initializer_list>
 
 #include "core/code_types.h"
+#include "core/context.h"
 
 namespace {
 
@@ -65,10 +66,12 @@ JKC_FIELD(version, 340, 4);
 static_assert(sizeof(JkcContext) == 344);
 #undef JKC_FIELD
 
-void set_defaults(JkcContext &ctx) {
+} // namespace
+
+void jkc::set_defaults(JkcContext &ctx) {
     for (const int32_t type : {JKC_TYPE_JIS, JKC_TYPE_EUC}) {
-        jkc::select_source_tables(ctx, type);
-        jkc::select_target_tables(ctx, type);
+        select_source_tables(ctx, type);
+        select_target_tables(ctx, type);
     }
     ctx.sjis_src_table = _sjis2unibe932_table;
     ctx.sjis_src_count = _sjis2unibe932_table_size;
@@ -78,8 +81,6 @@ void set_defaults(JkcContext &ctx) {
     ctx.uni_def_count = _unibe_def_table_size;
     ctx.version = kVersion;
 }
-
-} // namespace
 
 JkcContext *create_jkc() {
     auto *ctx = static_cast<JkcContext *>(calloc(1, sizeof(JkcContext)));
@@ -91,7 +92,7 @@ JkcContext *create_jkc() {
         free(ctx);
         return nullptr;
     }
-    set_defaults(*ctx);
+    jkc::set_defaults(*ctx);
     return ctx;
 }
 

@@ -26,11 +26,14 @@
  * jkc_convert_file() with a writer. The source is judged first; an observer is told the answer and may stop there.
  * Then the writer receives the output in pieces, and the context tells what the target lacked.
  *
+ * **Convert a stream of any length** whose code type you know, in constant memory and in pieces as they come:
+ * jkc_converter_create() and its kin in jkc/converter.h.
+ *
  * **Read lines, or make one file of another**, without context and callbacks: jkc_io_open(), jkc_io_get_line(),
  * jkc_io_convert_file() and their kin in jkc/slots.h.
  *
  * **Look characters up** in the mapping tables yourself: jkc/tables.h. **Scan lines** of a text in memory, or keep
- * records in a list: jkc/lines.h. This header includes all three. The routines inside the library are exported too, as
+ * records in a list: jkc/lines.h. This header includes all four. The routines inside the library are exported too, as
  * they are: jkc/internal.h declares them.
  *
  * **Threads.** Only ONE judgement or conversion may run at a time in a whole process, even on different contexts: they
@@ -472,6 +475,7 @@ JKC_API uint32_t jkc_get_strerror(JkcContext *ctx, int errnum, char *buf, size_t
 }
 #endif
 
+#include "jkc/converter.h"
 #include "jkc/lines.h"
 #include "jkc/slots.h"
 #include "jkc/tables.h"

@@ -51,6 +51,25 @@ TEST_P(ConvertTest, ABlocksEndCutsACharacterOrOutputIsHandedOverAStepTooEarlyOrT
     }
 }
 
+// A converter that is fed hands over the same pieces, however its input is cut.
+TEST_P(ConvertTest, ACutOfWhatIsFedShows) {
+    for (const Case &c : cases()) {
+        if (!can_be_fed(c)) {
+            continue;
+        }
+        SCOPED_TRACE(title(c));
+        const Outcome whole = as_fed(convert(c, Way::kBuffer));
+        for (const size_t piece : {1, 2, 3, 7, 977, 8128}) {
+            EXPECT_EQ(convert_fed(c, piece, false), whole) << piece;
+            if (!c.options.has("answer")) {
+                const Outcome filled = convert_fed(c, piece, true);
+                EXPECT_EQ(filled.text(), whole.text()) << piece;
+                EXPECT_EQ(filled.status, whole.status) << piece;
+            }
+        }
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Families, ConvertTest,
                          ::testing::Values("from_utf8", "from_sjis", "from_euc", "from_jis", "from_utf16", "copies",
                                            "writer_answers"),

@@ -11,7 +11,7 @@ exported=$(nm -D --defined-only "$2" | awk '$2 != "A" { sub(/@.*/, "", $3); prin
 listed=$(sort "$names")
 case $1 in
 update)
-    if ! grep -q "$of_java" <<<"$exported"; then # built without Java, whose names stay
+    if ! grep -qE "$of_java" <<<"$exported"; then # built without Java, whose names stay
         exported=$(sort <(echo "$exported") <(grep -E "$of_java" <<<"$listed"))
     fi
     echo "$exported" >"$names"

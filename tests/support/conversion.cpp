@@ -125,24 +125,33 @@ Outcome expected_behind_padding(const Case &c, size_t padding) {
     return outcome;
 }
 
+std::string padded(const Case &c, int64_t padding) {
+    std::string input = c.options.has("judged") ? mark_of(source_type(c)) : "";
+    for (int64_t i = 0; i < padding; i++) {
+        input += letter_in(source_type(c));
+    }
+    return input + c.input;
+}
+
+CollectingWriter answering_writer(const Options &o) {
+    CollectingWriter writer;
+    writer.answer_at = static_cast<size_t>(o.number("answer_at"));
+    writer.answer = static_cast<int32_t>(o.number("answer"));
+    return writer;
+}
+
 Outcome convert(const Case &c, Way way, int64_t padding) {
     const Options &o = c.options;
     const int src = source_type(c);
     const int dst = target_type(c);
     const bool judged = o.has("judged");
-    std::string input = judged ? mark_of(src) : "";
-    for (int64_t i = 0; i < padding; i++) {
-        input += letter_in(src);
-    }
-    input += c.input;
+    const std::string input = padded(c, padding);
     forced_type = judged ? std::nullopt : std::optional(src);
     JkcContext *ctx = create_jkc();
     ctx->mode = static_cast<uint32_t>(o.number("eol"));
     ctx->suppress = static_cast<uint8_t>(o.number("suppress"));
     ctx->utfmac_to = o.has("compose") || o.has("composing");
-    Session session{{}, ctx, &o};
-    session.writer.answer_at = static_cast<size_t>(o.number("answer_at"));
-    session.writer.answer = static_cast<int32_t>(o.number("answer"));
+    Session session{answering_writer(o), ctx, &o};
     const JkcWriter writer = o.has("no_writer") ? nullptr : Session::write;
     const JkcObserver observer = o.has("unobserved") ? nullptr : Session::observe;
     const bool hint = !o.has("no_hint");
@@ -169,6 +178,77 @@ Outcome convert(const Case &c, Way way, int64_t padding) {
     outcome.told = session.told;
     outcome.reusable = ctx->sts == outcome.status && ctx->blocks->data == nullptr && (ctx->mode & JKC_MODE_SOURCE) == 0;
     release_jkc(ctx);
+    return outcome;
+}
+
+bool can_be_fed(const Case &c) {
+    const auto is_type = [](int type) { return family_of(type) != Family::kNone; };
+    const int64_t eol = c.options.number("eol");
+    return is_type(source_type(c)) && is_type(target_type(c)) && (eol & (eol - 1)) == 0 && !c.options.has("judged") &&
+           !c.options.has("veto") && !c.options.has("no_writer");
+}
+
+Outcome convert_fed(const Case &c, size_t piece, bool into_buffers, int64_t padding) {
+    JkcConverterOptions options = {};
+    options.size = sizeof options;
+    options.line_type = static_cast<uint32_t>(c.options.number("eol"));
+    options.suppress = static_cast<uint8_t>(c.options.number("suppress"));
+    options.compose = c.options.has("compose");
+    options.jis_2004 = c.options.has("srg");
+    JkcConverter *converter = nullptr;
+    EXPECT_EQ(jkc_converter_create(&converter, source_type(c), target_type(c), &options), JKC_SUCCESS);
+    std::string input = padded(c, padding);
+    const Bom bom = bom_of(family_of(source_type(c)));
+    const std::string front(reinterpret_cast<const char *>(bom.bytes), bom.length);
+    // What adds a BOM takes one off itself.
+    if (bom.length > 0 && input.starts_with(front) && jkc_cmp_bom(source_type(c), target_type(c)) != 1) {
+        input.insert(0, front); // one is taken off, as by the judgement
+    }
+    CollectingWriter writer = answering_writer(c.options);
+    Outcome outcome;
+    for (size_t at = 0; at <= input.size() && outcome.status == JKC_SUCCESS; at += piece) {
+        const ExactBuffer part(input.substr(at, piece));
+        const bool last = at + piece > input.size();
+        if (!into_buffers) {
+            outcome.status = jkc_converter_feed(converter, part.data(), part.size(), CollectingWriter::write, &writer);
+            continue;
+        }
+        const uint8_t *in = part.data();
+        size_t left = part.size();
+        int32_t stop = JKC_STOP_OUTPUT;
+        while (stop == JKC_STOP_OUTPUT) {
+            std::string room(piece, '#');
+            auto *out = reinterpret_cast<uint8_t *>(room.data());
+            size_t room_left = room.size();
+            stop = jkc_converter_run(converter, &in, &left, &out, &room_left, last);
+            outcome.chunks.push_back(room.substr(0, room.size() - room_left));
+        }
+        outcome.status = stop == JKC_STOP_INPUT ? static_cast<int32_t>(JKC_SUCCESS) : stop;
+    }
+    if (!into_buffers) {
+        if (outcome.status == JKC_SUCCESS) {
+            outcome.status = jkc_converter_finish(converter, CollectingWriter::write, &writer);
+        }
+        outcome.chunks = writer.pieces;
+    }
+    JkcConverterLosses losses = {};
+    losses.size = sizeof losses;
+    jkc_converter_losses(converter, &losses);
+    JkcContext record = {};
+    record.nochar_count = static_cast<uint32_t>(losses.count);
+    record.first_nochar_index = losses.first_offset;
+    record.last_nochar_index = losses.last_offset;
+    record.first_nochar = losses.first_code;
+    record.last_nochar = losses.last_code;
+    outcome.summary = summary_of(record, 0, 0, padding * static_cast<int64_t>(letter_in(source_type(c)).size()));
+    jkc_converter_release(converter);
+    return as_fed(outcome);
+}
+
+Outcome as_fed(Outcome outcome) {
+    outcome.summary = outcome.summary.substr(0, outcome.summary.find_first_of("je")); // "jis=", "euc="
+    outcome.told = kNotTold;
+    outcome.reusable = true;
     return outcome;
 }
 

@@ -33,6 +33,13 @@ Outcome expected_behind_padding(const Case &c, size_t padding);
 // Converts a case's input. Where the case says so, the input is judged; otherwise it is taken as what it says.
 Outcome convert(const Case &c, Way way, int64_t padding = 0);
 
+// Whether a converter that is fed does what such a case asks for.
+bool can_be_fed(const Case &c);
+// Converts with one, in pieces of this size: for a writer, or into buffers of this size.
+Outcome convert_fed(const Case &c, size_t piece, bool into_buffers, int64_t padding = 0);
+// What of an outcome such a converter has.
+Outcome as_fed(Outcome outcome);
+
 // Text of one code type in another.
 std::string recoded(const std::string &text, int from, int to);
 

@@ -1,0 +1,131 @@
+/**
+ * @file jkc/converter.h
+ * @brief Converts text that comes in pieces, in constant memory, from a code type that is told. Included by jkc.h.
+ *
+ * @code{.c}
+ * JkcConverter *converter;
+ * int32_t status = jkc_converter_create(&converter, JKC_TYPE_SJIS, JKC_TYPE_UTF8, NULL);
+ * while (status == JKC_SUCCESS && (length = fread(piece, 1, sizeof piece, stdin)) > 0) {
+ *     status = jkc_converter_feed(converter, piece, length, writer, stdout);
+ * }
+ * if (status == JKC_SUCCESS) {
+ *     status = jkc_converter_finish(converter, writer, stdout);
+ * }
+ * jkc_converter_release(converter);
+ * @endcode
+ *
+ * examples/filter.c is this as a whole program.
+ *
+ * Where callbacks do not suit, jkc_converter_run() fills the caller's buffer instead.
+ *
+ * The pieces may be cut anywhere, down to single bytes: the output is that of the whole text. It is what
+ * jkc_convert_buffer() makes of a text that it judges to be in the source code type, but for one thing: a line end that
+ * lies across two of that call's blocks of input is one line end here.
+ *
+ * A converter takes about 10 kB, whatever the length of the text, and allocates nothing once it is made.
+ *
+ * @par Threads
+ * Different converters may be used in any number of threads at once, one converter by one thread at a time. A writer may
+ * use other converters, but not the one that calls it.
+ */
+#ifndef JKC_CONVERTER_H
+#define JKC_CONVERTER_H
+
+#include "../jkc.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** Converts a text in pieces. Made by jkc_converter_create(), freed by jkc_converter_release(). */
+typedef struct JkcConverter JkcConverter;
+
+/** How to convert. Set all to 0 and then `size`, and what is wanted. */
+typedef struct JkcConverterOptions {
+    size_t size;         /**< sizeof(JkcConverterOptions): tells the library which fields there are */
+    uint32_t line_type;  /**< JkcLineType of the output; 0 keeps each line end */
+    uint8_t compose;     /**< not 0: compose letters with their combining marks (Unicode sources) */
+    uint8_t suppress;    /**< as JkcContext::suppress: 1 leaves out what is unmappable or ill-formed */
+    uint8_t jis_2004;    /**< not 0: to #JKC_TYPE_JIS, use the tables of JIS X 0213:2004 */
+    uint8_t reserved[5]; /**< 0 */
+} JkcConverterOptions;
+
+/** What a conversion had to replace or leave out, as the NoChar fields of JkcContext tell it. */
+typedef struct JkcConverterLosses {
+    size_t size;          /**< sizeof(JkcConverterLosses), set by the caller */
+    uint64_t count;       /**< how many there were */
+    int64_t first_offset; /**< where the first one stands in the text, behind any byte-order mark; -1: none */
+    int64_t last_offset;  /**< where the last one stands */
+    int64_t first_code;   /**< source code, or code point from Unicode; 0: ill-formed bytes; -1: none */
+    int64_t last_code;    /**< that of the last one */
+} JkcConverterLosses;
+
+/** Why jkc_converter_run() has stopped. */
+enum JkcConverterStop {
+    JKC_STOP_END = 0,    /**< the text is converted */
+    JKC_STOP_INPUT = 1,  /**< all input is taken: more is needed, or `last` */
+    JKC_STOP_OUTPUT = 2, /**< the output buffer is full */
+};
+
+/**
+ * Makes a converter.
+ *
+ * @param converter receives it; null after a failure
+ * @param src_type  the code type that the text IS in: it is not judged. A byte-order mark at its front is recognised for
+ *                  each Unicode form, whether the type says so or not. #JKC_TYPE_ASCII counts as Shift_JIS.
+ * @param dst_type  the code type wanted; #JKC_TYPE_ASCII counts as Shift_JIS. The types with a byte-order mark begin
+ *                  with one.
+ * @param options   null: all off
+ * @return 0; #JKC_ECTYPE for a code type that does not exist, #JKC_TYPE_EMPTY included; #JKC_ELTYPE for a line type that
+ *         does not exist; #JKC_EALLOC
+ */
+JKC_API int32_t jkc_converter_create(JkcConverter **converter, int32_t src_type, int32_t dst_type,
+                                     const JkcConverterOptions *options);
+
+/** Frees a converter. @param converter from jkc_converter_create(); null does nothing. */
+JKC_API void jkc_converter_release(JkcConverter *converter);
+
+/** Makes a converter as good as new, for another text. */
+JKC_API void jkc_converter_reset(JkcConverter *converter);
+
+/**
+ * Converts a piece of the text.
+ *
+ * @param data      the piece; any pointer when @p length is 0. It is not needed any more when the call returns.
+ * @param writer    receives the output, as for jkc_convert_buffer(); null throws it away. Its answers mean the same.
+ * @param user_data passed to the writer
+ * @return 0, also when the text has come to an end of its own (the rest is passed over then); else the status with which
+ *         the conversion has ended, which every further call gives until jkc_converter_reset()
+ */
+JKC_API int32_t jkc_converter_feed(JkcConverter *converter, const uint8_t *data, size_t length, JkcWriter writer,
+                                   void *user_data);
+
+/**
+ * Converts what is left when the text has ended, and closes the output.
+ * @return as jkc_converter_feed(); #JKC_EUEXPEOD when the text ends inside a character
+ */
+JKC_API int32_t jkc_converter_finish(JkcConverter *converter, JkcWriter writer, void *user_data);
+
+/**
+ * Converts into a buffer, as far as input and room go.
+ *
+ * @param in         the input; moved behind what was taken
+ * @param in_length  its length; lowered by what was taken
+ * @param out        the buffer; moved behind what was written
+ * @param out_length its room; lowered by what was written. Any room serves, down to one byte.
+ * @param last       whether the text ends with this input
+ * @return a JkcConverterStop, or the status with which the conversion has ended (#JKC_EUEXPEOD when the text ends inside a
+ *         character): all output is written before either. A status is given by every further call until
+ *         jkc_converter_reset().
+ */
+JKC_API int32_t jkc_converter_run(JkcConverter *converter, const uint8_t **in, size_t *in_length, uint8_t **out,
+                                  size_t *out_length, bool last);
+
+/** Tells what was lost so far. @param losses its `size` must be set */
+JKC_API void jkc_converter_losses(const JkcConverter *converter, JkcConverterLosses *losses);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* JKC_CONVERTER_H */
