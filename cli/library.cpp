@@ -15,8 +15,7 @@ Context make_context() {
 
 bool is_undecided(int judged) {
     constexpr int kNoneFits = -1;
-    constexpr int kSmallestSet = 64;
-    return judged == kNoneFits || judged >= kSmallestSet;
+    return judged == kNoneFits || judged >= JKC_LOWEST_SET;
 }
 
 std::string status_reason(int32_t status, int error_number) {

@@ -56,10 +56,8 @@ struct BomMatch {
 };
 BomMatch match_bom(const uint8_t *p, size_t length);
 
-// Numbers below this are code types, the others sets of them. There are two kinds of sets: those of a judgement
-// (JKC_JUDGED_BIT) and those of jkc_multi_type_names(), whose bits have no gap (JkcTypeName::mask).
-constexpr int64_t kLowestSet = 64;
-constexpr bool is_set(int64_t number) { return number >= kLowestSet; }
+// Whether the number is a set of code types. There are two kinds of sets: those of a judgement (JKC_JUDGED_BIT) and those of jkc_multi_type_names(), whose bits have no gap (JkcTypeName::mask).
+constexpr bool is_set(int64_t number) { return number >= JKC_LOWEST_SET; }
 
 constexpr int32_t judged_bit(int32_t type) { return JKC_JUDGED_BIT(type); }
 

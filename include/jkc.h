@@ -96,7 +96,10 @@ JKC_API float jkc_get_version(void);
 /* Code types, status codes, line ends                                       */
 /* ------------------------------------------------------------------------- */
 
-/** An encoding. Values of 64 and more are not code types but sets of them. */
+/** Numbers from here on are not code types but sets of them. */
+#define JKC_LOWEST_SET 64
+
+/** An encoding. */
 enum JkcCodeType {
     JKC_TYPE_EMPTY = 0,        /**< no input at all */
     JKC_TYPE_ASCII = 1,        /**< 7-bit text without escape sequences */
@@ -198,7 +201,7 @@ enum JkcModeBits {
  * @param length    how many bytes, 1 to 8193
  * @param user_data as given to the entry point
  * @return 0 when the bytes are taken. #JKC_EUEXPEOD ends the conversion in good order: the same bytes are handed over
- *         once more (with a closing escape sequence for JIS, and from UTF-8 with a substitute). Any other value ends it
+ *         once more (with a closing escape sequence for JIS, and from UTF-8 with a replacement). Any other value ends it
  *         at once and becomes its result.
  */
 typedef int32_t (*JkcWriter)(const uint8_t *data, uint64_t length, void *user_data);
@@ -263,7 +266,7 @@ typedef struct JkcContext {
     uint8_t srg_exists;    /**< result: a character beyond the BMP was seen; see jkc_convert_buffer() */
     uint8_t utfmac_exists; /**< result: a base character with a combining mark was seen */
     uint8_t utfmac_to;     /**< option: compose such pairs when converting from Unicode */
-    uint8_t suppress;      /**< option: 1 leaves out what the target lacks instead of writing a substitute */
+    uint8_t suppress;      /**< option: 1 leaves out what the target lacks instead of replacing it */
 
     int64_t read_offset;        /**< offset of the current block in the input, after any byte-order mark */
     uint8_t *block_origin;      /**< first byte of the current block */
@@ -343,7 +346,7 @@ JKC_API int jkc_judges_file(JkcContext *ctx, int *type_out, int *line_out, const
  * as Shift_JIS.
  *
  * **What the target lacks** is replaced and recorded in the nochar fields of the context: how many, and code and offset
- * (after any byte-order mark) of the first and the last. The substitute is "?". In JIS it is the full-width question
+ * (after any byte-order mark) of the first and the last. The replacement is "?". In JIS it is the full-width question
  * mark U+FF1F (21 29 in JIS X 0208), or what the table of the target has at the source's code, where a code of
  * Shift_JIS or EUC that is no character is looked up as if it were one. What to know of the record:
  * - The code is a code point where the source is Unicode (0 or a surrogate, for some beyond the BMP). From another
