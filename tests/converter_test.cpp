@@ -139,6 +139,67 @@ TEST_F(ConverterTest, ABomIsKeptDroppedOrAddedWrongly) {
     }
 }
 
+TEST_F(ConverterTest, MemoryIsLostOrTheBoundIsExceeded) {
+    // What grows most on the way to each: katakana and ASCII by turns, line ends, and bytes that are no character.
+    std::string worst;
+    for (int i = 0; i < 3000; ++i) {
+        worst += "\xB1"
+                 "a\n\x85\x40";
+    }
+    const struct {
+        int32_t src, dst;
+        std::string input;
+        int32_t status;
+        std::string output;
+    } cases[] = {
+        {4, 15, "\x82\xA0", JKC_SUCCESS, "あ"},
+        {0, 15, "\x82\xA0\x82\xA2\x82\xA4\x82\xA6\x82\xA8", JKC_SUCCESS, "あいうえお"},
+        {0, 15, "", JKC_SUCCESS, ""},
+        {0, 15, "\xE4\xD8\xE5\xA5", JKC_JUDGED_BIT(4) | JKC_JUDGED_BIT(5) | JKC_JUDGED_BIT(11), ""},
+        {4, 15, "\x82", JKC_EUEXPEOD, ""},
+        {4, 99, "a", JKC_ECTYPE, ""},
+        {4, 2, worst, JKC_SUCCESS, "*"},
+        {4, 5, worst, JKC_SUCCESS, "*"},
+        {4, 11, worst, JKC_SUCCESS, "*"},
+        {4, 16, worst, JKC_SUCCESS, "*"},
+        {15, 2, worst, JKC_SUCCESS, "*"},
+        {15, 15, worst, JKC_SUCCESS, "*"},
+        {13, 4, worst, JKC_SUCCESS, "*"},
+    };
+    JkcConverterOptions options = {};
+    options.size = sizeof options;
+    options.line_type = JKC_LINE_CRLF;
+    for (const auto &c : cases) {
+        SCOPED_TRACE(std::to_string(c.src) + " to " + std::to_string(c.dst) + " from " + show_bytes(c.input));
+        uint8_t *out = nullptr;
+        size_t length = 0;
+        JkcConverterLosses losses = {};
+        losses.size = sizeof losses;
+        const auto convert = [&] {
+            return jkc_convert_memory(c.src, c.dst, reinterpret_cast<const uint8_t *>(c.input.data()), c.input.size(),
+                                      &options, &out, &length, &losses);
+        };
+        ASSERT_EQ(convert(), c.status);
+        ASSERT_EQ(out != nullptr, c.status == JKC_SUCCESS);
+        const std::string text(reinterpret_cast<char *>(out), length);
+        EXPECT_TRUE(c.output == "*" || text == c.output);
+        EXPECT_LE(length, jkc_converter_bound(c.dst, c.input.size()));
+        EXPECT_TRUE(out == nullptr || (out[length] | out[length + 1]) == 0);
+        jkc_free(out);
+        if (c.status == JKC_SUCCESS) {
+            fail_each_allocation(
+                [&] {
+                    const int32_t status = convert();
+                    jkc_free(out);
+                    return status;
+                },
+                [](bool /*failed*/) {});
+        }
+    }
+    EXPECT_EQ(jkc_converter_bound(JKC_TYPE_JIS, SIZE_MAX / 2), SIZE_MAX);
+    EXPECT_EQ(jkc_converter_bound(10, 5), 0U);
+}
+
 // In a copy of blocks this was two line ends.
 TEST_F(ConverterTest, ACrLfBetweenPiecesBecomesTwoLineEnds) {
     JkcConverterOptions options = {};

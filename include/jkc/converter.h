@@ -124,6 +124,35 @@ JKC_API int32_t jkc_converter_run(JkcConverter *converter, const uint8_t **in, s
 /** Tells what was lost so far. @param losses its `size` must be set */
 JKC_API void jkc_converter_losses(const JkcConverter *converter, JkcConverterLosses *losses);
 
+/**
+ * Converts a text in memory at once, with a converter of its own.
+ *
+ * @param src_type   the code type that the text is in; #JKC_TYPE_EMPTY: it is judged, as by jkc_judges_buffer()
+ * @param dst_type   as for jkc_converter_create()
+ * @param data       the text; any pointer when @p length is 0
+ * @param length     its length
+ * @param options    as for jkc_converter_create()
+ * @param out        receives the output, to be freed with jkc_free(): never null after 0. Two NUL bytes follow it.
+ * @param out_length receives its length, without these
+ * @param losses     null, or receives what was lost; its `size` must be set
+ * @return 0, also with losses; what the judgement returned where no single code type fits (a set of
+ *         #JKC_LOWEST_SET or more, -1); else as jkc_converter_create() and jkc_converter_finish(). After all but 0 there is
+ *         no output, @p out is null and @p losses is as it was.
+ */
+JKC_API int32_t jkc_convert_memory(int32_t src_type, int32_t dst_type, const uint8_t *data, size_t length,
+                                   const JkcConverterOptions *options, uint8_t **out, size_t *out_length,
+                                   JkcConverterLosses *losses);
+
+/** Frees what the library has allocated for the caller. @param memory null does nothing. */
+JKC_API void jkc_free(void *memory);
+
+/**
+ * Tells how long the output of a text can be.
+ * @return a length that no output to @p dst_type exceeds, whatever the text of @p length bytes and the options are; SIZE_MAX
+ *         where that cannot be told
+ */
+JKC_API size_t jkc_converter_bound(int32_t dst_type, size_t length);
+
 #ifdef __cplusplus
 }
 #endif
