@@ -83,42 +83,33 @@ template <class Decoder, class Encoder>
 class ConversionOf : public Conversion {
 public:
     ConversionOf(JkcContext *ctx, uint8_t *area, const Encoder &encoder)
-        : Conversion(run_this, stop_this, Output(area, Encoder::kFlushAbove)), e(encoder), d(ctx) {}
+        : Conversion(run_this, stop_this, Output(area, Encoder::kFlushAbove)), e_(encoder), d_(ctx) {}
 
-    Encoder e;
-    Decoder d;
+    void write_bom() { o = e_.bom(o); }
 
 private:
-    static Stop run_this(Conversion &conversion, Input &in) {
+    static Stop run_this(Conversion &conversion, Input &input) {
         auto &self = static_cast<ConversionOf &>(conversion);
+        // Copies, which no store into the output can alias.
+        const Output out = self.out;
+        Encoder e = self.e_;
+        Decoder d = self.d_;
+        Input in = input;
         uint8_t *o = self.o;
-        const Stop stop = self.convert(in, o);
-        self.o = o;
-        return stop;
-    }
-
-    static bool stop_this(Conversion &conversion, const Input &in) {
-        auto &self = static_cast<ConversionOf &>(conversion);
-        if (!Decoder::kClosesAfterEnd) {
-            return false;
-        }
-        uint8_t *o = self.o;
-        const int32_t with = self.d.stop(in, o, self.e);
-        self.close(o, with);
-        self.o = o;
-        return true;
-    }
-
-    Stop convert(Input &in, uint8_t *&o) {
+        Stop stop;
         for (;;) {
             if (!in.last && in.left() < Decoder::kLookAhead) {
-                return Stop::kInput;
+                stop = Stop::kInput;
+                break;
             }
             if (in.at_end()) {
-                return close(o, JKC_SUCCESS);
+                d.status = JKC_SUCCESS;
+                stop = Stop::kEnd;
+                break;
             }
             if (out.full(o)) {
-                return Stop::kOutput;
+                stop = Stop::kOutput;
+                break;
             }
             size_t steps = in.left() < Decoder::kLookAhead || !d.resting()
                                ? 0
@@ -133,22 +124,32 @@ private:
             if (some && steps == 0) {
                 continue;
             }
-            switch (d.step(in, out, o, e)) {
-            case Flow::kNext:
+            const Flow flow = d.step(in, out, o, e);
+            if (flow != Flow::kNext) {
+                stop = flow == Flow::kEnd ? Stop::kEnd : Stop::kOutput;
                 break;
-            case Flow::kEnd:
-                return close(o, d.status);
-            case Flow::kFull:
-                return Stop::kOutput;
             }
         }
+        input.p = in.p;
+        self.o = stop == Stop::kEnd ? e.finish(o) : o;
+        self.status = d.status;
+        self.e_ = e;
+        new (&self.d_) Decoder(d);
+        return stop;
     }
 
-    Stop close(uint8_t *&o, int32_t with) {
-        o = e.finish(o);
-        status = with;
-        return Stop::kEnd;
+    static bool stop_this(Conversion &conversion, const Input &in) {
+        auto &self = static_cast<ConversionOf &>(conversion);
+        if (!Decoder::kClosesAfterEnd) {
+            return false;
+        }
+        self.status = self.d_.stop(in, self.o, self.e_);
+        self.o = self.e_.finish(self.o);
+        return true;
     }
+
+    Encoder e_;
+    Decoder d_;
 };
 
 // Room for any conversion.
@@ -168,7 +169,7 @@ Conversion *make_conversion(ConversionRoom &room, JkcContext *ctx, uint8_t *area
     auto *made = new (room.bytes) Made(ctx, area, Encoder(ctx));
     if constexpr (Encoder::kIsUnicode) {
         if (add_bom) {
-            made->o = made->e.bom(made->o);
+            made->write_bom();
         }
     }
     return made;

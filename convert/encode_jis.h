@@ -28,7 +28,7 @@ public:
     static constexpr size_t kLongestStep = 6; // an escape sequence of four bytes and a code of two
 
     explicit JisEncoder(JkcContext *ctx)
-        : ctx_(ctx), table_(ctx->jis_dst_table), bits_(ctx->jis_dst_bits), count_(ctx->jis_dst_count),
+        : ctx_(ctx), table_(ctx->jis_dst_table), bits_(ctx->jis_dst_bits),
           designated_(ctx->jis_dst_count < ctx->jis_dst_bits_count ? ctx->jis_dst_count : ctx->jis_dst_bits_count) {}
 
     uint8_t *ascii(uint8_t *o, uint8_t b) {
@@ -80,7 +80,7 @@ public:
     }
     uint8_t *replacement(uint8_t *o) { return two_bytes(enter(o, kJisX0208), kJisQuestionMark); }
 
-    uint32_t entry(uint64_t index) const { return index < count_ ? table_[index] : 0; }
+    uint32_t entry(uint64_t index) const { return index < ctx_->jis_dst_count ? table_[index] : 0; }
 
     // The replacement that the table has in the entry of U+0000, or 0.
     uint32_t table_replacement() const { return entry(0); }
@@ -110,7 +110,6 @@ private:
     const JkcContext *ctx_;
     const uint16_t *table_;
     const uint8_t *bits_;
-    uint64_t count_;
     uint64_t designated_; // characters below this may have a set of their own
     uint8_t set_ = kAscii;
 };

@@ -1,6 +1,7 @@
 // The registry of code types, their names, and sets of them.
 #include <cctype>
 #include <cstring>
+#include <initializer_list>
 
 #include "core/code_types.h"
 #include "core/table_selection.h"
@@ -103,15 +104,23 @@ void select_target_tables(JkcContext &ctx, int32_t dst_type) {
     }
 }
 
+static int32_t type_with_bom(Family family) {
+    size_t row = 0;
+    while (kCodeTypes[row].family != family || !kCodeTypes[row].has_bom) {
+        ++row;
+    }
+    return static_cast<int32_t>(row);
+}
+
 BomMatch match_bom(const uint8_t *p, size_t length) {
     bool may_grow = false;
-    for (size_t row = 0; row < kRows; ++row) {
-        const Bom bom = bom_of(kCodeTypes[row].family);
-        if (!kCodeTypes[row].has_bom || length > bom.length || memcmp(p, bom.bytes, length) != 0) {
+    for (const Family family : {Family::kUtf16Be, Family::kUtf16Le, Family::kUtf8}) {
+        const Bom bom = bom_of(family);
+        if (length > bom.length || memcmp(p, bom.bytes, length) != 0) {
             continue;
         }
         if (length == bom.length) {
-            return {static_cast<int32_t>(row), false};
+            return {type_with_bom(family), false};
         }
         may_grow = true;
     }

@@ -3,7 +3,8 @@
 #include <atomic>
 #include <cstdlib>
 
-JkcBlock _buffser_info;
+// Output and input are copied in whole cache lines.
+alignas(64) JkcBlock _buffser_info;
 
 namespace jkc {
 
