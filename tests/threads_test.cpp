@@ -1,4 +1,5 @@
 // Calls in many threads, and inside each other's callbacks, do and answer what they would alone.
+#include <algorithm>
 #include <atomic>
 #include <functional>
 #include <set>
@@ -98,6 +99,21 @@ std::string convert(const Route &route, const Inside &inside) {
     return session.seen.str();
 }
 
+// With a converter that is fed.
+std::string feed(const Route &route, const Inside &inside) {
+    constexpr size_t kPiece = 977;
+    Session session{inside, route.number % 3, 0, {}};
+    JkcConverter *converter = nullptr;
+    int32_t status = jkc_converter_create(&converter, route.src, route.dst, nullptr);
+    for (size_t at = 0; at < route.text.size() && status == 0; at += kPiece) {
+        status = jkc_converter_feed(converter, reinterpret_cast<const uint8_t *>(route.text.data()) + at,
+                                    std::min(kPiece, route.text.size() - at), Session::write, &session);
+    }
+    session.seen << status << (status == 0 ? jkc_converter_finish(converter, Session::write, &session) : 0);
+    jkc_converter_release(converter);
+    return session.seen.str();
+}
+
 std::string judge(const Case &c) {
     const Context ctx;
     int type = 0;
@@ -190,6 +206,9 @@ std::vector<Job> make_jobs() {
                             return route.number % 2 == 0 ? read_slots(route) : convert_into_file(route);
                         },
                         ""});
+        if (route.number % 3 == 0) {
+            jobs.push_back({[route](const Inside &inside) { return feed(route, inside); }, ""});
+        }
         if (route.number % 10 == 0) {
             jobs.push_back({[](const Inside & /*no callbacks*/) { return messages(); }, ""});
         }
