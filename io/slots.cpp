@@ -30,7 +30,7 @@ void release_slot(int64_t number) {
 
 } // namespace
 
-TakenSlot::TakenSlot() : number_(0) {
+TakenSlot::TakenSlot() {
     while (number_ < kSlots && !change_state(number_, State::kFree, State::kTaken)) {
         ++number_;
     }

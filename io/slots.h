@@ -26,7 +26,7 @@ public:
     int64_t open(); // answers the number
 
 private:
-    int64_t number_;
+    int64_t number_ = 0;
 };
 
 bool can_read(uint64_t mode);

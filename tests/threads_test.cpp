@@ -127,7 +127,7 @@ std::string judge(const Case &c) {
 // Lines of two slots at once: as they are, and converted.
 std::string read_slots(const Route &route) {
     std::ostringstream seen;
-    int64_t slots[2];
+    int64_t slots[2] = {};
     for (const int i : {0, 1}) {
         uint64_t judged = 0;
         slots[i] = jkc_io_open(route.path.c_str(), 0, route.src, i == 0 ? route.src : route.dst, 1, &judged);
