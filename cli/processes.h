@@ -1,4 +1,4 @@
-// Work in several processes, since the library can do one thing at a time in each.
+// Work in several processes, so that what ends one file's work, a signal even, leaves that of the others alone.
 #pragma once
 
 #include <cstddef>

@@ -11,12 +11,27 @@ namespace {
 constexpr uint64_t kAreaSize = 256;
 constexpr uint64_t kLongestUtf8 = 4;
 
-// Where _convert_buf_writer() puts the converted text.
-uint8_t *cursor;
-uint8_t *area_end;
-bool overflowed;
+// Where the converted text of one call goes.
+struct Area {
+    uint8_t text[kAreaSize];
+    uint64_t size;
+    uint64_t used;
+    bool overflowed;
+};
 
-int32_t gather(const uint8_t *data, uint64_t length, void * /*user_data*/) { return _convert_buf_writer(data, length); }
+int32_t gather(const uint8_t *data, uint64_t length, void *user_data) {
+    auto *area = static_cast<Area *>(user_data);
+    if (area == nullptr) {
+        return JKC_EWRITE;
+    }
+    if (length >= area->size - area->used) { // one byte is the NUL's
+        area->overflowed = true;
+        return JKC_EWRITE;
+    }
+    memcpy(area->text + area->used, data, length);
+    area->used += length;
+    return JKC_SUCCESS;
+}
 
 bool is_message_type(int32_t type) { return type == JKC_TYPE_JIS || type == JKC_TYPE_SJIS || type == JKC_TYPE_EUC; }
 
@@ -33,48 +48,35 @@ uint32_t recode(JkcContext *ctx, char *text, uint64_t len, int32_t dst_type, uin
     if (!is_message_type(dst_type)) {
         return static_cast<uint32_t>(len);
     }
-    uint8_t area[kAreaSize];
+    Area area;
     const uint64_t original = len;
-    const uint64_t size = std::min(kAreaSize, capacity);
+    area.size = std::min(kAreaSize, capacity);
     // A converted character has one byte at least: what is behind this cannot fit.
-    if (len > size * kLongestUtf8) {
-        len = without_last_character(text, size * kLongestUtf8 + 1);
+    if (len > area.size * kLongestUtf8) {
+        len = without_last_character(text, area.size * kLongestUtf8 + 1);
     }
     for (;;) {
-        area[0] = '\0';
-        cursor = area;
-        area_end = area + size;
-        overflowed = false;
+        area.used = 0;
+        area.overflowed = false;
         jkc_convert_buffer(ctx, reinterpret_cast<const uint8_t *>(text), len, JKC_TYPE_UTF8, dst_type, false, nullptr,
-                           gather, nullptr);
-        if (!overflowed) {
+                           gather, &area);
+        if (!area.overflowed) {
             break;
         }
         len = without_last_character(text, len); // too long: cut at a character, so that JIS still closes
     }
-    const auto converted = static_cast<uint64_t>(cursor - area);
-    memcpy(text, area, converted);
-    if (converted != original) {
-        text[converted] = '\0';
+    ctx->user_data = nullptr; // the area ends here
+    memcpy(text, area.text, area.used);
+    if (area.used != original) {
+        text[area.used] = '\0';
     }
-    cursor = nullptr;
-    area_end = nullptr;
-    return static_cast<uint32_t>(converted);
+    return static_cast<uint32_t>(area.used);
 }
 
 } // namespace
 
-int32_t _convert_buf_writer(const uint8_t *data, uint64_t len) {
-    const auto room = static_cast<uint64_t>(area_end - cursor);
-    if (len >= room) { // one byte is the NUL's
-        overflowed = true;
-        return JKC_EWRITE;
-    }
-    memcpy(cursor, data, len);
-    cursor += len;
-    *cursor = '\0';
-    return JKC_SUCCESS;
-}
+// From outside there is no area to write into.
+int32_t _convert_buf_writer(const uint8_t *data, uint64_t len) { return gather(data, len, nullptr); }
 
 int32_t _convert_buf(JkcContext *ctx, char *text, uint64_t len, int32_t dst_type) {
     return static_cast<int32_t>(recode(ctx, text, len, dst_type, kAreaSize));

@@ -36,9 +36,10 @@
  * records in a list: jkc/lines.h. This header includes all four. The routines inside the library are exported too, as
  * they are: jkc/internal.h declares them.
  *
- * **Threads.** Only ONE judgement or conversion may run at a time in a whole process, even on different contexts: they
- * share one static buffer, and nothing is locked. A writer or observer must not start another one. Each group below
- * says what holds for it.
+ * **Threads.** Judgements and conversions on different contexts may run in any number of threads at once; one context is
+ * used by one thread at a time. A writer or observer may start another judgement or conversion on another context, to
+ * any depth, and may use the file slots; its own context it may only read and set. The library holds no lock while it
+ * works or calls back, so that no callback can dead-lock. Each group below says what else holds for it.
  *
  * **Conventions.** Pointers must not be null and strings end with a NUL byte, unless a function says otherwise. Every
  * length, size and offset is in bytes.
@@ -228,7 +229,7 @@ struct JkcReader;
  * Set the fields marked "option", read those marked "result", leave the others to the library. The layout is part of
  * the ABI. The entry points choose the tables; a caller's own stay only where a conversion does not set them again.
  *
- * Threads: one at a time.
+ * Threads: one uses it at a time.
  */
 typedef struct JkcContext {
     const void *jis_src_table;      /**< JIS to Unicode; 16-bit entries when it is _jis2unibe50221_table, else 32-bit */
@@ -295,7 +296,7 @@ JKC_API JkcContext *create_jkc(void);
 JKC_API void release_jkc(JkcContext *ctx);
 
 /* ------------------------------------------------------------------------- */
-/* Judgement. Threads: one judgement or conversion at a time in the process. */
+/* Judgement. Threads: any number at once, each with a context of its own.   */
 /* ------------------------------------------------------------------------- */
 
 /**
@@ -334,9 +335,9 @@ JKC_API int jkc_judges_stream(JkcContext *ctx, int *type_out, int *line_out, FIL
  */
 JKC_API int jkc_judges_file(JkcContext *ctx, int *type_out, int *line_out, const char *path, int preferred);
 
-/* -------------------------------------------------------------------------- */
-/* Conversion. Threads: one judgement or conversion at a time in the process. */
-/* -------------------------------------------------------------------------- */
+/* ------------------------------------------------------------------------- */
+/* Conversion. Threads: any number at once, each with a context of its own.  */
+/* ------------------------------------------------------------------------- */
 
 /**
  * Converts a text in memory.
@@ -448,7 +449,7 @@ JKC_API uint32_t jkc_all_type_names_length(void);
 JKC_API int jkc_cmp_bom(int a, int b);
 
 /* ------------------------------------------------------------------------- */
-/* Messages. Threads: as conversion, since the text may have to be converted. */
+/* Messages. Threads: any number at once, each with a context of its own.    */
 /* ------------------------------------------------------------------------- */
 
 /**

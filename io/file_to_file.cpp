@@ -1,28 +1,64 @@
 // Converts a file into a file.
+#include <atomic>
+
 #include "io/outcome.h"
 #include "io/path.h"
 
 const char *_dpath = nullptr;
 FILE *_dfp = nullptr;
 
+namespace jkc {
+
+namespace {
+
+struct FileConversion {
+    Outcome outcome;
+    const char *destination;
+    FILE *file;
+};
+
 // The destination is made here: a source of unknown code type leaves it alone.
-int32_t _io_observer(int32_t code_type, void * /*user_data*/) {
-    jkc::outcome.code_type = code_type;
-    if (!jkc::is_decided_type(code_type)) {
-        return jkc::answer_undecided(code_type);
+int32_t make_destination(FileConversion &conversion, int32_t code_type) {
+    if (!take_judged(conversion.outcome, code_type)) {
+        return answer_undecided(code_type);
     }
-    _dfp = fopen(_dpath, "wb");
-    if (_dfp == nullptr) {
-        jkc::outcome.code_type = JKC_EWOPEN;
+    conversion.file = fopen(conversion.destination, "wb");
+    std::atomic_ref(_dfp).store(conversion.file);
+    if (conversion.file == nullptr) {
+        conversion.outcome.code_type = JKC_EWOPEN;
         return -1;
     }
-    jkc::outcome.decided = true;
+    conversion.outcome.decided = true;
     return 0;
 }
 
 // JIS X 0213 text is converted although no destination was made for it.
+int32_t write_to(FILE *file, const uint8_t *data, uint64_t length) {
+    return file != nullptr && fwrite(data, 1, length, file) == length ? JKC_SUCCESS : JKC_EWRITE;
+}
+
+int32_t observe(int32_t code_type, void *conversion) {
+    return make_destination(*static_cast<FileConversion *>(conversion), code_type);
+}
+
+int32_t write(const uint8_t *data, uint64_t length, void *conversion) {
+    return write_to(static_cast<FileConversion *>(conversion)->file, data, length);
+}
+
+} // namespace
+
+} // namespace jkc
+
+// These two are for callers who set the variables themselves.
+int32_t _io_observer(int32_t code_type, void * /*user_data*/) {
+    jkc::FileConversion conversion{jkc::last_outcome(), _dpath, _dfp};
+    const int32_t answer = jkc::make_destination(conversion, code_type);
+    jkc::set_last_outcome(conversion.outcome);
+    return answer;
+}
+
 int32_t _io_writer(const uint8_t *data, uint64_t length, void * /*user_data*/) {
-    return _dfp != nullptr && fwrite(data, 1, length, _dfp) == length ? JKC_SUCCESS : JKC_EWRITE;
+    return jkc::write_to(_dfp, data, length);
 }
 
 int64_t jkc_io_convert_file(const char *src_path, int64_t src_type, const char *dst_path, int64_t dst_type,
@@ -34,16 +70,16 @@ int64_t jkc_io_convert_file(const char *src_path, int64_t src_type, const char *
     if (ctx == nullptr) {
         return JKC_EALLOC;
     }
-    jkc::Outcome &outcome = jkc::outcome;
-    outcome = jkc::kNothingYet;
-    _dpath = dst_path;
-    _dfp = nullptr;
+    std::atomic_ref(_dpath).store(dst_path);
+    std::atomic_ref(_dfp).store(nullptr);
+    jkc::FileConversion conversion{{}, dst_path, nullptr};
+    jkc::Outcome &outcome = conversion.outcome;
     int64_t status = jkc_convert_file(ctx, src_path, static_cast<int32_t>(src_type), static_cast<int32_t>(dst_type),
-                                      source_hint != 0, _io_observer, _io_writer, nullptr);
+                                      source_hint != 0, jkc::observe, jkc::write, &conversion);
     if (outcome.code_type == JKC_EWOPEN) {
         status = JKC_EWOPEN;
     }
-    if (_dfp != nullptr && fclose(_dfp) != 0 && status == JKC_SUCCESS) {
+    if (conversion.file != nullptr && fclose(conversion.file) != 0 && status == JKC_SUCCESS) {
         status = JKC_EWRITE;
     }
     if (status == JKC_SUCCESS) {
@@ -52,6 +88,7 @@ int64_t jkc_io_convert_file(const char *src_path, int64_t src_type, const char *
     } else {
         outcome.code_type = status;
     }
+    jkc::set_last_outcome(outcome);
     release_jkc(ctx);
     return status;
 }

@@ -1,5 +1,6 @@
 #include "io/slots.h"
 
+#include <atomic>
 #include <cstdlib>
 
 int64_t _fd = 0;
@@ -8,28 +9,54 @@ namespace jkc {
 
 namespace {
 
+// A slot that is being filled or emptied is its thread's: nobody else finds it, whether free or open.
+enum class State : uint8_t { kFree, kTaken, kOpen };
+
 constexpr int64_t kSlots = 100;
 FileSlot slots[kSlots];
+std::atomic<State> states[kSlots];
 
 bool is_slot(int64_t number) { return number >= 0 && number < kSlots; }
-bool is_free(const FileSlot &slot) { return slot.data == nullptr; }
+
+bool change_state(int64_t number, State from, State to) { return states[number].compare_exchange_strong(from, to); }
+
+void release_slot(int64_t number) {
+    FileSlot &slot = slots[number];
+    release_jkc(slot.context);
+    free(slot.data);
+    slot = {};
+    states[number] = State::kFree;
+}
 
 } // namespace
+
+TakenSlot::TakenSlot() {
+    while (number_ < kSlots && !change_state(number_, State::kFree, State::kTaken)) {
+        ++number_;
+    }
+    number_ = number_ < kSlots ? number_ : -1;
+}
+
+TakenSlot::~TakenSlot() {
+    if (number_ >= 0) {
+        release_slot(number_);
+    }
+}
+
+FileSlot &TakenSlot::slot() const { return slots[number_]; }
+
+int64_t TakenSlot::open() {
+    const int64_t number = number_;
+    states[number] = State::kOpen;
+    number_ = -1;
+    return number;
+}
 
 OpenSlot open_slot(int64_t number) {
     if (!is_slot(number)) {
         return {nullptr, JKC_EIOFDRANGE};
     }
-    FileSlot &slot = slots[number];
-    return is_free(slot) ? OpenSlot{nullptr, JKC_EIONOTOPEN} : OpenSlot{&slot, JKC_SUCCESS};
-}
-
-FileSlot &slot_at(int64_t number) { return slots[number]; }
-
-void close_slot(FileSlot &slot) {
-    release_jkc(slot.context);
-    free(slot.data);
-    slot = {};
+    return states[number] == State::kOpen ? OpenSlot{&slots[number], JKC_SUCCESS} : OpenSlot{nullptr, JKC_EIONOTOPEN};
 }
 
 bool can_read(uint64_t mode) { return mode == 0 || mode == 3; }
@@ -39,7 +66,7 @@ bool can_write(uint64_t mode) { return mode >= 1 && mode <= 3; }
 
 int64_t _getTIO() {
     int64_t number = 0;
-    while (number < jkc::kSlots && !jkc::is_free(jkc::slots[number])) {
+    while (number < jkc::kSlots && jkc::states[number] != jkc::State::kFree) {
         ++number;
     }
     return number < jkc::kSlots ? number : -1;
@@ -51,10 +78,14 @@ JkcContext *_get_jkc(int64_t slot) {
 }
 
 int64_t jkc_io_close(int64_t slot) {
-    return jkc::with_slot(slot, [](FileSlot &open) -> int64_t {
-        jkc::close_slot(open);
-        return JKC_SUCCESS;
-    });
+    if (!jkc::is_slot(slot)) {
+        return JKC_EIOFDRANGE;
+    }
+    if (!jkc::change_state(slot, jkc::State::kOpen, jkc::State::kTaken)) {
+        return JKC_EIONOTOPEN;
+    }
+    jkc::release_slot(slot);
+    return JKC_SUCCESS;
 }
 
 int64_t jkc_io_rewind(int64_t slot) {

@@ -13,11 +13,21 @@ struct OpenSlot {
 
 OpenSlot open_slot(int64_t number);
 
-// Open or free; the number must exist.
-FileSlot &slot_at(int64_t number);
+// The first free slot, which nobody else finds until it is open. Free again at the end of the scope when it is not.
+class TakenSlot {
+public:
+    TakenSlot();
+    ~TakenSlot();
+    TakenSlot(const TakenSlot &) = delete;
+    TakenSlot &operator=(const TakenSlot &) = delete;
 
-// Frees what the slot holds, and the slot.
-void close_slot(FileSlot &slot);
+    int64_t number() const { return number_; } // -1 when none was free
+    FileSlot &slot() const;
+    int64_t open(); // answers the number
+
+private:
+    int64_t number_ = 0;
+};
 
 bool can_read(uint64_t mode);
 bool can_write(uint64_t mode);

@@ -8,10 +8,10 @@ namespace jkc {
 
 namespace {
 
-// `convert_source` takes the context, the running call and the two callbacks.
+// `convert_source` takes the context and the running call.
 template <class Convert>
 jint convert(JNIEnv *env, jobject self, jobject source, uint32_t source_bits, jobject observer, jobject writer,
-             Convert convert_source) {
+             jobject user, Convert convert_source) {
     return run(env, self, source, source_bits, [&](const InfoRecord &info) -> jint {
         RunningCall call(env, self, info);
         if (call.out_of_memory()) {
@@ -19,11 +19,10 @@ jint convert(JNIEnv *env, jobject self, jobject source, uint32_t source_bits, jo
         }
         int status = call.take_array();
         if (status == JKC_SUCCESS) {
-            status = call.take_callbacks(observer, writer);
+            status = call.take_callbacks(observer, writer, user);
         }
         if (status == JKC_SUCCESS) {
-            status = convert_source(info.context, call, observer != nullptr ? _jjkc_observer : nullptr,
-                                    writer != nullptr ? _jjkc_writer : nullptr);
+            status = convert_source(info.context, call);
         }
         // The answer of an observer that throws is what was judged, and that is 0 for empty input.
         return status == JKC_SUCCESS && call.threw() ? static_cast<jint>(JKC_EWRITE) : status;
@@ -36,37 +35,36 @@ jint convert(JNIEnv *env, jobject self, jobject source, uint32_t source_bits, jo
 
 jint Java_kestro_jkc_Jkc_convertBuffer(JNIEnv *env, jobject self, jbyteArray data, jint length, jint from, jint to,
                                        jboolean source_hint, jobject observer, jobject writer, jobject user) {
-    return jkc::convert(env, self, data, jkc::kJavaBuffer, observer, writer,
-                        [=](JkcContext *ctx, jkc::RunningCall &, JkcObserver observe, JkcWriter write) -> int {
-                            const jkc::Bytes bytes(env, data);
-                            if (bytes.out_of_memory()) {
-                                return JKC_EALLOC;
-                            }
-                            return jkc_convert_buffer(ctx, reinterpret_cast<uint8_t *>(bytes.data()),
-                                                      bytes.clip(length), from, to, source_hint != JNI_FALSE, observe,
-                                                      write, user);
-                        });
+    return jkc::convert(
+        env, self, data, jkc::kJavaBuffer, observer, writer, user, [=](JkcContext *ctx, jkc::RunningCall &call) -> int {
+            const jkc::Bytes bytes(env, data);
+            if (bytes.out_of_memory()) {
+                return JKC_EALLOC;
+            }
+            return jkc_convert_buffer(ctx, reinterpret_cast<uint8_t *>(bytes.data()), bytes.clip(length), from, to,
+                                      source_hint != JNI_FALSE, call.observer(), call.writer(), call.user_data());
+        });
 }
 
 jint Java_kestro_jkc_Jkc_convertStream(JNIEnv *env, jobject self, jobject stream, jint from, jint to,
                                        jboolean source_hint, jobject observer, jobject writer, jobject user) {
-    return jkc::convert(env, self, stream, jkc::kJavaStream, observer, writer,
-                        [=](JkcContext *ctx, jkc::RunningCall &call, JkcObserver observe, JkcWriter write) -> int {
+    return jkc::convert(env, self, stream, jkc::kJavaStream, observer, writer, user,
+                        [=](JkcContext *ctx, jkc::RunningCall &call) -> int {
                             const int status = call.take_stream(stream);
                             if (status != JKC_SUCCESS) {
                                 return status;
                             }
-                            return jkc_convert_stream(ctx, nullptr, from, to, source_hint != JNI_FALSE, observe, write,
-                                                      user);
+                            return jkc_convert_stream(ctx, nullptr, from, to, source_hint != JNI_FALSE, call.observer(),
+                                                      call.writer(), call.user_data());
                         });
 }
 
 jint Java_kestro_jkc_Jkc_convertFile(JNIEnv *env, jobject self, jbyteArray path, jint from, jint to,
                                      jboolean source_hint, jobject observer, jobject writer, jobject user) {
-    return jkc::convert(env, self, path, jkc::kJavaFile, observer, writer,
-                        [=](JkcContext *ctx, jkc::RunningCall &, JkcObserver observe, JkcWriter write) -> int {
+    return jkc::convert(env, self, path, jkc::kJavaFile, observer, writer, user,
+                        [=](JkcContext *ctx, jkc::RunningCall &call) -> int {
                             const jkc::Path file(env, path);
-                            return jkc_convert_file(ctx, file.text, from, to, source_hint != JNI_FALSE, observe, write,
-                                                    user);
+                            return jkc_convert_file(ctx, file.text, from, to, source_hint != JNI_FALSE, call.observer(),
+                                                    call.writer(), call.user_data());
                         });
 }

@@ -1,10 +1,10 @@
 // Creation and release of the native side of a Java object.
 #include "jni/info.h"
 
+#include <atomic>
 #include <cstdlib>
 
 #include "jni/exceptions.h"
-#include "jni/reader_data.h"
 #include "kestro_jkc_Jkc.h"
 
 namespace jkc {
@@ -31,6 +31,18 @@ bool find_fields(JNIEnv *env, InfoRecord &info) {
 }
 
 } // namespace
+
+Use::Use(JNIEnv *env, InfoRecord &info) : info_(std::atomic_ref(info.in_use).exchange(true) ? nullptr : &info) {
+    if (refused()) {
+        throw_new(env, kIllegalState, "this object is running a judgement or conversion");
+    }
+}
+
+Use::~Use() {
+    if (!refused()) {
+        std::atomic_ref(info_->in_use).store(false);
+    }
+}
 
 jfieldID handle_field(JNIEnv *env, jobject self) {
     return env->GetFieldID(env->GetObjectClass(self), "_hjkcInfo", "J");
@@ -66,7 +78,7 @@ jint Java_kestro_jkc_Jkc__1createJkc(JNIEnv *env, jobject self) {
         return JKC_EALLOC;
     }
     jkc::set_handle(env, self, handle, info);
-    *info = {env, env->GetObjectClass(self), self, context, nullptr, nullptr};
+    *info = {env, env->GetObjectClass(self), self, context, nullptr, nullptr, false};
     if (!jkc::find_fields(env, *info)) {
         const jkc::ExceptionAside aside(env);
         jkc::set_handle(env, self, handle, nullptr);
@@ -83,10 +95,10 @@ void Java_kestro_jkc_Jkc__1releaseJkc(JNIEnv *env, jobject self) {
     if (info == nullptr) {
         return;
     }
-    if (_jni_info != nullptr && _jni_info->info == info) {
-        jkc::throw_new(env, jkc::kIllegalState, "this object is running a judgement or conversion");
-    } else {
+    jkc::Use use(env, *info);
+    if (!use.refused()) {
         jkc::set_handle(env, self, jkc::handle_field(env, self), nullptr);
         jkc::free_info(info);
+        use.forget();
     }
 }

@@ -16,6 +16,24 @@ struct InfoRecord {
     JkcContext *context;
     jfieldID sts;
     jfieldID nversion;
+
+    bool in_use; // see Use
+};
+
+// Holds an object's record for one thing at a time: a judgement, a conversion or the release.
+class Use {
+public:
+    // Throws IllegalStateException when the object is at work already.
+    Use(JNIEnv *env, InfoRecord &info);
+    ~Use();
+    Use(const Use &) = delete;
+    Use &operator=(const Use &) = delete;
+
+    bool refused() const { return info_ == nullptr; }
+    void forget() { info_ = nullptr; } // of a record that is freed
+
+private:
+    InfoRecord *info_;
 };
 
 // The field that holds the address of an object's record; null, with an exception pending, when its class has none.

@@ -1,6 +1,7 @@
 #include "jni/reader_data.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdlib>
 
 jkc::ReaderData *_jni_info;
@@ -33,6 +34,37 @@ int64_t read_stream(JkcReader *self, uint8_t *dst, size_t room) {
     return count;
 }
 
+int32_t call_observer(ReaderData &call, int32_t code_type, jobject user) {
+    const jint answer = call.env->CallIntMethod(call.observer, call.observe, code_type, user);
+    call.threw = call.env->ExceptionCheck() != JNI_FALSE;
+    return call.threw ? JKC_EWRITE : answer;
+}
+
+int32_t call_writer(ReaderData &call, const uint8_t *data, uint64_t length, jobject user) {
+    JNIEnv *env = call.env;
+    jint answer = JKC_SUCCESS;
+    // The library may hand over one byte more than the array holds.
+    while (length > 0 && answer == JKC_SUCCESS && !call.threw) {
+        const auto part = static_cast<jsize>(std::min(length, static_cast<uint64_t>(call.transfer_length)));
+        env->SetByteArrayRegion(call.transfer, 0, part, reinterpret_cast<const jbyte *>(data));
+        answer = env->CallIntMethod(call.writer, call.write, call.transfer, part, user);
+        call.threw = env->ExceptionCheck() != JNI_FALSE;
+        data += part;
+        length -= static_cast<uint64_t>(part);
+    }
+    return call.threw ? JKC_EWRITE : answer;
+}
+
+int32_t observe(int32_t code_type, void *user_data) {
+    auto &call = *static_cast<ReaderData *>(user_data);
+    return call_observer(call, code_type, call.user);
+}
+
+int32_t write(const uint8_t *data, uint64_t length, void *user_data) {
+    auto &call = *static_cast<ReaderData *>(user_data);
+    return call_writer(call, data, length, call.user);
+}
+
 } // namespace
 
 RunningCall::RunningCall(JNIEnv *env, jobject self, const InfoRecord &info)
@@ -43,13 +75,14 @@ RunningCall::RunningCall(JNIEnv *env, jobject self, const InfoRecord &info)
         data_->object = self;
         data_->info = &info;
         info.context->reader = &data_->reader;
-        _jni_info = data_;
+        std::atomic_ref(_jni_info).store(data_);
     }
 }
 
 RunningCall::~RunningCall() {
     if (data_ != nullptr) {
-        _jni_info = nullptr;
+        ReaderData *own = data_;
+        std::atomic_ref(_jni_info).compare_exchange_strong(own, nullptr);
         data_->info->context->reader = nullptr;
         free(data_);
     }
@@ -79,8 +112,9 @@ int RunningCall::take_stream(jobject stream) {
     return JKC_SUCCESS;
 }
 
-int RunningCall::take_callbacks(jobject observer, jobject writer) {
+int RunningCall::take_callbacks(jobject observer, jobject writer, jobject user) {
     JNIEnv *env = data_->env;
+    data_->user = user;
     if (observer != nullptr) {
         data_->observer = observer;
         data_->observe = method_of(env, observer, "observe", "(ILjava/lang/Object;)I");
@@ -98,28 +132,15 @@ int RunningCall::take_callbacks(jobject observer, jobject writer) {
     return JKC_SUCCESS;
 }
 
+JkcObserver RunningCall::observer() const { return data_->observer != nullptr ? observe : nullptr; }
+JkcWriter RunningCall::writer() const { return data_->writer != nullptr ? write : nullptr; }
+
 } // namespace jkc
 
 int32_t _jjkc_observer(int32_t code_type, void *user_data) {
-    jkc::ReaderData &data = *_jni_info;
-    const jint answer =
-        data.env->CallIntMethod(data.observer, data.observe, code_type, static_cast<jobject>(user_data));
-    data.threw = data.env->ExceptionCheck() != JNI_FALSE;
-    return data.threw ? JKC_EWRITE : answer;
+    return jkc::call_observer(*_jni_info, code_type, static_cast<jobject>(user_data));
 }
 
 int32_t _jjkc_writer(const uint8_t *data, uint64_t length, void *user_data) {
-    jkc::ReaderData &call = *_jni_info;
-    JNIEnv *env = call.env;
-    jint answer = JKC_SUCCESS;
-    // The library may hand over one byte more than the array holds.
-    while (length > 0 && answer == JKC_SUCCESS && !call.threw) {
-        const auto part = static_cast<jsize>(std::min(length, static_cast<uint64_t>(call.transfer_length)));
-        env->SetByteArrayRegion(call.transfer, 0, part, reinterpret_cast<const jbyte *>(data));
-        answer = env->CallIntMethod(call.writer, call.write, call.transfer, part, static_cast<jobject>(user_data));
-        call.threw = env->ExceptionCheck() != JNI_FALSE;
-        data += part;
-        length -= static_cast<uint64_t>(part);
-    }
-    return call.threw ? JKC_EWRITE : answer;
+    return jkc::call_writer(*_jni_info, data, length, static_cast<jobject>(user_data));
 }

@@ -21,10 +21,11 @@ struct ReaderData {
     jmethodID observe;
     jobject writer;
     jmethodID write;
+    jobject user;
     bool threw; // the observer or the writer; nothing is called any more
 };
 
-// The reader data of one call, known to the context and to the callbacks as long as it lives.
+// The reader data of one call, known to the context as long as it lives.
 class RunningCall {
 public:
     RunningCall(JNIEnv *env, jobject self, const InfoRecord &info);
@@ -39,7 +40,12 @@ public:
     // status with an exception pending.
     int take_array();
     int take_stream(jobject stream);
-    int take_callbacks(jobject observer, jobject writer);
+    int take_callbacks(jobject observer, jobject writer, jobject user);
+
+    // What the library is given; null without an observer or writer.
+    JkcObserver observer() const;
+    JkcWriter writer() const;
+    void *user_data() const { return data_; }
 
 private:
     ReaderData *data_;
@@ -49,10 +55,10 @@ private:
 
 extern "C" {
 
-// The running call. One for the whole process, like the block that all calls share.
+// The call that began last, of all in the process; null once it has ended.
 JNIEXPORT extern jkc::ReaderData *_jni_info;
 
-// What the library is given as observer and writer. The user data is the user's Java object.
+// Call the observer and the writer of that call back, with any Java object as user data.
 JNIEXPORT int32_t _jjkc_observer(int32_t code_type, void *user_data);
 JNIEXPORT int32_t _jjkc_writer(const uint8_t *data, uint64_t length, void *user_data);
 }

@@ -3,7 +3,6 @@
 
 #include "jni/exceptions.h"
 #include "jni/info.h"
-#include "jni/reader_data.h"
 #include "judge/input/source_bits.h"
 
 namespace jkc {
@@ -14,21 +13,17 @@ constexpr uint32_t kJavaBuffer = JKC_MODE_BUFFER | 0x40;
 constexpr uint32_t kJavaFile = JKC_MODE_FILE | 0x40;
 constexpr uint32_t kJavaStream = JKC_MODE_READER;
 
-// A callback that started another call would overwrite the block that the running one works on.
-inline bool may_run(JNIEnv *env) {
-    if (_jni_info != nullptr) {
-        throw_new(env, kIllegalState, "another judgement or conversion is running");
-    }
-    return _jni_info == nullptr;
-}
-
 // Runs `call`, which takes the object's record, returns a result and gives back whatever it took. The result is stored
 // even when `call` leaves an exception pending.
 template <class Call>
 jint run(JNIEnv *env, jobject self, jobject source, uint32_t source_bits, Call call) {
-    const InfoRecord *info = info_of(env, self);
-    if (info == nullptr || !is_given(env, source) || !may_run(env)) {
+    InfoRecord *info = info_of(env, self);
+    if (info == nullptr || !is_given(env, source)) {
         return JKC_SUCCESS; // nobody sees it: an exception is pending
+    }
+    const Use use(env, *info);
+    if (use.refused()) {
+        return JKC_SUCCESS;
     }
     set_source(info->context, source_bits);
     const jint result = call(*info);

@@ -82,16 +82,39 @@ TEST(FaultsTest, MemoryRunsShortAtAnyAllocation) {
         },
         [&] { return jkc_io_statusto_message(message, -1, JKC_TYPE_SJIS); },
     };
-    size_t allocations = 0;
-    for (const auto &operation : operations) {
-        SCOPED_TRACE(&operation - operations);
-        dir.write("destination", "as it was");
-        allocations += fail_each_allocation(operation, [&](bool failed) {
-            expect_usable(ctx);
-            EXPECT_EQ(_getTIO(), 0);
-            EXPECT_TRUE(!failed || dir.files()["destination"] == "as it was");
-        });
-    }
+    const auto fail_all = [&](bool in_writer) {
+        size_t allocations = 0;
+        for (const auto &operation : operations) {
+            SCOPED_TRACE(&operation - operations);
+            dir.write("destination", "as it was");
+            allocations += fail_each_allocation(operation, [&](bool failed) {
+                expect_usable(ctx);
+                EXPECT_EQ(_getTIO(), 0);
+                // In a writer the converter's block is the last one, behind the destination.
+                EXPECT_TRUE(!failed || in_writer || dir.files()["destination"] == "as it was");
+            });
+        }
+        return allocations;
+    };
+    const size_t allocations = fail_all(false);
+    // In a writer, while the shared block is in use: each judgement and each converter allocates its own.
+    struct InWriter {
+        std::function<size_t()> fail_all;
+        size_t allocations;
+        std::string text;
+
+        static int32_t write(const uint8_t *bytes, uint64_t length, void *user_data) {
+            auto *self = static_cast<InWriter *>(user_data);
+            self->allocations = self->allocations == 0 ? self->fail_all() : self->allocations;
+            self->text.append(reinterpret_cast<const char *>(bytes), length);
+            return 0;
+        }
+    } inside{[&] { return fail_all(true); }, 0, ""};
+    JkcContext *outer = create_jkc();
+    EXPECT_EQ(jkc_convert_buffer(outer, data(kText), kText.size(), 0, 5, false, nullptr, InWriter::write, &inside), 0);
+    EXPECT_EQ(inside.text, parse_bytes("A4A2*9000 0A"));
+    EXPECT_GE(inside.allocations, allocations + 9);
+    release_jkc(outer);
     release_jkc(ctx);
     EXPECT_GE(allocations, 60U) << "something is no longer allocated bit by bit: test its allocation otherwise";
     FailingAlloc alloc(0);

@@ -190,6 +190,43 @@ TEST(IoTest, NumbersThatAreNoOpenSlotAreRefusedEverywhere) {
     EXPECT_EQ(_get_jkc(0), nullptr);
 }
 
+// As a program does that runs a conversion of its own with them, and with any user data.
+TEST(IoTest, TheExportedCallbacksDoNotWorkOnWhatTheVariablesSay) {
+    const TempDir dir;
+    const std::string destination = dir.path("destination");
+    const auto *text = reinterpret_cast<const uint8_t *>("text");
+    EXPECT_EQ(jkc_io_convert_file(dir.write("text", "abc").c_str(), 4, destination.c_str(), 4, 0), 0);
+    EXPECT_EQ(_dpath, destination.c_str());
+    EXPECT_NE(_dfp, nullptr);
+    _dfp = nullptr;
+    EXPECT_EQ(_io_writer(text, 4, &_dfp), JKC_EWRITE);
+    EXPECT_EQ(_io_observer(JKC_TYPE_JIS2004, &_dfp), 0);
+    EXPECT_EQ(_io_observer(0x200, &_dfp), -1);
+    EXPECT_EQ(jkc_io_get_ctype(), 0x200);
+    EXPECT_EQ(_dfp, nullptr);
+    EXPECT_EQ(_io_observer(JKC_TYPE_SJIS, &_dfp), 0);
+    ASSERT_NE(_dfp, nullptr);
+    EXPECT_EQ(_io_writer(text, 4, &_dfp), 0);
+    EXPECT_EQ(fclose(_dfp), 0);
+    EXPECT_EQ(dir.files()["destination"], "text");
+    EXPECT_EQ(jkc_io_get_ctype() + jkc_io_is_decided(), JKC_TYPE_SJIS + 1);
+    const std::string nowhere = dir.path("missing/destination");
+    _dpath = nowhere.c_str();
+    EXPECT_EQ(_io_observer(JKC_TYPE_SJIS, nullptr), -1);
+    EXPECT_EQ(jkc_io_get_ctype(), JKC_EWOPEN);
+
+    EXPECT_EQ(jkc_io_open(destination.c_str(), 0, 4, 4, 0, nullptr), 0);
+    EXPECT_EQ(_fd, 0);
+    EXPECT_EQ(jkc_io_open(destination.c_str(), 0, 4, 4, 0, nullptr), 1);
+    _fd = 0;
+    EXPECT_EQ(_io_fd_buf_observer(JKC_TYPE_EUC, &_fd), 0);
+    EXPECT_EQ(_io_fd_buf_writer(text, 2, &_fd), 0);
+    EXPECT_EQ(jkc_io_get_stype(0) + jkc_io_get_ctype(), 2 * JKC_TYPE_EUC);
+    EXPECT_EQ(jkc_io_get_size(0) + jkc_io_close(0), 6);
+    EXPECT_EQ(jkc_io_get_size(1) + jkc_io_close(1), 4);
+    EXPECT_EQ(_convert_buf_writer(text, 1), JKC_EWRITE) << "no text is being converted";
+}
+
 TEST(IoTest, TheHundredAndFirstIsRefusedAndAFreedOneIsUsedAgain) {
     const TempDir dir;
     for (int64_t i = 0; i < kSlots; i++) {

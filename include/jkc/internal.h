@@ -5,7 +5,8 @@
  * These names are exported as they are and part of the ABI, for programs that link to them. Code that wants a text
  * judged or converted needs none of them.
  *
- * Threads: as conversion, one at a time in the process, but for the name and message tables, which never change.
+ * Threads: the functions run in any number of threads at once, each with a context of its own. The variables are shared:
+ * the library writes some, as told there, so that a program with several threads has no use for them.
  */
 #ifndef JKC_INTERNAL_H
 #define JKC_INTERNAL_H
@@ -34,7 +35,10 @@ typedef struct JkcBlock {
     int32_t scan_start[4]; /**< where the scanners begin: 7-bit and Shift_JIS, EUC, UTF-16, UTF-8 */
 } JkcBlock;
 
-/** The one block in which input is read, and in which output gathers: the reason for "one at a time". */
+/**
+ * In which input is read, and in which output gathers, for the first of the running calls that needs it. The others
+ * allocate one each, and answer #JKC_EALLOC when memory is short.
+ */
 JKC_API extern JkcBlock _buffser_info;
 
 /** Reads the rest of the source into ctx->blocks; for the Unicode code types also sets the two flags. */
@@ -53,7 +57,7 @@ JKC_API int _jkc_judges(JkcContext *ctx, int *type_out, int *line_out, int prefe
 JKC_API int32_t _jkc_convert(JkcContext *ctx, int32_t src_type, int32_t dst_type, bool source_hint);
 /** Recodes a UTF-8 text of @p len bytes in place, for code types 2, 4 and 5 only; at most 255 bytes result. */
 JKC_API int32_t _convert_buf(JkcContext *ctx, char *text, uint64_t len, int32_t dst_type);
-/** Gathers what _convert_buf() converts. */
+/** Outside a _convert_buf(), each of which gathers in an area of its own, there is no room: #JKC_EWRITE. */
 JKC_API int32_t _convert_buf_writer(const uint8_t *data, uint64_t len);
 /** Copies ctx->blocks in one code type: line ends apart, byte for byte. */
 JKC_API int32_t _jkc_copy(JkcContext *ctx, int32_t code_type);
@@ -144,9 +148,9 @@ typedef struct FileSlot {
     uint32_t jis_state;     /**< shift state at read_position */
 } FileSlot;
 
-/** The slot that is being filled; -1 when none was free. */
+/** The slot that was filled last, or is being filled; -1 when none was free. */
 JKC_API extern int64_t _fd;
-/** Destination of the running file conversion. */
+/** Destination of the last file conversion, or the running one. */
 JKC_API extern const char *_dpath;
 /** Its stream; null until the source is judged. Closed, but not cleared, at the end. */
 JKC_API extern FILE *_dfp;
@@ -157,6 +161,8 @@ JKC_API int64_t _getTIO(void);
 JKC_API JkcContext *_get_jkc(int64_t slot);
 /** @return 0 when there is nothing at @p path, 1 for a directory, 2 for a regular file, 9 for anything else. */
 JKC_API int32_t __check_stat(const char *path);
+/* For programs that set these variables and run a conversion of their own; the calls above only write them. Threads: one
+   at a time. */
 /** Notes what the file was judged to be in slot _fd. @return 0; -1 when several code types fit. */
 JKC_API int32_t _io_fd_buf_observer(int32_t code_type, void *user_data);
 /** Appends to the text of slot _fd. @return 0; #JKC_EALLOC */

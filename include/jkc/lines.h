@@ -12,7 +12,7 @@ extern "C" {
 #endif
 
 /**
- * @name Line scanners. Threads: one context and one text per thread at a time.
+ * @name Line scanners. Threads: any number at once, each with a context of its own.
  *
  * Each takes the next line of a text in one code type, as jkc_io_get_line() does for the text of a slot. They look at
  * the first L bytes: the smaller of @p size and @p remaining. The line ends at LF, CR, or CR LF when both lie within L,
@@ -58,7 +58,7 @@ JKC_API int32_t jkc_jis_strln(JkcContext *ctx, void *buf, uint64_t size, uint64_
                               uint64_t remaining, uint32_t *shift_state);
 /** @} */
 
-/** @name Record list: owned copies of records. Threads: one list per thread at a time. */
+/** @name Record list: owned copies of records. Threads: any number at once, each with a list of its own. */
 /** @{ */
 /** Header of a list. */
 typedef struct JkcListHeader {

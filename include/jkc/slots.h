@@ -8,8 +8,8 @@
  * All results are 64 bits wide. Each function that takes a slot gives #JKC_EIOFDRANGE for a number that is not 0 to 99
  * and #JKC_EIONOTOPEN for a slot that is not open.
  *
- * Threads: opening, closing and converting must not run at the same time as each other or as any judgement or
- * conversion in the process. Different slots may be read in different threads meanwhile.
+ * Threads: slots may be opened, and different slots read and closed, in any number of threads at once, beside whatever
+ * else the library does. One slot is used by one thread at a time.
  */
 #ifndef JKC_SLOTS_H
 #define JKC_SLOTS_H
@@ -95,7 +95,13 @@ JKC_API int64_t jkc_io_is_can_read(int64_t mode);
 JKC_API int64_t jkc_io_is_can_write(int64_t mode);
 /** @} */
 
-/** @name Whole files. Threads: none may judge, convert, open or close at the same time. */
+/**
+ * @name Whole files. Threads: any number at once, each with a destination of its own.
+ *
+ * jkc_io_is_decided(), jkc_io_get_ctype() and jkc_io_get_ope_type() tell of the last open or file conversion of the whole
+ * process. They may be called at any time, but where others open or convert meanwhile, each may tell of another one: what
+ * jkc_io_open() answers and stores, jkc_io_get_stype() and the result of jkc_io_convert_file() are the caller's own.
+ */
 /** @{ */
 /**
  * Converts one file into another, with every option off.
@@ -139,7 +145,7 @@ JKC_API int64_t jkc_io_get_ctype(void);
 JKC_API int64_t jkc_io_get_ope_type(void);
 /** @} */
 
-/** @name Names, for any thread, and messages, as conversion: as in jkc.h, with 64 bits and no context */
+/** @name Names and messages, as in jkc.h, with 64 bits and no context. Threads: any. */
 /** @{ */
 /** As jkc_cmp_bom(). */
 JKC_API int64_t jkc_io_cmp_bom(int64_t a, int64_t b);

@@ -6,9 +6,9 @@ import java.io.InputStream;
  * The native methods of libjkc, as they are: one object for one native context, created with {@link #_createJkc()} and
  * freed with {@link #_releaseJkc()}. {@link Transcoder} is the pleasant way to use them.
  *
- * <p>Only one judgement or conversion may run at a time in a whole process, whichever objects they are made on, and
- * nothing is locked here: threads have to take turns. A callback that starts another one, or releases the object that
- * is at work, gets an {@link IllegalStateException}.
+ * <p>Different objects may be used by any number of threads at once, and a callback may use other objects. One object is
+ * used by one thread at a time, and nothing is locked here. A call that judges, converts or releases while its object is
+ * at work, as a callback's may, gets an {@link IllegalStateException}.
  *
  * <p>Code types are the numbers of {@link CodeType}, line types those of {@link LineType}. Results are numbers too: 0
  * for success, a negative status, or what was judged (a code type, or a set of those that fit equally, which

@@ -24,16 +24,17 @@ import java.util.concurrent.locks.ReentrantLock;
  * <p>The encoding is judged from the bytes, and a tie is not guessed: {@link #expect} decides it. The one exception is
  * plain 7-bit text that would make sense as UTF-16 too, which is taken as ASCII.
  *
- * <p>Any thread may use a transcoder, but only one judgement or conversion runs at a time in a whole process: others
- * wait for it. A stream that a transcoder reads or writes must not use a transcoder itself.
+ * <p>Different transcoders may be used by any number of threads at once. One is used by one thread at a time: others wait
+ * for it. A stream that a transcoder reads or writes may use other transcoders, but not that one. Streams in two threads
+ * that use each other's transcoder wait for each other for ever.
  *
  * <p>Methods throw {@link NullPointerException} for a null argument and {@link IllegalStateException} once the
  * transcoder is closed. One that is never closed is freed some time after the last use.
  */
 public final class Transcoder implements AutoCloseable {
     private static final Cleaner CLEANER = Cleaner.create();
-    private static final ReentrantLock ONE_AT_A_TIME = new ReentrantLock();
 
+    private final ReentrantLock inUse = new ReentrantLock();
     private final Jkc jkc = new Jkc();
     private final Cleaner.Cleanable release;
     private boolean closed;
@@ -45,17 +46,17 @@ public final class Transcoder implements AutoCloseable {
         if (jkc._createJkc() != Status.SUCCESS) {
             throw new OutOfMemoryError("no memory for a transcoder");
         }
-        release = CLEANER.register(this, inTurn(jkc::_releaseJkc));
+        release = CLEANER.register(this, holding(inUse, jkc::_releaseJkc));
     }
 
-    /** The cleaner's thread has to wait too: a release looks at the call that is running. */
-    private static Runnable inTurn(Runnable action) {
+    /** The cleaner's thread takes its turn too, and so sees what the last user's did. It must not know the transcoder. */
+    private static Runnable holding(ReentrantLock lock, Runnable action) {
         return () -> {
-            ONE_AT_A_TIME.lock();
+            lock.lock();
             try {
                 action.run();
             } finally {
-                ONE_AT_A_TIME.unlock();
+                lock.unlock();
             }
         };
     }
@@ -68,7 +69,7 @@ public final class Transcoder implements AutoCloseable {
             closed = true;
             release.clean();
         } finally {
-            ONE_AT_A_TIME.unlock();
+            inUse.unlock();
         }
     }
 
@@ -292,17 +293,17 @@ public final class Transcoder implements AutoCloseable {
             }
             return call.run();
         } finally {
-            ONE_AT_A_TIME.unlock();
+            inUse.unlock();
             // Not to be freed by the cleaner while the native side is at work.
             Reference.reachabilityFence(this);
         }
     }
 
-    private static void takeTurn() {
-        if (ONE_AT_A_TIME.isHeldByCurrentThread()) {
-            throw new IllegalStateException("a stream that a transcoder reads or writes must not use a transcoder");
+    private void takeTurn() {
+        if (inUse.isHeldByCurrentThread()) {
+            throw new IllegalStateException("a stream that a transcoder reads or writes must not use that transcoder");
         }
-        ONE_AT_A_TIME.lock();
+        inUse.lock();
     }
 
     /** Keeps what the source was judged to be. */

@@ -215,15 +215,35 @@ public class NativeMethodsTest {
         }
     }
 
+    /** Through other objects it gets what it would get alone, and the call that it interrupts goes on. */
     @Test
-    public void callbackThatCallsBackInIsRefusedButMayReleaseOtherObjects() {
-        for (Runnable call : List.<Runnable>of(jkc::_releaseJkc, () -> jkc.judgesBuffer(null, null, SJIS, 1, 0))) {
-            assertEquals(0, convert(SJIS, 4, 15, null, (data, length, user) -> {
-                created()._releaseJkc();
-                assertThrows(IllegalStateException.class, call::run);
-                return 0;
-            }, null));
+    public void callbackMayUseOtherObjectsButNotItsOwn() {
+        for (int depth = 0; depth < 4; ++depth) {
+            assertEquals(TEXT.repeat(600), convertedWithin(jkc, depth));
+            assertEquals(0, jkc.sts);
         }
+    }
+
+    private static String convertedWithin(Jkc jkc, int depth) {
+        Collector collector = new Collector(0, 0);
+        Runnable inside = () -> {
+            assertThrows(IllegalStateException.class, jkc::_releaseJkc);
+            assertThrows(IllegalStateException.class, () -> jkc.judgesBuffer(null, null, SJIS, 1, 0));
+            if (depth > 0) {
+                Jkc other = created();
+                assertEquals(4, other.judgesBuffer(null, null, SJIS, SJIS.length, 0));
+                assertEquals(TEXT.repeat(600), convertedWithin(other, depth - 1));
+                other._releaseJkc();
+            }
+        };
+        assertEquals(0, jkc.convertBuffer(LONG, LONG.length, 4, 15, false, (type, user) -> {
+            inside.run();
+            return user == collector ? 0 : 99;
+        }, (data, length, user) -> {
+            inside.run();
+            return collector.write(data, length, null);
+        }, collector));
+        return collector.output("UTF-8");
     }
 
     /** Composed UTF-8 is pending up to 8191 bytes; a writer that answers -22 gets them again with a substitute. */

@@ -4,9 +4,12 @@ import static org.junit.Assert.*;
 
 import java.io.ByteArrayInputStream;
 import java.io.ByteArrayOutputStream;
+import java.io.FilterOutputStream;
 import java.io.IOException;
 import java.io.InputStream;
 import java.io.OutputStream;
+import java.io.SequenceInputStream;
+import java.io.UncheckedIOException;
 import java.lang.reflect.Field;
 import java.nio.charset.Charset;
 import java.nio.charset.StandardCharsets;
@@ -17,6 +20,9 @@ import java.util.EnumSet;
 import java.util.List;
 import java.util.Map;
 import java.util.TreeMap;
+import java.util.concurrent.ExecutorService;
+import java.util.concurrent.Executors;
+import java.util.concurrent.Future;
 import java.util.regex.Pattern;
 import java.util.stream.Collectors;
 import java.util.stream.IntStream;
@@ -137,20 +143,19 @@ public class TranscoderTest {
         };
     }
 
-    /** Both what a stream throws itself and what it gets for using a transcoder. */
+    /** Both what a stream throws itself and what it gets for using the transcoder that uses it. */
     @Test
     public void whatAStreamThrowsReachesTheCaller() {
         IOException checked = new IOException();
         IllegalArgumentException unchecked = new IllegalArgumentException();
         StackOverflowError error = new StackOverflowError();
-        Transcoder other = new Transcoder();
         List<Action> actions = List.of(() -> {
             throw checked;
         }, () -> {
             throw unchecked;
         }, () -> {
             throw error;
-        }, transcoder::close, other::close, () -> other.detect(SJIS));
+        }, transcoder::close, () -> transcoder.detect(SJIS));
         for (Action action : actions) {
             for (Action use : List.<Action>of(() -> transcoder.detect(input(action)),
                     () -> transcoder.convert(input(action), OutputStream.nullOutputStream(), CodeType.UTF8),
@@ -164,19 +169,60 @@ public class TranscoderTest {
                 }
             }
         }
-        assertEquals(TEXT, transcoder.decode(other.encode(TEXT, CodeType.SJIS)));
-        other.close();
-        other.close();
-        assertThrows(IllegalStateException.class, other::lastConversion);
+        assertEquals(TEXT, transcoder.decode(SJIS));
+        transcoder.close();
+        transcoder.close();
+        assertThrows(IllegalStateException.class, transcoder::lastConversion);
     }
 
-    @Test
-    public void threadsTakeTurns() {
-        String text = TEXT.repeat(500);
-        assertTrue(IntStream.range(0, 200).parallel().allMatch(i -> {
-            try (Transcoder own = new Transcoder()) {
-                return transcoder.decode(own.encode(text, CodeType.SJIS)).equals(text);
+    /** Each stream reads or writes through a transcoder of its own, whose streams do the same. */
+    private static String convertedWithin(Transcoder transcoder, String text, int depth) {
+        byte[] bytes = text.getBytes(CP932);
+        ByteArrayOutputStream out = new ByteArrayOutputStream();
+        Action inside = () -> {
+            try (Transcoder other = new Transcoder()) {
+                assertEquals(text, depth > 0 ? convertedWithin(other, text, depth - 1) : other.decode(bytes));
             }
-        }));
+        };
+        try {
+            InputStream in = new SequenceInputStream(new ByteArrayInputStream(bytes), input(inside));
+            transcoder.convert(in, new FilterOutputStream(out) {
+                @Override
+                public void write(byte[] data, int offset, int length) throws IOException {
+                    inside.run();
+                    out.write(data, offset, length);
+                }
+            }, CodeType.UTF8);
+        } catch (IOException e) {
+            throw new UncheckedIOException(e);
+        }
+        return out.toString(StandardCharsets.UTF_8);
+    }
+
+    /** Some have one of their own, others take turns with one that is closed in the middle. */
+    @Test
+    public void threadsAndStreamsWithTranscodersDoNotDisturbEachOther() throws Exception {
+        String text = TEXT.repeat(300);
+        Transcoder closed = new Transcoder();
+        ExecutorService threads = Executors.newFixedThreadPool(8);
+        List<Future<?>> results = IntStream.range(0, 200).<Future<?>>mapToObj(i -> threads.submit(() -> {
+            assertEquals(text, transcoder.decode(transcoder.encode(text, CodeType.SJIS)));
+            try (Transcoder own = new Transcoder()) {
+                assertEquals(text, convertedWithin(own, text, i % 4));
+            }
+            try {
+                assertEquals(text, closed.decode(text.getBytes(CP932)));
+            } catch (IllegalStateException e) {
+                assertTrue(e.getMessage(), e.getMessage().contains("closed"));
+            }
+            if (i == 100) {
+                closed.close();
+            }
+        })).toList();
+        for (Future<?> result : results) {
+            result.get();
+        }
+        threads.shutdown();
+        assertThrows(IllegalStateException.class, closed::lastConversion);
     }
 }
