@@ -59,7 +59,7 @@ TEST_P(ConvertTest, ACutOfWhatIsFedShows) {
         }
         SCOPED_TRACE(title(c));
         const Outcome whole = as_fed(convert(c, Way::kBuffer));
-        for (const size_t piece : {1, 2, 3, 7, 977, 8128}) {
+        for (const size_t piece : {1U, 2U, 3U, 7U, 977U, 8128U}) {
             EXPECT_EQ(convert_fed(c, piece, false), whole) << piece;
             if (!c.options.has("answer")) {
                 const Outcome filled = convert_fed(c, piece, true);
