@@ -1,5 +1,5 @@
 // What a context keeps from one conversion to the next, and tables that a caller puts into it.
-#include <array>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -43,17 +43,17 @@ protected:
 };
 
 TEST_F(DriverTest, TheEucVariantThatACharacterNeededIsForgottenOrStaysTooLong) {
-    for (auto *converter : {_sjisto_euc, _jisto_euc, _eucto_euc, _unibeto_euc, _unileto_euc}) {
-        // U+2116, which CP20932 has first, then U+2460, which it lacks.
-        const bool big = converter == _unibeto_euc;
-        const bool utf16 = big || converter == _unileto_euc;
-        const bool jis = converter == _jisto_euc;
-        const bool euc = converter == _eucto_euc;
+    const struct {
+        int32_t (*converter)(JkcContext *);
+        std::string common, numero, one; // U+3042, U+2116, which CP20932 has first, and U+2460, which it lacks
+    } rows[] = {{_sjisto_euc, "82A0", "8782", "8740"},
+                {_jisto_euc, "1B24422422", "1B24422D62", "1B24422D21"},
+                {_eucto_euc, "A4A2", "ADE2", "ADA1"},
+                {_unibeto_euc, "3042", "2116", "2460"},
+                {_unileto_euc, "4230", "1621", "6024"}};
+    for (const auto &[converter, common, numero, one] : rows) {
         select_source_tables(*ctx, JKC_TYPE_EUC_51932);
         select_target_tables(*ctx, JKC_TYPE_EUC);
-        const std::string numero = utf16 ? (big ? "2116" : "1621") : jis ? "1B24422D62" : euc ? "ADE2" : "8782";
-        const std::string one = utf16 ? (big ? "2460" : "6024") : jis ? "1B24422D21" : euc ? "ADA1" : "8740";
-        const std::string common = utf16 ? (big ? "3042" : "4230") : jis ? "1B24422422" : euc ? "A4A2" : "82A0";
         EXPECT_EQ(run(converter, common), parse_bytes("A4A2"));
         EXPECT_EQ(euc_target(*ctx), "common");
         EXPECT_EQ(run(converter, numero), parse_bytes("8FA2F1"));
@@ -76,19 +76,16 @@ TEST_F(DriverTest, ThePlaneThatAnEscapeSelectedIsForgottenOrStaysTooLong) {
 }
 
 TEST_F(DriverTest, TheTablesOfATargetAreNotLoadedOrNotCleared) {
-    const auto expect = [this](std::array<const void *, 4> tables, uint64_t supplementary) {
-        EXPECT_EQ((std::array<const void *, 4>{ctx->jis_dst_table, ctx->jis_dst_bits, ctx->jis_dst_srg_table,
-                                               ctx->jis_dst_srg_bits}),
-                  tables);
-        EXPECT_EQ(ctx->jis_dst_srg_count, supplementary);
-        EXPECT_EQ(ctx->jis_dst_srg_bits_count, supplementary);
+    using Tables = std::tuple<const void *, const void *, const void *, const void *, uint64_t, uint64_t>;
+    const auto tables = [this] {
+        return Tables(ctx->jis_dst_table, ctx->jis_dst_bits, ctx->jis_dst_srg_table, ctx->jis_dst_srg_bits,
+                      ctx->jis_dst_srg_count, ctx->jis_dst_srg_bits_count);
     };
     EXPECT_EQ(convert(JKC_TYPE_SJIS, JKC_TYPE_JIS2004, "82A0"), parse_bytes("1B244224221B2842"));
-    expect({_unibe2jis2022jp2004_table, _unibe2jis2022jp2004_table_bits, _unibe2jis2022jp2004_table_srg,
-            _unibe2jis2022jp2004_table_srg_bits},
-           42675);
+    EXPECT_EQ(tables(), Tables(_unibe2jis2022jp2004_table, _unibe2jis2022jp2004_table_bits,
+                               _unibe2jis2022jp2004_table_srg, _unibe2jis2022jp2004_table_srg_bits, 42675, 42675));
     convert(JKC_TYPE_SJIS, JKC_TYPE_JIS, "82A0");
-    expect({_unibe2jis50221_table, _unibe2jis50221_table_bits, nullptr, nullptr}, 0);
+    EXPECT_EQ(tables(), Tables(_unibe2jis50221_table, _unibe2jis50221_table_bits, nullptr, nullptr, 0, 0));
     const std::pair<int, const char *> variants[] = {{8, "ms"}, {6, "20932"}, {7, "51932"}, {5, "common"}};
     for (const auto &[type, name] : variants) {
         convert(JKC_TYPE_SJIS, type, "82A0");

@@ -29,14 +29,14 @@ void expect_usable(JkcContext *ctx) {
     EXPECT_EQ(writer.text(), parse_bytes("A4A2*9000 0A"));
 }
 
-// Expects what a call answers and leaves in the context, which works on.
-void expect_failure(JkcContext *ctx, const std::function<int()> &call, int status, int error) {
-    ctx->sys_errno = 0;
-    ctx->sts = 0;
-    EXPECT_EQ(call(), status);
+// Expects what a call answered and left in the context, which works on and is ready for the next one.
+void expect_failure(JkcContext *ctx, int answer, int status, int error) {
+    EXPECT_EQ(answer, status);
     EXPECT_EQ(ctx->sys_errno, error);
     EXPECT_EQ(ctx->sts, status);
     expect_usable(ctx);
+    ctx->sys_errno = 0;
+    ctx->sts = 0;
 }
 
 TEST(FaultsTest, MemoryRunsShortAtAnyAllocation) {
@@ -46,6 +46,7 @@ TEST(FaultsTest, MemoryRunsShortAtAnyAllocation) {
     const TempDir dir;
     const std::string source = dir.write("source", kText);
     const std::string destination = dir.path("destination");
+    int line = 0;
     char message[200];
     const std::function<int64_t()> operations[] = {
         [] {
@@ -53,14 +54,8 @@ TEST(FaultsTest, MemoryRunsShortAtAnyAllocation) {
             release_jkc(made);
             return made != nullptr ? 0 : JKC_EALLOC;
         },
-        [&] {
-            int line = 0;
-            return jkc_judges_buffer(ctx, nullptr, &line, kText.data(), kText.size(), 0);
-        },
-        [&] {
-            int line = 0;
-            return jkc_judges_buffer(ctx, nullptr, &line, marked.data(), marked.size(), 0);
-        },
+        [&] { return jkc_judges_buffer(ctx, nullptr, &line, kText.data(), kText.size(), 0); },
+        [&] { return jkc_judges_buffer(ctx, nullptr, &line, marked.data(), marked.size(), 0); },
         [&] { // clears the list itself
             ctx->in_ptr = data(kText);
             ctx->in_end = ctx->in_ptr + kText.size();
@@ -98,21 +93,19 @@ TEST(FaultsTest, MemoryRunsShortAtAnyAllocation) {
     };
     const size_t allocations = fail_all(false);
     // In a writer, while the shared block is in use: each judgement and each converter allocates its own.
-    struct InWriter {
+    struct InWriter : CollectingWriter {
         std::function<size_t()> fail_all;
-        size_t allocations;
-        std::string text;
-
-        static int32_t write(const uint8_t *bytes, uint64_t length, void *user_data) {
-            auto *self = static_cast<InWriter *>(user_data);
-            self->allocations = self->allocations == 0 ? self->fail_all() : self->allocations;
-            self->text.append(reinterpret_cast<const char *>(bytes), length);
-            return 0;
-        }
-    } inside{[&] { return fail_all(true); }, 0, ""};
+        size_t allocations = 0;
+    } inside;
+    inside.fail_all = [&] { return fail_all(true); };
+    const auto write = [](const uint8_t *bytes, uint64_t length, void *user_data) {
+        auto *self = static_cast<InWriter *>(user_data);
+        self->allocations = self->allocations == 0 ? self->fail_all() : self->allocations;
+        return CollectingWriter::write(bytes, length, static_cast<CollectingWriter *>(self));
+    };
     JkcContext *outer = create_jkc();
-    EXPECT_EQ(jkc_convert_buffer(outer, data(kText), kText.size(), 0, 5, false, nullptr, InWriter::write, &inside), 0);
-    EXPECT_EQ(inside.text, parse_bytes("A4A2*9000 0A"));
+    EXPECT_EQ(jkc_convert_buffer(outer, data(kText), kText.size(), 0, 5, false, nullptr, write, &inside), 0);
+    EXPECT_EQ(inside.text(), parse_bytes("A4A2*9000 0A"));
     EXPECT_GE(inside.allocations, allocations + 9);
     release_jkc(outer);
     release_jkc(ctx);
@@ -133,44 +126,26 @@ TEST(FaultsTest, AStreamFailsAtAnyByteOrAFileIsNone) {
             SCOPED_TRACE(at);
             TestStream judged(text, TestStream::kNever, at);
             TestStream converted(text, 7, at);
-            expect_failure(
-                ctx, [&] { return jkc_judges_stream(ctx, &type, &line, judged.file(), 0); }, JKC_EREAD, EIO);
+            expect_failure(ctx, jkc_judges_stream(ctx, &type, &line, judged.file(), 0), JKC_EREAD, EIO);
             EXPECT_EQ(type, JKC_EREAD);
-            expect_failure(
-                ctx, [&] { return jkc_convert_stream(ctx, converted.file(), 15, 4, false, nullptr, swallow, nullptr); },
-                JKC_EREAD, EIO);
+            expect_failure(ctx, jkc_convert_stream(ctx, converted.file(), 15, 4, false, nullptr, swallow, nullptr),
+                           JKC_EREAD, EIO);
         }
     }
     const TempDir dir;
-    const struct {
-        std::string path;
-        int status;
-        int error;
-    } files[] = {{dir.path("missing"), JKC_EROPEN, ENOENT}, {dir.path("."), JKC_EREAD, EISDIR}};
-    for (const auto &[path, status, error] : files) {
-        const char *name = path.c_str();
-        expect_failure(
-            ctx, [&] { return jkc_judges_file(ctx, &type, &line, name, 0); }, status, error);
+    for (const auto &[path, status, error] : {std::tuple(dir.path("missing"), int{JKC_EROPEN}, ENOENT),
+                                              std::tuple(dir.path("."), int{JKC_EREAD}, EISDIR)}) {
+        expect_failure(ctx, jkc_judges_file(ctx, &type, &line, path.c_str(), 0), status, error);
         EXPECT_EQ(type, status);
-        expect_failure(
-            ctx, [&] { return jkc_convert_file(ctx, name, 0, 4, false, nullptr, swallow, nullptr); }, status, error);
+        expect_failure(ctx, jkc_convert_file(ctx, path.c_str(), 0, 4, false, nullptr, swallow, nullptr), status, error);
     }
     release_jkc(ctx);
 }
 
 TEST(FaultsTest, AReaderFailsOrNeverEnds) {
-    struct FailingReader : CutReader {
-        explicit FailingReader(int64_t final_answer) : CutReader(kText, 5000), last(final_answer) {
-            read = [](JkcReader *self, uint8_t *dst, size_t room) {
-                auto *reader = static_cast<FailingReader *>(self);
-                return reader->position == reader->bytes.size() ? reader->last : reader->next(dst, room);
-            };
-        }
-        int64_t last;
-    };
     JkcContext *ctx = create_jkc();
     for (const int64_t last : {kReadFailed, int64_t{0}, int64_t{-1}, int64_t{-7}}) {
-        FailingReader reader(last);
+        CutReader reader(kText, 5000, last);
         ctx->reader = &reader;
         ctx->mode = JKC_MODE_READER;
         EXPECT_EQ(jkc_judges_stream(ctx, nullptr, nullptr, nullptr, 0),

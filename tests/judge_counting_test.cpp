@@ -81,9 +81,7 @@ private:
 
 struct Request {
     int preferred = 0;
-    bool hint = false;
-    bool keep = false;
-    bool line_ends = false;
+    bool hint = false, keep = false, line_ends = false;
 };
 
 // What a judgement leaves behind, counted one way or the other.
@@ -97,10 +95,10 @@ string seen(const string &text, const Request &request, Counting counting) {
     int ends = 0;
     const int result =
         judge(ctx, &type, request.line_ends ? &ends : nullptr, request.preferred, request.hint, request.keep, counting);
-    const string answers = std::to_string(result) + " type=" + std::to_string(type) + " eol=" + std::to_string(ends);
-    const string state = judged_state(*ctx);
+    const string found =
+        std::to_string(result) + " type=" + std::to_string(type) + " eol=" + std::to_string(ends) + judged_state(*ctx);
     release_jkc(ctx);
-    return answers + state;
+    return found;
 }
 
 void expect_same(const string &text, const Request &request) {

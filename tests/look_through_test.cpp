@@ -50,20 +50,18 @@ void at_each_place(const auto &check) {
 }
 
 TEST(LookThroughTest, ALineEndIsOverlookedOrTakenForAnotherKind) {
-    const struct {
-        std::u32string text;
-        int kind;
-    } line_ends[] = {{U"\n", JKC_LINE_LF}, {U"\r", JKC_LINE_CR}, {U"\r\n", JKC_LINE_CRLF}};
+    const std::pair<std::u32string, int> line_ends[] = {
+        {U"\n", JKC_LINE_LF}, {U"\r", JKC_LINE_CR}, {U"\r\n", JKC_LINE_CRLF}};
     for (const auto &others : line_ends) {
         for (const int type : kTypes) {
-            const Filler filler(U"ab" + others.text + U"abcdefg", type);
+            const Filler filler(U"ab" + others.first + U"abcdefg", type);
             for (const auto &one : line_ends) {
                 at_each_place([&](size_t place) {
-                    const bool splits = others.text.size() == 2 && place % filler.line.size() == 3;
+                    const bool splits = others.first.size() == 2 && place % filler.line.size() == 3;
                     const int split = splits ? JKC_LINE_CR | JKC_LINE_LF : 0;
                     // Between letters, so that it stays what it is.
-                    EXPECT_EQ(filler.look_through(place, U"x" + one.text + U"y"),
-                              (std::array{one.kind | others.kind | split, 0, 0}))
+                    EXPECT_EQ(filler.look_through(place, U"x" + one.first + U"y"),
+                              (std::array{one.second | others.second | split, 0, 0}))
                         << type;
                 });
             }

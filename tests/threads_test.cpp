@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <atomic>
 #include <functional>
+#include <memory>
 #include <set>
 #include <sstream>
 #include <thread>
@@ -9,7 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "core/internal.h"
-#include "support/case_file.h"
+#include "support/collecting_writer.h"
 #include "support/temp_dir.h"
 
 namespace jkc::testing {
@@ -32,25 +33,14 @@ const TempDir &dir() {
     return made;
 }
 
-class Context {
-public:
-    Context() : ctx_(create_jkc()) {}
-    ~Context() { release_jkc(ctx_); }
-    Context(const Context &) = delete;
-    Context &operator=(const Context &) = delete;
-    operator JkcContext *() const { return ctx_; }
-    JkcContext *operator->() const { return ctx_; }
-
-private:
-    JkcContext *ctx_;
+struct Context : std::unique_ptr<JkcContext, void (*)(JkcContext *)> {
+    Context() : unique_ptr(create_jkc(), release_jkc) {}
 };
 
 // A text, from and to which code type, how.
 struct Route {
-    int src;
-    int dst;
-    std::string text;
-    std::string path;
+    int src, dst;
+    std::string text, path;
     size_t number;
 };
 
@@ -60,42 +50,38 @@ struct Session {
     size_t calls;
     std::ostringstream seen;
 
-    void step() {
-        if (calls++ == inside_at) {
-            inside();
+    // Afterwards what the call was handed must be as it was.
+    static std::ostream &step(void *self) {
+        auto *session = static_cast<Session *>(self);
+        if (session->calls++ == session->inside_at) {
+            session->inside();
         }
+        return session->seen;
     }
     static int32_t observe(int32_t code_type, void *self) {
-        auto *session = static_cast<Session *>(self);
-        session->step();
-        session->seen << "told " << code_type << ": ";
+        step(self) << "told " << code_type << ": ";
         return 0;
     }
     static int32_t write(const uint8_t *data, uint64_t length, void *self) {
-        auto *session = static_cast<Session *>(self);
-        session->step(); // which must leave the data alone
-        return take(data, length, self);
-    }
-    static int32_t take(const uint8_t *data, uint64_t length, void *self) {
-        static_cast<Session *>(self)->seen.write(reinterpret_cast<const char *>(data),
-                                                 static_cast<std::streamsize>(length));
+        step(self) << std::string_view(reinterpret_cast<const char *>(data), length);
         return 0;
     }
 };
 
+const uint8_t *bytes(const std::string &text) { return reinterpret_cast<const uint8_t *>(text.data()); }
+
 std::string convert(const Route &route, const Inside &inside) {
+    const auto &[src, dst, text, path, number] = route;
     const Context ctx;
-    ctx->mode = static_cast<uint32_t>(route.number % 5);
-    ctx->suppress = route.number % 7 == 0 ? 1 : 0;
-    ctx->utfmac_to = route.number % 2 != 0 ? 1 : 0;
-    Session session{inside, route.number % 3, 0, {}};
-    const int32_t status =
-        route.number % 4 == 0
-            ? jkc_convert_file(ctx, route.path.c_str(), route.src, route.dst, true, Session::observe, Session::write,
-                               &session)
-            : jkc_convert_buffer(ctx, reinterpret_cast<const uint8_t *>(route.text.data()), route.text.size(),
-                                 route.src, route.dst, true, Session::observe, Session::write, &session);
-    session.seen << status << ' ' << ctx->nochar_count << ' ' << ctx->first_nochar << ' ' << ctx->last_nochar_index;
+    ctx->mode = static_cast<uint32_t>(number % 5);
+    ctx->suppress = number % 7 == 0 ? 1 : 0;
+    ctx->utfmac_to = number % 2 != 0 ? 1 : 0;
+    Session session{inside, number % 3, 0, {}};
+    session.seen << (number % 4 == 0 ? jkc_convert_file(ctx.get(), path.c_str(), src, dst, true, Session::observe,
+                                                        Session::write, &session)
+                                     : jkc_convert_buffer(ctx.get(), bytes(text), text.size(), src, dst, true,
+                                                          Session::observe, Session::write, &session))
+                 << ' ' << ctx->nochar_count << ' ' << ctx->first_nochar << ' ' << ctx->last_nochar_index;
     return session.seen.str();
 }
 
@@ -106,8 +92,8 @@ std::string feed(const Route &route, const Inside &inside) {
     JkcConverter *converter = nullptr;
     int32_t status = jkc_converter_create(&converter, route.src, route.dst, nullptr);
     for (size_t at = 0; at < route.text.size() && status == 0; at += kPiece) {
-        status = jkc_converter_feed(converter, reinterpret_cast<const uint8_t *>(route.text.data()) + at,
-                                    std::min(kPiece, route.text.size() - at), Session::write, &session);
+        status = jkc_converter_feed(converter, bytes(route.text) + at, std::min(kPiece, route.text.size() - at),
+                                    Session::write, &session);
     }
     session.seen << status << (status == 0 ? jkc_converter_finish(converter, Session::write, &session) : 0);
     jkc_converter_release(converter);
@@ -115,12 +101,10 @@ std::string feed(const Route &route, const Inside &inside) {
 }
 
 std::string judge(const Case &c) {
-    const Context ctx;
     int type = 0;
     int line = 0;
-    const int judged =
-        jkc_judges_buffer(ctx, c.options.has("no_type") ? nullptr : &type, c.options.has("eol") ? &line : nullptr,
-                          c.input.data(), c.input.size(), static_cast<int>(c.options.number("preferred")));
+    const int judged = jkc_judges_buffer(Context().get(), &type, c.options.has("eol") ? &line : nullptr, c.input.data(),
+                                         c.input.size(), static_cast<int>(c.options.number("preferred")));
     return std::to_string(judged) + " " + std::to_string(type) + " " + std::to_string(line);
 }
 
@@ -137,7 +121,7 @@ std::string read_slots(const Route &route) {
         char line[500];
         uint64_t length = 0;
         for (int64_t count = 0; (count = jkc_io_get_line(slot, line, sizeof line, &length)) >= 0 && length > 0;) {
-            seen.write(line, static_cast<std::streamsize>(length)) << '=' << count << '/';
+            seen << std::string_view(line, length) << '=' << count << '/';
         }
         seen << jkc_io_get_stype(slot) << jkc_io_close(slot);
     }
@@ -162,18 +146,17 @@ std::string messages() {
     for (const int type : {JKC_TYPE_JIS, JKC_TYPE_SJIS, JKC_TYPE_EUC}) {
         for (int number = -24; number < 40; number++) {
             char text[300];
-            all.append(text, jkc_statusto_message(ctx, text, number, type));
-            all.append(text, jkc_get_strerror(ctx, number, text, 30, type));
+            all.append(text, jkc_statusto_message(ctx.get(), text, number, type));
+            all.append(text, jkc_get_strerror(ctx.get(), number, text, 30, type));
         }
         std::string cut = parse_bytes("E38182*90");
-        all.append(cut, 0, static_cast<size_t>(_convert_buf(ctx, cut.data(), cut.size(), type)));
+        all.append(cut, 0, static_cast<size_t>(_convert_buf(ctx.get(), cut.data(), cut.size(), type)));
     }
     return all;
 }
 
 // From every code type to every one.
 std::vector<Route> make_routes() {
-    const Inside nothing = [] {};
     std::vector<Route> routes;
     for (int src = JKC_TYPE_ASCII; src <= JKC_TYPE_UTF8_BOM; src++) {
         std::string text = "plain text\r\n";
@@ -186,13 +169,12 @@ std::vector<Route> make_routes() {
         while (text.size() < kSeveralPieces) {
             text += text;
         }
-        Session session{nothing, 0, 0, {}};
-        jkc_convert_buffer(Context(), reinterpret_cast<const uint8_t *>(text.data()), text.size(), JKC_TYPE_UTF8, src,
-                           true, nullptr, Session::take, &session);
-        const std::string recoded = session.seen.str();
-        const std::string path = dir().write(std::to_string(src), recoded);
-        for (int dst = JKC_TYPE_ASCII; dst <= JKC_TYPE_UTF8_BOM && !recoded.empty(); dst++) {
-            routes.push_back({src, dst, recoded, path, routes.size()});
+        CollectingWriter writer;
+        jkc_convert_buffer(Context().get(), bytes(text), text.size(), JKC_TYPE_UTF8, src, true, nullptr,
+                           CollectingWriter::write, &writer);
+        const std::string path = dir().write(std::to_string(src), writer.text());
+        for (int dst = JKC_TYPE_ASCII; dst <= JKC_TYPE_UTF8_BOM && !writer.text().empty(); dst++) {
+            routes.push_back({src, dst, writer.text(), path, routes.size()});
         }
     }
     return routes;
@@ -200,27 +182,22 @@ std::vector<Route> make_routes() {
 
 std::vector<Job> make_jobs() {
     std::vector<Job> jobs;
+    const auto add = [&jobs](const auto &run) {
+        jobs.push_back({run, run([] {})});
+        EXPECT_FALSE(jobs.back().alone.starts_with("told -"));
+    };
     for (const Route &route : make_routes()) {
-        jobs.push_back({[route](const Inside &inside) { return convert(route, inside); }, ""});
-        jobs.push_back({[route](const Inside & /*no callbacks*/) {
-                            return route.number % 2 == 0 ? read_slots(route) : convert_into_file(route);
-                        },
-                        ""});
+        add([route](const Inside &inside) { return convert(route, inside); });
+        add([route](const Inside &) { return route.number % 2 == 0 ? read_slots(route) : convert_into_file(route); });
         if (route.number % 3 == 0) {
-            jobs.push_back({[route](const Inside &inside) { return feed(route, inside); }, ""});
-        }
-        if (route.number % 10 == 0) {
-            jobs.push_back({[](const Inside & /*no callbacks*/) { return messages(); }, ""});
+            add([route](const Inside &inside) { return feed(route, inside); });
+            add([](const Inside &) { return messages(); });
         }
     }
     for (const Case &c : read_cases("judge.txt")) {
         if (c.line % 5 == 0) {
-            jobs.push_back({[c](const Inside & /*no callbacks*/) { return judge(c); }, ""});
+            add([c](const Inside &) { return judge(c); });
         }
-    }
-    for (Job &job : jobs) {
-        job.alone = job.run([] {});
-        EXPECT_FALSE(job.alone.starts_with("told -"));
     }
     return jobs;
 }

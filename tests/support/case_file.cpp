@@ -42,13 +42,11 @@ void Options::add(const std::string &words) {
 }
 
 int64_t Options::number(const std::string &name, int64_t otherwise) const {
-    const auto found = values_.find(name);
-    return found == values_.end() ? otherwise : std::stoll(found->second, nullptr, 0);
+    return has(name) ? std::stoll(values_.at(name), nullptr, 0) : otherwise;
 }
 
 std::string Options::text(const std::string &name, const std::string &otherwise) const {
-    const auto found = values_.find(name);
-    return found == values_.end() ? otherwise : found->second;
+    return has(name) ? values_.at(name) : otherwise;
 }
 
 Case make_case(const std::string &options, const std::string &input) {

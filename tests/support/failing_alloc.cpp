@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <optional>
 
 #include <gtest/gtest.h>
 
@@ -26,15 +27,11 @@ FailingAlloc::~FailingAlloc() { active = nullptr; }
 
 size_t fail_each_allocation(const std::function<int64_t()> &operation, const std::function<void(bool failed)> &check) {
     for (size_t n = 1;; n++) {
-        int64_t result = 0;
-        size_t left = 0;
-        bool failed = false;
-        {
-            FailingAlloc alloc(n);
-            result = operation();
-            left = alloc.live();
-            failed = alloc.failed();
-        }
+        std::optional<FailingAlloc> alloc(n);
+        const int64_t result = operation();
+        const size_t left = alloc->live();
+        const bool failed = alloc->failed();
+        alloc.reset();
         EXPECT_EQ(left, 0U) << n;
         EXPECT_EQ(std::min<int64_t>(result, 0), failed ? JKC_EALLOC : 0) << n;
         check(failed);

@@ -18,8 +18,6 @@ public:
     FailingAlloc(const FailingAlloc &) = delete;
     FailingAlloc &operator=(const FailingAlloc &) = delete;
 
-    // How many allocations were asked for so far.
-    size_t requests() const { return requests_; }
     // Whether the n-th was reached: a loop over n ends at the first run where it was not.
     bool failed() const { return fail_at_ != 0 && requests_ >= fail_at_; }
     // Allocations made since the start and not freed: leaks, once the code has cleaned up.

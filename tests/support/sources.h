@@ -12,9 +12,10 @@ namespace jkc::testing {
 
 enum class Way { kBuffer, kStream, kFile, kReader };
 
-// Gives at most `piece` bytes a read, and nothing at every other call.
+// Gives at most `piece` bytes a read, and nothing at every other call; answers `last` at the end.
 struct CutReader : JkcReader {
-    CutReader(std::string text, size_t size) : JkcReader{}, bytes(std::move(text)), piece(size) {
+    CutReader(std::string text, size_t size, int64_t answer = -1)
+        : JkcReader{}, bytes(std::move(text)), piece(size), last(answer) {
         read = [](JkcReader *self, uint8_t *dst, size_t room) {
             return static_cast<CutReader *>(self)->next(dst, room);
         };
@@ -22,7 +23,7 @@ struct CutReader : JkcReader {
 
     int64_t next(uint8_t *dst, size_t room) {
         if (position == bytes.size()) {
-            return -1;
+            return last;
         }
         idle = !idle;
         const size_t count = idle ? 0 : bytes.copy(reinterpret_cast<char *>(dst), std::min(room, piece), position);
@@ -32,6 +33,7 @@ struct CutReader : JkcReader {
 
     std::string bytes;
     size_t piece;
+    int64_t last;
     size_t position = 0;
     bool idle = false;
 };

@@ -2,11 +2,8 @@ package kestro.jkc;
 
 import static org.junit.Assert.*;
 
-import java.nio.file.Files;
-import java.nio.file.Path;
-import java.nio.file.StandardCopyOption;
-import java.util.ArrayList;
-import java.util.List;
+import java.nio.file.*;
+import java.util.*;
 import org.junit.Test;
 
 public class NativeLibraryTest {

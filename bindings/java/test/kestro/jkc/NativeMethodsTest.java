@@ -2,16 +2,10 @@ package kestro.jkc;
 
 import static org.junit.Assert.*;
 
-import java.io.ByteArrayInputStream;
-import java.io.FilterInputStream;
-import java.io.IOException;
-import java.io.InputStream;
+import java.io.*;
 import java.nio.charset.Charset;
-import java.nio.file.Files;
-import java.nio.file.Path;
-import java.util.ArrayList;
-import java.util.Arrays;
-import java.util.List;
+import java.nio.file.*;
+import java.util.*;
 import java.util.concurrent.CompletableFuture;
 import java.util.function.Consumer;
 import java.util.stream.Stream;
@@ -42,14 +36,9 @@ public class NativeMethodsTest {
     }
 
     /** Keeps the output; at its n-th call it answers or throws something. */
-    private static final class Collector implements Jkc.Writer {
-        final List<String> pieces = new ArrayList<>();
-        private final int call;
-        private final int answer;
-
+    private record Collector(List<String> pieces, int call, int answer) implements Jkc.Writer {
         Collector(int call, int answer) {
-            this.call = call;
-            this.answer = answer;
+            this(new ArrayList<>(), call, answer);
         }
 
         @Override
@@ -161,18 +150,6 @@ public class NativeMethodsTest {
         }
     }
 
-    /** On another thread than the one that created the object: each call has to use its own environment. */
-    @Test
-    public void callbacksGetTheUsersObjectOnAnyThread() throws Exception {
-        Object user = new Object();
-        Jkc.Writer writer = (data, length, object) -> object == user ? 0 : 99;
-        CompletableFuture.runAsync(() -> {
-            Jkc.Observer observer = (type, object) -> object == user ? 0 : 99;
-            assertEquals(0, convert(SJIS, 4, 15, observer, writer, user));
-            assertEquals("vetoed", 4, convert(SJIS, 4, 15, observer, writer, null));
-        }).get();
-    }
-
     @Test
     public void streamThatFailsAtAnyCallIsAReadErrorWithNothingPending() {
         for (int row = 2; row < 8; ++row) {
@@ -215,13 +192,17 @@ public class NativeMethodsTest {
         }
     }
 
-    /** Through other objects it gets what it would get alone, and the call that it interrupts goes on. */
+    /**
+     * Through other objects it gets what it would get alone, and the call that it interrupts goes on. All on another
+     * thread than the one that created the object: each call has to use its own environment.
+     */
     @Test
-    public void callbackMayUseOtherObjectsButNotItsOwn() {
-        for (int depth = 0; depth < 4; ++depth) {
-            assertEquals(TEXT.repeat(600), convertedWithin(jkc, depth));
+    public void callbackMayUseOtherObjectsButNotItsOwn() throws Exception {
+        for (int depth : new int[] {0, 1, 2, 3}) {
+            assertEquals(TEXT.repeat(600), CompletableFuture.supplyAsync(() -> convertedWithin(jkc, depth)).get());
             assertEquals(0, jkc.sts);
         }
+        assertEquals("vetoed", 4, convert(SJIS, 4, 15, (type, user) -> 99, null, null));
     }
 
     private static String convertedWithin(Jkc jkc, int depth) {
@@ -241,7 +222,7 @@ public class NativeMethodsTest {
             return user == collector ? 0 : 99;
         }, (data, length, user) -> {
             inside.run();
-            return collector.write(data, length, null);
+            return user == collector ? collector.write(data, length, null) : 99;
         }, collector));
         return collector.output("UTF-8");
     }

@@ -2,30 +2,14 @@ package kestro.jkc;
 
 import static org.junit.Assert.*;
 
-import java.io.ByteArrayInputStream;
-import java.io.ByteArrayOutputStream;
-import java.io.FilterOutputStream;
-import java.io.IOException;
-import java.io.InputStream;
-import java.io.OutputStream;
-import java.io.SequenceInputStream;
-import java.io.UncheckedIOException;
+import java.io.*;
 import java.lang.reflect.Field;
-import java.nio.charset.Charset;
-import java.nio.charset.StandardCharsets;
-import java.nio.file.Files;
-import java.nio.file.NoSuchFileException;
-import java.nio.file.Path;
-import java.util.EnumSet;
-import java.util.List;
-import java.util.Map;
-import java.util.TreeMap;
-import java.util.concurrent.ExecutorService;
-import java.util.concurrent.Executors;
-import java.util.concurrent.Future;
+import java.nio.charset.*;
+import java.nio.file.*;
+import java.util.*;
+import java.util.concurrent.*;
 import java.util.regex.Pattern;
-import java.util.stream.Collectors;
-import java.util.stream.IntStream;
+import java.util.stream.*;
 import org.junit.Test;
 
 public class TranscoderTest {
@@ -134,11 +118,12 @@ public class TranscoderTest {
         };
     }
 
-    private static OutputStream output(Action action) {
-        return new OutputStream() {
+    private static OutputStream output(Action action, OutputStream to) {
+        return new FilterOutputStream(to) {
             @Override
-            public void write(int b) throws IOException {
+            public void write(byte[] data, int offset, int length) throws IOException {
                 action.run();
+                to.write(data, offset, length);
             }
         };
     }
@@ -146,6 +131,7 @@ public class TranscoderTest {
     /** Both what a stream throws itself and what it gets for using the transcoder that uses it. */
     @Test
     public void whatAStreamThrowsReachesTheCaller() {
+        OutputStream sink = OutputStream.nullOutputStream();
         IOException checked = new IOException();
         IllegalArgumentException unchecked = new IllegalArgumentException();
         StackOverflowError error = new StackOverflowError();
@@ -158,8 +144,8 @@ public class TranscoderTest {
         }, transcoder::close, () -> transcoder.detect(SJIS));
         for (Action action : actions) {
             for (Action use : List.<Action>of(() -> transcoder.detect(input(action)),
-                    () -> transcoder.convert(input(action), OutputStream.nullOutputStream(), CodeType.UTF8),
-                    () -> transcoder.convert(new ByteArrayInputStream(SJIS), output(action), CodeType.UTF8))) {
+                    () -> transcoder.convert(input(action), sink, CodeType.UTF8),
+                    () -> transcoder.convert(new ByteArrayInputStream(SJIS), output(action, sink), CodeType.UTF8))) {
                 Throwable thrown = assertThrows(Throwable.class, use::run);
                 if (actions.indexOf(action) < 3) {
                     assertSame(List.of(checked, unchecked, error).get(actions.indexOf(action)), thrown);
@@ -176,7 +162,7 @@ public class TranscoderTest {
     }
 
     /** Each stream reads or writes through a transcoder of its own, whose streams do the same. */
-    private static String convertedWithin(Transcoder transcoder, String text, int depth) {
+    private static String convertedWithin(Transcoder transcoder, String text, int depth) throws IOException {
         byte[] bytes = text.getBytes(CP932);
         ByteArrayOutputStream out = new ByteArrayOutputStream();
         Action inside = () -> {
@@ -184,18 +170,8 @@ public class TranscoderTest {
                 assertEquals(text, depth > 0 ? convertedWithin(other, text, depth - 1) : other.decode(bytes));
             }
         };
-        try {
-            InputStream in = new SequenceInputStream(new ByteArrayInputStream(bytes), input(inside));
-            transcoder.convert(in, new FilterOutputStream(out) {
-                @Override
-                public void write(byte[] data, int offset, int length) throws IOException {
-                    inside.run();
-                    out.write(data, offset, length);
-                }
-            }, CodeType.UTF8);
-        } catch (IOException e) {
-            throw new UncheckedIOException(e);
-        }
+        InputStream in = new SequenceInputStream(new ByteArrayInputStream(bytes), input(inside));
+        transcoder.convert(in, output(inside, out), CodeType.UTF8);
         return out.toString(StandardCharsets.UTF_8);
     }
 
@@ -218,6 +194,7 @@ public class TranscoderTest {
             if (i == 100) {
                 closed.close();
             }
+            return null;
         })).toList();
         for (Future<?> result : results) {
             result.get();
