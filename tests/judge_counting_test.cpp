@@ -95,7 +95,7 @@ string seen(const string &text, const Request &request, Counting counting) {
     int ends = 0;
     const int result =
         judge(ctx, &type, request.line_ends ? &ends : nullptr, request.preferred, request.hint, request.keep, counting);
-    const string found =
+    string found =
         std::to_string(result) + " type=" + std::to_string(type) + " eol=" + std::to_string(ends) + judged_state(*ctx);
     release_jkc(ctx);
     return found;
