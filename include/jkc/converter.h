@@ -40,24 +40,72 @@ extern "C" {
 /** Converts a text in pieces. Made by jkc_converter_create(), freed by jkc_converter_release(). */
 typedef struct JkcConverter JkcConverter;
 
+/** Why something of a text is lost. */
+enum JkcLossKind {
+    JKC_LOSS_ILL_FORMED = 1, /**< bytes that are no character of the source code type */
+    JKC_LOSS_UNMAPPABLE = 2, /**< a character that the target lacks, or a code to which the source assigns none */
+    JKC_LOSS_TRUNCATED = 3   /**< the text ends inside a character */
+};
+
+/** One loss. */
+typedef struct JkcLoss {
+    size_t size;        /**< sizeof(JkcLoss) as the library knows it */
+    uint64_t offset;    /**< where it stands in the text, behind any byte-order mark */
+    uint32_t length;    /**< its bytes */
+    int32_t kind;       /**< a JkcLossKind */
+    int64_t code;       /**< its bytes as a number, the first one highest; the first four of a longer one */
+    int64_t code_point; /**< the character that the target lacks; -1: no character */
+} JkcLoss;
+
+/**
+ * Learns of a loss, in the order of the text.
+ * @param loss valid only during the call
+ * @return 0; any other value ends the conversion in front of the loss and becomes its status
+ */
+typedef int32_t (*JkcLossObserver)(const JkcLoss *loss, void *user_data);
+
+/** What is written for a loss. */
+enum JkcLossPolicy {
+    JKC_ON_LOSS_CLASSIC = 0, /**< what jkc_convert_buffer() writes, which depends on the code types */
+    JKC_ON_LOSS_REPLACE = 1, /**< U+FFFD to Unicode, once for each ill-formed sequence as Unicode recommends it; else '?' */
+    JKC_ON_LOSS_OMIT = 2,    /**< nothing */
+    JKC_ON_LOSS_STOP = 3,    /**< the conversion ends in front of the first loss, with #JKC_ELOSS */
+    JKC_ON_LOSS_ESCAPE = 4   /**< `&#x20BB7;` for a character that the target lacks, else as #JKC_ON_LOSS_REPLACE */
+};
+
 /** How to convert. Set all to 0 and then `size`, and what is wanted. */
 typedef struct JkcConverterOptions {
-    size_t size;         /**< sizeof(JkcConverterOptions): tells the library which fields there are */
-    uint32_t line_type;  /**< JkcLineType of the output; 0 keeps each line end */
-    uint8_t compose;     /**< not 0: compose letters with their combining marks (Unicode sources) */
-    uint8_t suppress;    /**< as JkcContext::suppress: 1 leaves out what is unmappable or ill-formed */
-    uint8_t jis_2004;    /**< not 0: to #JKC_TYPE_JIS, use the tables of JIS X 0213:2004 */
-    uint8_t reserved[5]; /**< 0 */
+    size_t size;               /**< sizeof(JkcConverterOptions): tells the library which fields there are */
+    uint32_t line_type;        /**< JkcLineType of the output; 0 keeps each line end */
+    uint8_t compose;           /**< not 0: compose letters with their combining marks (Unicode sources) */
+    uint8_t suppress;          /**< as JkcContext::suppress; only with #JKC_ON_LOSS_CLASSIC */
+    uint8_t jis_2004;          /**< not 0: to #JKC_TYPE_JIS, use the tables of JIS X 0213:2004 */
+    uint8_t on_loss;           /**< a JkcLossPolicy */
+    uint8_t geta;              /**< not 0: #JKC_ON_LOSS_REPLACE and #JKC_ON_LOSS_ESCAPE write the geta mark for '?' */
+    uint8_t one_code_each;     /**< not 0: of the codes that code page 932 and its kin have for the same character, only
+                                    the one that is written back is known, as to jkc_convert_buffer() */
+    uint8_t reserved[6];       /**< 0 */
+    JkcLossObserver observer;  /**< null, or learns of each loss */
+    void *observer_data;       /**< passed to the observer */
 } JkcConverterOptions;
 
-/** What a conversion had to replace or leave out, as the NoChar fields of JkcContext tell it. */
+/**
+ * What a conversion has lost so far: all that came through changed, or did not.
+ *
+ * The NoChar fields tell what those of JkcContext would. They miss some losses that always went unrecorded.
+ */
 typedef struct JkcConverterLosses {
-    size_t size;          /**< sizeof(JkcConverterLosses), set by the caller */
-    uint64_t count;       /**< how many there were */
-    int64_t first_offset; /**< where the first one stands in the text, behind any byte-order mark; -1: none */
-    int64_t last_offset;  /**< where the last one stands */
-    int64_t first_code;   /**< source code, or code point from Unicode; 0: ill-formed bytes; -1: none */
-    int64_t last_code;    /**< that of the last one */
+    size_t size;                 /**< sizeof(JkcConverterLosses), set by the caller */
+    uint64_t ill_formed;         /**< how many of #JKC_LOSS_ILL_FORMED */
+    uint64_t unmappable;         /**< how many of #JKC_LOSS_UNMAPPABLE */
+    uint64_t truncated;          /**< how many of #JKC_LOSS_TRUNCATED: 0 or 1 */
+    JkcLoss first;               /**< the first one; its kind is 0 when there is none */
+    JkcLoss last;                /**< the last one */
+    uint64_t nochar_count;       /**< JkcContext::nochar_count */
+    int64_t first_nochar_offset; /**< JkcContext::first_nochar_index */
+    int64_t last_nochar_offset;  /**< JkcContext::last_nochar_index */
+    int64_t first_nochar;        /**< JkcContext::first_nochar */
+    int64_t last_nochar;         /**< JkcContext::last_nochar */
 } JkcConverterLosses;
 
 /** Why jkc_converter_run() has stopped. */
