@@ -145,20 +145,26 @@ public:
 
     // --- For told_step.h. ---
 
-    Sequence look(const uint8_t *p, size_t left, const Losses &losses) const {
-        Sequence seen = look_at_jis(p, left, {set_, shifted_out_});
+    Sequence look(const uint8_t *p, size_t left, const Losses &losses) {
+        Sequence seen = look_at_jis(p, left, {set_, is_out_});
+        if (*p == kSo || *p == kSi || *p == kEsc) {
+            is_out_ = *p == kSo ? is_out_ || seen.kind == Sequence::kPlain : is_out_ && seen.kind != Sequence::kPlain;
+        }
         if (seen.kind == Sequence::kCharacter && seen.length == 2) {
             look_up(p, losses, seen);
         }
-        if (losses.is_classic()) {
-            if (seen.kind == Sequence::kAscii) {
-                seen = jkc::ill_formed(1);
-            } else if (seen.kind == Sequence::kCharacter && seen.length == 1 && shifted_out_ && !kShiftsToKatakana) {
-                seen.kind = Sequence::kUnmappable;
-            }
+        if (!losses.is_classic()) {
+            return seen;
+        }
+        if (seen.kind == Sequence::kAscii) {
+            return is_out_ && !shifted_out_ ? plain(1) : jkc::ill_formed(1);
+        }
+        if (seen.kind == Sequence::kCharacter && is_out_ && !(kShiftsToKatakana && shifted_out_)) {
+            seen.kind = Sequence::kUnmappable; // it becomes a letter
         }
         return seen;
     }
+    bool resting() const { return !is_out_; }
     size_t classic_length(const uint8_t *p, size_t left) const {
         if (*p == kEsc) {
             const SeenEscape seen = read_escape(p, left);
@@ -313,6 +319,7 @@ private:
     bool drops_lost_;
     JisDesignation set_ = kAscii;
     bool shifted_out_ = false;
+    bool is_out_ = false; // the same for look(): what is no katakana does not end it
 };
 
 template <class Encoder>
