@@ -14,7 +14,7 @@ namespace jkc {
 // the same, but for the set of possible candidates.
 enum class Counting : uint8_t {
     kToTheEnd,    // everything is counted
-    kEucToTheEnd, // the EUC variants are, which makes the set right
+    kEucToTheEnd, // what tells the EUC variants apart is, which makes the set right
     kWhileItCounts,
 };
 
@@ -37,6 +37,12 @@ public:
 
     int32_t possible = -1; // the set of candidates that could win; -1 before decide()
 
+    // What is found so far, in the order of kCandidateTypes.
+    using Found = Evidence[kCandidates];
+    void tell(Found &found) const;
+    // Whether the verdict may still be UTF-16 in either byte order.
+    bool may_be_utf16() const { return plain_is_preferred_ || !utf16_.is_eliminated(); }
+
 private:
     template <class Scan, class Watch>
     void feed(int32_t &start, JkcBlock &block, bool last, Scan scan, Watch watch);
@@ -44,7 +50,7 @@ private:
     void feed_utf16(JkcBlock &block, bool last);
     void feed_utf8(JkcBlock &block, bool last);
     void raise_flags() const;
-    int32_t narrow_euc();
+    int32_t narrow_euc() const;
     bool weigh_utf16();
     void balance_utf16();
     void reduce_big_endian();

@@ -31,6 +31,7 @@ public:
     // Whether neither byte order can win any more.
     bool is_eliminated() const { return is_eliminated(big) && is_eliminated(little); }
 
+    Origin origin;
     Side big;
     Side little;
 
