@@ -10,6 +10,8 @@ namespace jkc {
 
 namespace {
 
+constexpr uint8_t kIn20932 = kInGeneric | kIn20932ThreeBytes;
+
 // Hiragana and katakana: the same cells of rows 4 and 5.
 bool is_kana_code(uint32_t code) { return (code - 0xA4A1 <= 0x52) | (code - 0xA5A1 <= 0x52); }
 
@@ -50,19 +52,29 @@ struct TableTracker {
     }
 };
 
-// Passes codes from p on, a boundary, to the first three-byte one or to the last 32 bytes.
+// Passes codes from p on, a boundary, to the first three-byte one or to the last 64 bytes.
 const uint8_t *skip_two_byte_codes(const uint8_t *p, const uint8_t *end) {
-    while (end - p >= kStride) {
-        const Bytes16 left = load16(p);
-        const Bytes16 right = load16(p + kWide);
-        const uint32_t leads = every_second(movemask(left, right));
-        const uint32_t stops = leads & movemask(equals(left, kSs3), equals(right, kSs3));
-        if (stops != 0) {
-            return p + __builtin_ctz(stops);
+    constexpr ptrdiff_t kStep = 64;
+    const auto of_all = [](const uint8_t *from, auto mask) {
+        return mask(from) | mask(from + kWide) << kWide | mask(from + 2 * kWide) << 2 * kWide |
+               mask(from + 3 * kWide) << 3 * kWide;
+    };
+    while (end - p >= kStep) {
+        const uint64_t non_ascii = of_all(p, [](const uint8_t *at) { return uint64_t{movemask(load16(at))}; });
+        const uint64_t ss3 = of_all(p, [](const uint8_t *at) { return uint64_t{movemask(equals(load16(at), kSs3))}; });
+        const uint64_t leads = every_second(non_ascii);
+        if ((leads & ss3) != 0) {
+            return p + __builtin_ctzll(leads & ss3);
         }
-        p += kStride - (leads >> (kStride - 1)); // a lead byte in the last place has its trail byte behind
+        p += kStep - static_cast<ptrdiff_t>(leads >> (kStep - 1)); // the last lead byte has its trail byte behind
     }
     return p;
+}
+
+// Counts a code of `length` bytes that no candidate can win with any more.
+void count_more(Evidence &variant, bool mapped, int length) {
+    variant.valid += mapped ? length : 0;
+    variant.errors += mapped ? 0 : length;
 }
 
 } // namespace
@@ -131,7 +143,6 @@ void EucScanner::use_51932() {
 }
 
 void EucScanner::use_20932() {
-    constexpr uint8_t kIn20932 = kInGeneric | kIn20932ThreeBytes;
     if (in_use_ != kIn20932) {
         in_use_ = kIn20932;
         select_source_tables(*ctx_, JKC_TYPE_EUC_20932);
@@ -171,8 +182,9 @@ const uint8_t *EucScanner::scan(const uint8_t *p, const uint8_t *end, bool last)
 
 // Once CP51932 is in use, two-byte codes make no difference: no other variant has one that it lacks.
 const uint8_t *EucScanner::compare(const uint8_t *p, const uint8_t *end, bool last) {
+    uint8_t in_use = in_use_;
     while (p < end) {
-        p = in_use_ == kIn51932 ? skip_two_byte_codes(p, end) : p;
+        p = in_use == kIn51932 ? skip_two_byte_codes(p, end) : p;
         if (p == end) {
             break;
         }
@@ -185,17 +197,28 @@ const uint8_t *EucScanner::compare(const uint8_t *p, const uint8_t *end, bool la
             break;
         } else if (*p == kSs3) {
             const uint8_t classes = class_of(p[1], p[2]);
-            if ((classes & in_use_ & kIn20932ThreeBytes) == 0) {
-                unmapped_three_byte(p, classes);
+            if ((classes & in_use & kIn20932ThreeBytes) == 0) {
+                count_more(own[kCp20932], (classes & kIn20932ThreeBytes) != 0, 3);
+                count_more(own[kCp51932], false, 3);
+                count_more(own[kEucMs], (classes & kInMsThreeBytes) != 0, 3);
+                in_use = kIn20932;
             }
             p += 3;
         } else {
-            const uint8_t classes = *p == kSs2 ? in_use_ : class_of(p[0], p[1]);
-            if ((classes & in_use_ & (kInGeneric | kIn51932)) == 0) {
-                unmapped_two_byte(p, classes);
+            const uint8_t classes = *p == kSs2 ? in_use : class_of(p[0], p[1]);
+            if ((classes & in_use & (kInGeneric | kIn51932)) == 0) {
+                count_more(own[kCp20932], (classes & kInGeneric) != 0, 2);
+                count_more(own[kCp51932], (classes & kIn51932) != 0, 2);
+                count_more(own[kEucMs], (classes & kInMs) != 0, 2);
+                in_use = kIn51932;
             }
             p += 2;
         }
+    }
+    if (in_use == kIn51932) {
+        use_51932();
+    } else if (in_use == kIn20932) {
+        use_20932();
     }
     return p;
 }

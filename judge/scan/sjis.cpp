@@ -72,6 +72,9 @@ const uint8_t *SjisScanner::take_mapped_codes(const uint8_t *p, const uint8_t *u
     return p;
 }
 
+// Apart, so that nothing of it burdens the loop over text.
+[[gnu::noinline]] void SjisScanner::add_unmapped(const uint8_t *p) { found.add_errors(2, origin.offset_of(p)); }
+
 // Takes ordinary text. Returns where the rest begins.
 const uint8_t *SjisScanner::take_ordinary_text(const uint8_t *p, const uint8_t *end) {
     const OrdinaryRun run = ordinary_two_byte_run<OrdinarySjis>(p, end, katakana_);
@@ -110,7 +113,7 @@ const uint8_t *SjisScanner::scan_text(const uint8_t *p, const uint8_t *end, bool
                 }
                 const uint8_t *behind = take_mapped_codes(p, close, end);
                 if (behind == p) {
-                    found.add_errors(2, origin.offset_of(p));
+                    add_unmapped(p);
                     behind += 2;
                 }
                 p = behind;

@@ -31,6 +31,7 @@ private:
     const uint8_t *skip_text(const uint8_t *p, const uint8_t *end) const;
     const uint8_t *take_ordinary_text(const uint8_t *p, const uint8_t *end);
     const uint8_t *take_mapped_codes(const uint8_t *p, const uint8_t *until, const uint8_t *end);
+    void add_unmapped(const uint8_t *p);
     bool is_latin(uint8_t b) const;
     size_t take_escape(const uint8_t *p, size_t left, int64_t offset);
 
