@@ -91,7 +91,7 @@ int feed_source(JkcContext *ctx, Judgement &judgement, JkcBlock &block, size_t c
             return status;
         }
         if (wanted.line_ends) {
-            line_ends.take(block.data + block.start, block.data + block.end, judgement.may_be_utf16());
+            judgement.take_line_ends(block.data + block.start, block.data + block.end, line_ends);
         }
         if (judgement.take_block(block, last)) {
             return JKC_SUCCESS;

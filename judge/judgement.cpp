@@ -112,6 +112,17 @@ bool Judgement::take_block(JkcBlock &block, bool last) {
     return false;
 }
 
+void Judgement::take_line_ends(const uint8_t *p, const uint8_t *end, LineEnds &line_ends) const {
+    line_ends.bytes.take(p, end);
+    // Plain text may be taken for the UTF-16 that is preferred.
+    if (plain_is_preferred_ || !Utf16Scanner::is_eliminated(utf16_.big)) {
+        line_ends.big.take(p, end);
+    }
+    if (plain_is_preferred_ || !Utf16Scanner::is_eliminated(utf16_.little)) {
+        line_ends.little.take(p, end);
+    }
+}
+
 void Judgement::raise_flags() const {
     if (utf16_.big.surrogates > 0 || utf16_.little.surrogates > 0 || utf8_.four_byte > 0) {
         ctx_->srg_exists = 1;

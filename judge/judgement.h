@@ -2,6 +2,7 @@
 // each family of encodings, and ranks the candidates by their evidence at the end.
 #pragma once
 
+#include "judge/input/line_ends.h"
 #include "judge/ranking.h"
 #include "judge/scan/euc.h"
 #include "judge/scan/sjis.h"
@@ -40,8 +41,8 @@ public:
     // What is found so far, in the order of kCandidateTypes.
     using Found = Evidence[kCandidates];
     void tell(Found &found) const;
-    // Whether the verdict may still be UTF-16 in either byte order.
-    bool may_be_utf16() const { return plain_is_preferred_ || !utf16_.is_eliminated(); }
+    // Gathers the line ends of a piece, in the units of every code type that the verdict may still be.
+    void take_line_ends(const uint8_t *p, const uint8_t *end, LineEnds &line_ends) const;
 
 private:
     template <class Scan, class Watch>

@@ -72,7 +72,7 @@ const uint8_t *UnicodeFeatures::take_utf16(const uint8_t *p, const uint8_t *end,
         p += 2;
         if (is_high_surrogate(unit)) {
             surrogates_ = true;
-        } else if ((ctx_.uni_def_table[unit] & kAnyBase) != 0 && left >= 4 && is_combining_mark(Order::unit(p))) {
+        } else if ((ctx_->uni_def_table[unit] & kAnyBase) != 0 && left >= 4 && is_combining_mark(Order::unit(p))) {
             decomposed_ = true;
             p += 2;
         }
@@ -144,9 +144,9 @@ ptrdiff_t UnicodeFeatures::take_sequence(const uint8_t *p) {
 }
 
 bool UnicodeFeatures::is_text(uint32_t c) const {
-    return c < ctx_.uni_def_count && (ctx_.uni_def_table[c] & kAnyText) != 0;
+    return c < ctx_->uni_def_count && (ctx_->uni_def_table[c] & kAnyText) != 0;
 }
-bool UnicodeFeatures::has(uint32_t c, uint16_t bits) const { return (ctx_.uni_def_table[c] & bits) != 0; }
+bool UnicodeFeatures::has(uint32_t c, uint16_t bits) const { return (ctx_->uni_def_table[c] & bits) != 0; }
 
 void UnicodeFeatures::two_byte(uint32_t c) {
     if (has(c, kCyrillicBase)) {
@@ -219,7 +219,7 @@ int look_through_rest(JkcContext *ctx, JkcBlock &block, int code_type, LineEnds 
             return status;
         }
         const uint8_t *const end = begin + count;
-        line_ends.take(begin, end, false);
+        line_ends.bytes.take(begin, end);
         const uint8_t *const stopped = features.take(begin - rest, end, count == 0);
         if (count == 0) {
             return features.tell(*ctx);

@@ -11,7 +11,7 @@ class UnicodeFeatures {
 public:
     // What the context knows already is not looked for.
     UnicodeFeatures(const JkcContext &ctx, int code_type)
-        : ctx_(ctx), family_(family_of(code_type)), surrogates_(ctx.srg_exists != 0),
+        : ctx_(&ctx), family_(family_of(code_type)), surrogates_(ctx.srg_exists != 0),
           decomposed_(ctx.utfmac_exists != 0) {}
 
     // Returns where it stopped: at `end`, or in front of a few bytes that the next piece must begin with. Three bytes
@@ -33,7 +33,7 @@ private:
     bool has(uint32_t c, uint16_t bits) const;
     bool both_found() const { return surrogates_ && decomposed_; }
 
-    const JkcContext &ctx_;
+    const JkcContext *ctx_;
     Family family_;
     bool surrogates_;
     bool decomposed_;

@@ -35,20 +35,12 @@ int line_ends_of_blocks(JkcContext *ctx, int bits) {
 
 } // namespace
 
-void LineEnds::take(const uint8_t *p, const uint8_t *end, bool may_be_utf16) {
-    bytes_.take(p, end);
-    if (may_be_utf16) {
-        big_.take(p, end);
-        little_.take(p, end);
-    }
-}
-
 int LineEnds::of(int code_type) const {
     if (is_set(code_type)) {
         return JKC_ECTYPE;
     }
     const Family units = units_of(code_type);
-    return units == Family::kUtf16Be ? big_.bits() : units == Family::kUtf16Le ? little_.bits() : bytes_.bits();
+    return units == Family::kUtf16Be ? big.bits() : units == Family::kUtf16Le ? little.bits() : bytes.bits();
 }
 
 } // namespace jkc

@@ -60,12 +60,28 @@ private:
         behind_cr_ = unit == kCr;
     }
 
+    // Passes units of which none is a CR.
+    static const uint8_t *skip_to_cr(const uint8_t *p, const uint8_t *end) {
+        constexpr ptrdiff_t kStep = 4 * kWide;
+        for (; end - p >= kStep; p += kStep) {
+            const auto crs = Unit::where(p, kCr) | Unit::where(p + kWide, kCr) | Unit::where(p + 2 * kWide, kCr) |
+                             Unit::where(p + 3 * kWide, kCr);
+            if (any(reinterpret_cast<Bytes16>(crs))) {
+                break;
+            }
+        }
+        return p;
+    }
+
     // Each unit tells, with the one in front of it, about the line end that they are. Returns where it stopped.
     const uint8_t *add_many(const uint8_t *p, const uint8_t *end) {
         typename Unit::Wide lf{};
         typename Unit::Wide cr{};
         typename Unit::Wide cr_lf{};
         const uint8_t *const begin = p;
+        if ((bits_ & JKC_LINE_LF) != 0 && !behind_cr_) {
+            p = skip_to_cr(p, end); // LF by itself tells nothing more
+        }
         for (; end - p >= static_cast<ptrdiff_t>(kWide); p += kWide) {
             const auto behind_crs = Unit::where(p - Unit::kSize, kCr);
             const auto lfs = Unit::where(p, kLf);
@@ -88,17 +104,13 @@ private:
 };
 
 // Gathers them before it is known what the text is.
-class LineEnds {
-public:
-    // Looks at the next piece, as UTF-16 too while that `may_be_utf16`.
-    void take(const uint8_t *p, const uint8_t *end, bool may_be_utf16);
+struct LineEnds {
+    LineEndsBy<ByteUnits> bytes;
+    LineEndsBy<Utf16Units<BigEndian>> big;
+    LineEndsBy<Utf16Units<LittleEndian>> little;
+
     // What _check_ln() tells of the text.
     int of(int code_type) const;
-
-private:
-    LineEndsBy<ByteUnits> bytes_;
-    LineEndsBy<Utf16Units<BigEndian>> big_;
-    LineEndsBy<Utf16Units<LittleEndian>> little_;
 };
 
 } // namespace jkc

@@ -35,8 +35,9 @@ public:
     Side big;
     Side little;
 
-private:
     static bool is_eliminated(const Side &side) { return side.found.errors >= kTooManyErrors; }
+
+private:
     const uint8_t *take_singles(const uint8_t *p, const uint8_t *end);
 
     bool drops_sides_;

@@ -111,8 +111,8 @@ bool Utf8Scanner::is_eliminated(const uint8_t *p, const uint8_t *end) const {
 
 // A match counts only where scan() would begin a character.
 const uint8_t *Utf8Scanner::watch(const uint8_t *p, const uint8_t *end, Wanted wanted) {
-    if (!wanted.four_byte && !wanted.decomposed) {
-        return end; // nothing is left to find, so boundaries no longer matter
+    if (!wanted.four_byte && !wanted.decomposed && found.valid > 0) {
+        return end; // nothing is left to find, not even a valid character, so boundaries no longer matter
     }
     const Place begin{p, base_};
     if (wanted.four_byte) {
