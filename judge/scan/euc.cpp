@@ -52,23 +52,27 @@ struct TableTracker {
     }
 };
 
+// Sixty-four bytes, one bit for each that has a top bit in of(bytes).
+template <class Of>
+uint64_t mask_of_64(const uint8_t *p, Of of) {
+    const auto mask = [p, &of](size_t at) { return uint64_t{movemask(of(load16(p + at)))} << at; };
+    return mask(0) | mask(kWide) | mask(2 * kWide) | mask(3 * kWide);
+}
+
 // Passes codes from p on, a boundary, to the first three-byte one or to the last 64 bytes.
 const uint8_t *skip_two_byte_codes(const uint8_t *p, const uint8_t *end) {
     constexpr ptrdiff_t kStep = 64;
-    const auto of_all = [](const uint8_t *from, auto mask) {
-        return mask(from) | mask(from + kWide) << kWide | mask(from + 2 * kWide) << 2 * kWide |
-               mask(from + 3 * kWide) << 3 * kWide;
-    };
-    while (end - p >= kStep) {
-        const uint64_t non_ascii = of_all(p, [](const uint8_t *at) { return uint64_t{movemask(load16(at))}; });
-        const uint64_t ss3 = of_all(p, [](const uint8_t *at) { return uint64_t{movemask(equals(load16(at), kSs3))}; });
-        const uint64_t leads = every_second(non_ascii);
+    uint64_t trail = 0; // the first byte belongs to the code before
+    for (; end - p >= kStep; p += kStep) {
+        const uint64_t non_ascii = mask_of_64(p, [](Bytes16 bytes) { return bytes; });
+        const uint64_t ss3 = mask_of_64(p, [](Bytes16 bytes) { return equals(bytes, kSs3); });
+        const uint64_t leads = every_second(non_ascii & ~trail);
         if ((leads & ss3) != 0) {
             return p + __builtin_ctzll(leads & ss3);
         }
-        p += kStep - static_cast<ptrdiff_t>(leads >> (kStep - 1)); // the last lead byte has its trail byte behind
+        trail = leads >> (kStep - 1);
     }
-    return p;
+    return p + trail;
 }
 
 // Counts a code of `length` bytes that no candidate can win with any more.

@@ -24,9 +24,16 @@ bool may_begin(uint8_t lead, uint8_t second) {
     }
 }
 
+// Of bytes of 0x80 or more, those above b. One instruction: SSE2 compares signed bytes only.
+Bytes16 above_in_upper_half(Bytes16 bytes, uint8_t b) {
+    using Signed16 = int8_t __attribute__((vector_size(kWide)));
+    return reinterpret_cast<Bytes16>(reinterpret_cast<Signed16>(bytes) > reinterpret_cast<Signed16>(splat16(b)));
+}
+
 // Lead bytes that say more about the byte behind them than that it is a trail byte, or that are none.
 Bytes16 is_special_lead(Bytes16 bytes) {
-    return equals_masked<0xFE>(bytes, 0xC0) | equals(bytes, 0xE0) | equals(bytes, 0xED) | Ordered(bytes).above(0xEF);
+    return equals_masked<0xFE>(bytes, 0xC0) | equals(bytes, 0xE0) | equals(bytes, 0xED) |
+           above_in_upper_half(bytes, 0xEF);
 }
 
 } // namespace
@@ -42,9 +49,10 @@ const uint8_t *Utf8Validity::take_many(const uint8_t *p, const uint8_t *end) {
             p += kStride;
             continue;
         }
-        const uint32_t leads = non_ascii & movemask(Ordered(left).above(0xBF), Ordered(right).above(0xBF));
-        const uint32_t long_leads = movemask(Ordered(left).above(0xDF), Ordered(right).above(0xDF));
-        const uint32_t special = movemask(is_special_lead(left), is_special_lead(right));
+        const auto upper = [=](auto is) { return non_ascii & movemask(is(left), is(right)); };
+        const uint32_t leads = upper([](Bytes16 bytes) { return above_in_upper_half(bytes, 0xBF); });
+        const uint32_t long_leads = upper([](Bytes16 bytes) { return above_in_upper_half(bytes, 0xDF); });
+        const uint32_t special = upper(is_special_lead);
         const uint32_t trails = leads << 1 | long_leads << 2;
         const uint32_t stops = special | ((non_ascii & ~leads) ^ trails);
         if (stops != 0) [[unlikely]] {
