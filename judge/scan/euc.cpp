@@ -72,7 +72,7 @@ const uint8_t *skip_two_byte_codes(const uint8_t *p, const uint8_t *end) {
         }
         trail = leads >> (kStep - 1);
     }
-    return p + trail;
+    return trail != 0 && p == end ? p - 1 : p + trail;
 }
 
 // Counts a code of `length` bytes that no candidate can win with any more.
