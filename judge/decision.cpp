@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "core/jis_escape.h"
 #include "judge/candidates.h"
 #include "judge/language.h"
 #include "judge/reading.h"
@@ -14,6 +15,10 @@ namespace {
 // How much likelier a reading must be than the next one. Of the pieces of prose that are decided by less than this, ...
 constexpr int32_t kClearMargin = 6 * kBit;
 // Of texts that are much likelier in another encoding for a stretch.
+// So many bytes of UTF-16 without NULs are not well-formed in a byte encoding by chance.
+constexpr uint64_t kLongText = 64;
+// What damage takes from the confidence.
+constexpr int32_t kDamage = 15;
 constexpr int32_t kMixedMargin = 60 * kBit;
 
 // How much rarer texts are in one encoding than in another, as far as nothing else is known.
@@ -21,17 +26,21 @@ constexpr int32_t kPrior[kReadings] = {
     3 * kBit,  // Shift_JIS
     5 * kBit,  // EUC
     0,         // UTF-8
-    30 * kBit, // UTF-16 without a mark
-    30 * kBit, //
+    40 * kBit, // UTF-16 without a mark
+    40 * kBit, //
     12 * kBit, // other languages, of which we know too little to be sure
     30 * kBit, //
     30 * kBit, //
 };
 
+// UTF-16 with NULs: no byte encoding has these.
+constexpr int32_t kPriorWithNuls = 10 * kBit;
+
 // One NUL or control byte in so many is more than a damaged text has.
 constexpr uint64_t kBytesPerNul = 512;
 constexpr uint64_t kBytesPerControl = 20;
 
+constexpr bool is_control(uint8_t b) { return b < ' ' && b != 0 && (b < '\t' || b > 0x0F) && b != kEsc; }
 constexpr bool is_in(int32_t set, int32_t type) { return set >= JKC_LOWEST_SET && (set & judged_bit(type)) != 0; }
 
 struct Answer {
@@ -56,7 +65,11 @@ public:
         return readings_[i];
     }
 
-    int32_t cost(ReadAs encoding) { return as(encoding).cost + kPrior[static_cast<size_t>(encoding)]; }
+    int32_t cost(ReadAs encoding) {
+        const bool utf16 = encoding == ReadAs::kUtf16Be || encoding == ReadAs::kUtf16Le;
+        const int32_t prior = utf16 && found.nul_count > 0 ? kPriorWithNuls : kPrior[static_cast<size_t>(encoding)];
+        return as(encoding).cost + prior;
+    }
 
     const JkcEvidence &evidence(int32_t type) const {
         const JkcEvidence *one = found.evidence;
@@ -97,51 +110,104 @@ public:
         }
     }
 
-    // Whether the whole text may be in the encoding. The readings know the sample only.
+    // Whether the whole text may be in the encoding. Of a short text the ends may cut a character; what the record tells of
+    // a long one is not asked of the reading.
     bool fits(ReadAs encoding) {
-        const Reading &reading = as(encoding);
-        if (!is_tolerable(reading.errors, static_cast<int64_t>(sample_.length)) && reading.errors > kErrorsInShort) {
-            return false;
-        }
         const int32_t type = type_of(encoding);
-        if (type < 0 || sample_.whole || (type == JKC_TYPE_UTF8 && found.utf8_first_error < 0)) {
+        if (type == JKC_TYPE_UTF8 && found.utf8_first_error < 0) {
             return true;
+        }
+        if (is_read_whole() || type < 0) {
+            return is_tolerable(as(encoding).errors, static_cast<int64_t>(sample_.length));
         }
         return is_tolerable(evidence(type).ill_formed, static_cast<int64_t>(found.length));
     }
 
-    bool is_seven_bit() const { return found.judged == JKC_TYPE_ASCII || is_in(found.judged_set, JKC_TYPE_ASCII); }
-    bool has_many_nuls() const { return found.nul_count * kBytesPerNul > found.length; }
-    bool has_many_controls() const { return found.control_count * kBytesPerControl > found.length; }
-    bool is_utf8() const { return found.utf8_first_error < 0 && found.utf8_two_byte + found.utf8_longer > 0; }
-
-    ReadAs likelier_utf16() {
-        return cost(ReadAs::kUtf16Be) <= cost(ReadAs::kUtf16Le) ? ReadAs::kUtf16Be : ReadAs::kUtf16Le;
+    // Whether it fits without an error.
+    bool is_clean(ReadAs encoding) {
+        const int32_t type = type_of(encoding);
+        if (type == JKC_TYPE_UTF8 || is_read_whole()) {
+            return fits(encoding) && (type != JKC_TYPE_UTF8 || found.utf8_first_error < 0) &&
+                   as(encoding).errors + as(encoding).controls == 0;
+        }
+        return evidence(type).ill_formed == 0 && found.control_count == 0;
     }
 
-    // The likeliest of the readings that fit; `count` of them are asked.
-    ReadAs likeliest(int count, int32_t &margin) {
+    bool is_read_whole() const { return sample_.whole && sample_.length <= kLongestReading; }
+
+    // Bytes at the start of the sample that are not ASCII.
+    int64_t high_bytes(size_t among) const {
+        return std::count_if(sample_.bytes, sample_.bytes + std::min(among, sample_.length),
+                             [](uint8_t b) { return b >= 0x80; });
+    }
+
+    // Terminals are told ESC ( B to leave line drawing. A text in JIS selects other sets too.
+    bool selects_ascii_only() const {
+        bool ascii = false;
+        for (size_t i = 0; i < sample_.length; ++i) {
+            if (sample_.bytes[i] == kEsc) {
+                const SeenEscape escape = read_escape(sample_.bytes + i, sample_.length - i);
+                if (escape.kind == SeenEscape::kKnown && escape.set != kAscii) {
+                    return false;
+                }
+                ascii = ascii || escape.kind == SeenEscape::kKnown;
+            }
+        }
+        return ascii;
+    }
+
+    // Overstruck text has backspaces.
+    bool has_controls_but_backspaces() const {
+        const auto backspaces = std::count(sample_.bytes, sample_.bytes + sample_.length, '\b');
+        const auto controls =
+            static_cast<uint64_t>(std::count_if(sample_.bytes, sample_.bytes + sample_.length, is_control));
+        return (controls - static_cast<uint64_t>(backspaces)) * kBytesPerControl > sample_.length;
+    }
+
+    bool is_seven_bit() const { return found.judged == JKC_TYPE_ASCII || is_in(found.judged_set, JKC_TYPE_ASCII); }
+    bool has_many_nuls() const { return found.nul_count * kBytesPerNul > found.length; }
+    bool has_many_controls() const {
+        return found.control_count * kBytesPerControl > found.length && has_controls_but_backspaces();
+    }
+    bool is_utf8() const { return found.utf8_first_error < 0 && found.utf8_two_byte + found.utf8_longer > 0; }
+
+    bool is_clean_in_bytes() { return is_clean(ReadAs::kUtf8) || is_clean(ReadAs::kSjis) || is_clean(ReadAs::kEuc); }
+
+    // The likeliest of the readings that fit, and how much likelier than the next one.
+    ReadAs likeliest(int32_t &margin) {
         constexpr int32_t kNothing = INT32_MAX / 2;
-        int32_t best = kNothing;
-        margin = 0;
-        auto chosen = ReadAs::kDoubleByte;
+        // No other language is told by less for each byte that is not ASCII.
+        constexpr int32_t kLeastOfOthers = 6 * kBit;
+        constexpr int32_t kManyBytes = 64;
+        const auto read = static_cast<int32_t>(high_bytes(kLongestReading));
+        auto best = ReadAs::kDoubleByte;
+        int32_t least = kNothing;
         int32_t second = kNothing;
-        for (int i = 0; i < count; ++i) {
+        for (int i = 0; i < kReadings; ++i) {
             const auto encoding = static_cast<ReadAs>(i);
-            if (!fits(encoding)) {
+            if (encoding == ReadAs::kLatin && read > kManyBytes && least < read * kLeastOfOthers) {
+                second = std::min(second, read * kLeastOfOthers + kPrior[i]);
+                break;
+            }
+            if (encoding == ReadAs::kUtf16Be || encoding == ReadAs::kUtf16Le || !fits(encoding)) {
                 continue;
             }
             const int32_t c = cost(encoding);
-            if (c < best) {
-                second = best;
-                best = c;
-                chosen = encoding;
-            } else {
-                second = std::min(second, c);
+            second = std::min(second, std::max(c, least));
+            if (c < least) {
+                least = c;
+                best = encoding;
             }
         }
-        margin = second - best;
-        return chosen;
+        margin = second - least;
+        return best;
+    }
+
+    // Whether the encoding fits but for a few bytes, or an end.
+    bool is_damaged(ReadAs encoding) {
+        const int32_t type = type_of(encoding);
+        return as(encoding).errors > 0 || as(encoding).cut || found.control_count + found.nul_count > 0 ||
+               (type == JKC_TYPE_UTF8 ? found.utf8_first_error >= 0 : type >= 0 && evidence(type).ill_formed > 0);
     }
 
     size_t sample_length() const { return sample_.length; }
@@ -171,16 +237,28 @@ bool has_bom(Facts &facts, Answer &answer) {
 
 bool has_escapes(Facts &facts, Answer &answer) {
     const int32_t type = facts.found.judged;
-    answer = {type, 99, 0};
-    return type == JKC_TYPE_JIS || type == JKC_TYPE_JIS2004;
+    answer = {type, facts.high_bytes(SIZE_MAX) == 0 ? 99 : 70, 0};
+    return (type == JKC_TYPE_JIS || type == JKC_TYPE_JIS2004) && !facts.selects_ascii_only() &&
+           is_tolerable(facts.high_bytes(SIZE_MAX), static_cast<int64_t>(facts.found.length));
+}
+
+// Text with escape sequences and with text of another encoding behind them.
+bool has_escapes_and_more(Facts &facts, Answer &answer) {
+    answer = {JKC_DECISION_NONE, 90, 0};
+    return (facts.found.judged == JKC_TYPE_JIS || facts.found.judged == JKC_TYPE_JIS2004) &&
+           !facts.selects_ascii_only();
 }
 
 bool is_utf16(Facts &facts, Answer &answer) {
-    const ReadAs encoding = facts.likelier_utf16();
+    if (facts.found.nul_count == 0 && facts.found.length >= kLongText && facts.is_clean_in_bytes()) {
+        return false;
+    }
+    const ReadAs encoding =
+        facts.cost(ReadAs::kUtf16Be) <= facts.cost(ReadAs::kUtf16Le) ? ReadAs::kUtf16Be : ReadAs::kUtf16Le;
     const Reading &reading = facts.as(encoding);
-    const auto units = static_cast<int32_t>(facts.sample_length() / 2);
+    const auto units = static_cast<int32_t>(std::min(facts.sample_length(), kLongestReading) / 2);
     // Noise takes 16 bits a unit.
-    if (reading.errors > 0 || reading.controls * 50 > units || reading.cost > units * 16 * kBit + 8 * kBit) {
+    if (reading.errors > 0 || reading.controls * 50 > units || reading.cost > (units + 1) * 16 * kBit) {
         return false;
     }
     int32_t other = INT32_MAX / 2;
@@ -196,6 +274,11 @@ bool is_utf16(Facts &facts, Answer &answer) {
 }
 
 bool is_seven_bit(Facts &facts, Answer &answer) {
+    const bool escapes = facts.found.judged == JKC_TYPE_JIS && facts.high_bytes(SIZE_MAX) == 0;
+    if (escapes) {
+        answer = {JKC_TYPE_ASCII, 80, 0};
+        return true;
+    }
     if (!facts.is_seven_bit() || facts.has_many_controls()) {
         return false;
     }
@@ -222,42 +305,49 @@ bool has_controls(Facts &facts, Answer &answer) {
 
 // In some stretches the text is much likelier in an encoding than in the one that is likeliest for the whole.
 bool is_mixed(Facts &facts, Answer &answer) {
-    int32_t margin = 0;
-    const auto best = static_cast<size_t>(facts.likeliest(kByteReadings, margin));
-    if (best >= kByteReadings) {
-        answer = {JKC_DECISION_NONE, 80, 0};
+    if (facts.found.length >= kLongText * 8 && facts.is_clean_in_bytes()) {
         return false;
     }
-    const Reading &chosen = facts.as(static_cast<ReadAs>(best));
+    auto chosen = ReadAs::kSjis;
+    for (const ReadAs encoding : {ReadAs::kEuc, ReadAs::kUtf8}) {
+        chosen = facts.cost(encoding) < facts.cost(chosen) ? encoding : chosen;
+    }
     int32_t gained = 0;
-    for (size_t piece = 0; piece <= (facts.sample_length() - 1) / kPiece; ++piece) {
-        int32_t most = 0;
-        for (int i = 0; i < kByteReadings; ++i) {
-            most = std::max(most, chosen.pieces[piece] - facts.as(static_cast<ReadAs>(i)).pieces[piece] - 20 * kBit);
+    for (size_t piece = 0; piece * kPiece < std::min(facts.sample_length(), kLongestReading); ++piece) {
+        const int32_t cost = facts.as(chosen).pieces[piece];
+        int32_t least = cost;
+        for (const ReadAs encoding : {ReadAs::kSjis, ReadAs::kEuc, ReadAs::kUtf8}) {
+            least = std::min(least, facts.as(encoding).pieces[piece]);
         }
-        gained += most;
+        gained += least * 2 < cost ? cost - least : 0;
     }
     answer = {JKC_DECISION_NONE, confidence_by(gained), 0};
     return gained >= kMixedMargin;
 }
 
+// Every code type is ill-formed somewhere.
+bool fits_nothing(Facts &facts, Answer &answer) {
+    answer = {JKC_DECISION_NONE, 90, 0};
+    return !facts.fits(ReadAs::kSjis) && !facts.fits(ReadAs::kEuc) && !facts.fits(ReadAs::kUtf8);
+}
+
 bool is_of_other_language(Facts &facts, Answer &answer) {
     int32_t margin = 0;
-    const ReadAs best = facts.likeliest(kReadings, margin);
+    const ReadAs best = facts.likeliest(margin);
     answer = {JKC_DECISION_NONE, confidence_by(margin), 0};
     return best >= ReadAs::kLatin;
 }
 
 bool is_likeliest(Facts &facts, Answer &answer) {
     int32_t margin = 0;
-    const ReadAs best = facts.likeliest(kReadings, margin);
-    answer = {facts.type_of(best), confidence_by(margin), 0};
+    const ReadAs best = facts.likeliest(margin);
+    answer = {facts.type_of(best), confidence_by(margin) - (facts.is_damaged(best) ? kDamage : 0), 0};
     return margin >= kClearMargin;
 }
 
 bool is_open(Facts &facts, Answer &answer) {
     int32_t margin = 0;
-    const ReadAs best = facts.likeliest(kReadings, margin);
+    const ReadAs best = facts.likeliest(margin);
     const int32_t least = facts.cost(best);
     answer = {JKC_DECISION_UNDECIDED, 50, 0};
     for (int i = 0; i < kReadings; ++i) {
@@ -280,12 +370,14 @@ constexpr Rule kRules[] = {
     {"empty", is_empty},
     {"byte-order mark", has_bom},
     {"escape sequences", has_escapes},
+    {"escape sequences and more", has_escapes_and_more},
     {"7-bit text", is_seven_bit},
     {"well-formed UTF-8", is_utf8_with_longer},
     {"UTF-16 characters", is_utf16},
     {"NUL bytes", has_nuls},
     {"control bytes", has_controls},
     {"mixed encodings", is_mixed},
+    {"no encoding fits", fits_nothing},
     {"another language", is_of_other_language},
     {"likeliest characters", is_likeliest},
     {"as likely", is_open},
