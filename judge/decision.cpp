@@ -1,6 +1,7 @@
 #include "judge/decision.h"
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 
 #include "core/jis_escape.h"
@@ -36,6 +37,9 @@ constexpr int32_t kPrior[kReadings] = {
 // UTF-16 with NULs: no byte encoding has these.
 constexpr int32_t kPriorWithNuls = 10 * kBit;
 
+// For UTF-8 where all but one character in a hundred are ASCII. Japanese text has more of its own.
+constexpr int32_t kBonusInAscii = 8 * kBit;
+
 // One NUL or control byte in so many is more than a damaged text has.
 constexpr uint64_t kBytesPerNul = 512;
 constexpr uint64_t kBytesPerControl = 20;
@@ -49,10 +53,44 @@ struct Answer {
     int32_t open;
 };
 
+// Gathers kLongestReading bytes at most, those around the bytes that are not ASCII. Without such it is the first ones.
+size_t gather(const DecisionSample &sample, uint8_t *part) {
+    constexpr size_t kUnit = 32;
+    const auto has_high_byte = [&sample](size_t unit) {
+        const uint8_t *const end = sample.bytes + std::min(sample.length, (unit + 1) * kUnit);
+        const uint8_t *const p = std::min(sample.bytes + unit * kUnit, end);
+        return std::any_of(p, end, [](uint8_t b) { return b >= 0x80; });
+    };
+    size_t length = 0;
+    bool before = false;
+    bool here = has_high_byte(0);
+    for (size_t unit = 0; unit * kUnit < sample.length && length < kLongestReading; ++unit) {
+        const bool next = has_high_byte(unit + 1);
+        if (before || here || next) {
+            const size_t count = std::min(kUnit, sample.length - unit * kUnit);
+            memcpy(part + length, sample.bytes + unit * kUnit, count);
+            length += count;
+        }
+        before = here;
+        here = next;
+    }
+    if (length == 0) {
+        length = kLongestReading;
+        memcpy(part, sample.bytes, length);
+    }
+    return length;
+}
+
 // A text, and what the rules ask about it. Readings are made when a rule asks for one.
 class Facts {
 public:
-    Facts(const JkcDetection &found, const DecisionSample &sample) : found(found), sample_(sample) {}
+    Facts(const JkcDetection &found, const DecisionSample &sample)
+        : found(found), sample_(sample), read_(sample.bytes), read_length_(sample.length) {
+        if (sample.length > kLongestReading) {
+            read_ = part_;
+            read_length_ = gather(sample, part_);
+        }
+    }
 
     const JkcDetection &found;
 
@@ -60,13 +98,16 @@ public:
         const auto i = static_cast<size_t>(encoding);
         if (!is_read_[i]) {
             is_read_[i] = true;
-            read_as(encoding, sample_.bytes, sample_.length, readings_[i]);
+            read_as(encoding, read_, read_length_, readings_[i]);
         }
         return readings_[i];
     }
 
     int32_t cost(ReadAs encoding) {
         const bool utf16 = encoding == ReadAs::kUtf16Be || encoding == ReadAs::kUtf16Le;
+        if (encoding == ReadAs::kUtf8 && is_utf8() && is_nearly_ascii()) {
+            return as(encoding).cost - kBonusInAscii;
+        }
         const int32_t prior = utf16 && found.nul_count > 0 ? kPriorWithNuls : kPrior[static_cast<size_t>(encoding)];
         return as(encoding).cost + prior;
     }
@@ -118,7 +159,7 @@ public:
             return true;
         }
         if (is_read_whole() || type < 0) {
-            return is_tolerable(as(encoding).errors, static_cast<int64_t>(sample_.length));
+            return is_tolerable(as(encoding).errors, static_cast<int64_t>(read_length_));
         }
         return is_tolerable(evidence(type).ill_formed, static_cast<int64_t>(found.length));
     }
@@ -135,10 +176,9 @@ public:
 
     bool is_read_whole() const { return sample_.whole && sample_.length <= kLongestReading; }
 
-    // Bytes at the start of the sample that are not ASCII.
-    int64_t high_bytes(size_t among) const {
-        return std::count_if(sample_.bytes, sample_.bytes + std::min(among, sample_.length),
-                             [](uint8_t b) { return b >= 0x80; });
+    // Bytes in the sample that are not ASCII.
+    int64_t high_bytes() const {
+        return std::count_if(sample_.bytes, sample_.bytes + sample_.length, [](uint8_t b) { return b >= 0x80; });
     }
 
     // Terminals are told ESC ( B to leave line drawing. A text in JIS selects other sets too.
@@ -169,6 +209,11 @@ public:
     bool has_many_controls() const {
         return found.control_count * kBytesPerControl > found.length && has_controls_but_backspaces();
     }
+    // A name or a sign in a text that is ASCII otherwise.
+    bool is_nearly_ascii() const {
+        constexpr uint64_t kBytesPerCharacter = 100;
+        return found.utf8_two_byte * kBytesPerCharacter < found.length;
+    }
     bool is_utf8() const { return found.utf8_first_error < 0 && found.utf8_two_byte + found.utf8_longer > 0; }
 
     bool is_clean_in_bytes() { return is_clean(ReadAs::kUtf8) || is_clean(ReadAs::kSjis) || is_clean(ReadAs::kEuc); }
@@ -179,12 +224,17 @@ public:
         // No other language is told by less for each byte that is not ASCII.
         constexpr int32_t kLeastOfOthers = 6 * kBit;
         constexpr int32_t kManyBytes = 64;
-        const auto read = static_cast<int32_t>(high_bytes(kLongestReading));
+        const auto read =
+            static_cast<int32_t>(std::count_if(read_, read_ + read_length_, [](uint8_t b) { return b >= 0x80; }));
         auto best = ReadAs::kDoubleByte;
         int32_t least = kNothing;
         int32_t second = kNothing;
         for (int i = 0; i < kReadings; ++i) {
             const auto encoding = static_cast<ReadAs>(i);
+            // Other languages in a byte encoding are not well-formed UTF-8.
+            if (encoding == ReadAs::kLatin && is_utf8()) {
+                break;
+            }
             if (encoding == ReadAs::kLatin && read > kManyBytes && least < read * kLeastOfOthers) {
                 second = std::min(second, read * kLeastOfOthers + kPrior[i]);
                 break;
@@ -210,14 +260,13 @@ public:
                (type == JKC_TYPE_UTF8 ? found.utf8_first_error >= 0 : type >= 0 && evidence(type).ill_formed > 0);
     }
 
-    size_t sample_length() const { return sample_.length; }
-    bool has_whole() const { return sample_.whole; }
+    size_t read_length() const { return read_length_; }
 
 private:
-    // One damaged place in a text that is too short for one in a hundred.
-    static constexpr int32_t kErrorsInShort = 0;
-
     const DecisionSample &sample_;
+    const uint8_t *read_; // what of the sample is read
+    size_t read_length_;
+    uint8_t part_[kLongestReading];
     bool is_read_[kReadings] = {};
     Reading readings_[kReadings];
 };
@@ -237,9 +286,9 @@ bool has_bom(Facts &facts, Answer &answer) {
 
 bool has_escapes(Facts &facts, Answer &answer) {
     const int32_t type = facts.found.judged;
-    answer = {type, facts.high_bytes(SIZE_MAX) == 0 ? 99 : 70, 0};
+    answer = {type, facts.high_bytes() == 0 ? 99 : 70, 0};
     return (type == JKC_TYPE_JIS || type == JKC_TYPE_JIS2004) && !facts.selects_ascii_only() &&
-           is_tolerable(facts.high_bytes(SIZE_MAX), static_cast<int64_t>(facts.found.length));
+           is_tolerable(facts.high_bytes(), static_cast<int64_t>(facts.found.length));
 }
 
 // Text with escape sequences and with text of another encoding behind them.
@@ -256,7 +305,7 @@ bool is_utf16(Facts &facts, Answer &answer) {
     const ReadAs encoding =
         facts.cost(ReadAs::kUtf16Be) <= facts.cost(ReadAs::kUtf16Le) ? ReadAs::kUtf16Be : ReadAs::kUtf16Le;
     const Reading &reading = facts.as(encoding);
-    const auto units = static_cast<int32_t>(std::min(facts.sample_length(), kLongestReading) / 2);
+    const auto units = static_cast<int32_t>(facts.read_length() / 2);
     // Noise takes 16 bits a unit.
     if (reading.errors > 0 || reading.controls * 50 > units || reading.cost > (units + 1) * 16 * kBit) {
         return false;
@@ -274,7 +323,7 @@ bool is_utf16(Facts &facts, Answer &answer) {
 }
 
 bool is_seven_bit(Facts &facts, Answer &answer) {
-    const bool escapes = facts.found.judged == JKC_TYPE_JIS && facts.high_bytes(SIZE_MAX) == 0;
+    const bool escapes = facts.found.judged == JKC_TYPE_JIS && facts.high_bytes() == 0;
     if (escapes) {
         answer = {JKC_TYPE_ASCII, 80, 0};
         return true;
@@ -313,7 +362,7 @@ bool is_mixed(Facts &facts, Answer &answer) {
         chosen = facts.cost(encoding) < facts.cost(chosen) ? encoding : chosen;
     }
     int32_t gained = 0;
-    for (size_t piece = 0; piece * kPiece < std::min(facts.sample_length(), kLongestReading); ++piece) {
+    for (size_t piece = 0; piece * kPiece < facts.read_length(); ++piece) {
         const int32_t cost = facts.as(chosen).pieces[piece];
         int32_t least = cost;
         for (const ReadAs encoding : {ReadAs::kSjis, ReadAs::kEuc, ReadAs::kUtf8}) {

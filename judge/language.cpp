@@ -55,7 +55,7 @@ constexpr uint8_t kTransitions[kCharClasses][kCharClasses - 1] = {
     {6,  5,  9, 10,  5,   1,  4,  2,  3, 11,  13, 13, 14, 20, 24, 24, 15,  17, 12, 20,  20, 22}, // hiragana
     {5,  5, 10,  9,  6,   3,  0,  4,  5, 12,  14, 14, 15, 20, 24, 24, 15,  17, 12, 20,  20, 22}, // katakana
     {6,  6, 10,  9,  4,   1,  5,  1,  5, 11,  13, 13, 14, 20, 24, 24, 15,  17, 12, 20,  20, 22}, // kanji
-    {2,  3,  4,  6,  5,   3,  3,  3,  4, 10,  11, 11, 12, 20, 24, 24, 14,  14, 10, 16,  20, 22}, // symbol
+    {2,  3,  4,  6,  5,   3,  3,  3,  3, 10,  11, 11, 12, 20, 24, 24, 14,  14, 10, 16,  20, 22}, // symbol
     {4,  4,  5,  5,  4,   3,  4,  2,  4,  2,  13, 13, 14, 20, 24, 24, 15,  17, 12, 20,  20, 22}, // wide
     {4,  5,  8,  8,  7,   8,  9,  7,  8, 10,   2,  2,  4,  2, 15, 15,  6,  20, 16, 24,  22, 22}, // half-width: plain
     {4,  5,  8,  8,  7,   8,  9,  7,  8, 10,   3,  3,  5,  2,  2, 15,  6,  20, 16, 24,  22, 22}, // voiced
@@ -187,7 +187,7 @@ Character unicode_character(uint32_t c, uint8_t length) {
     if (c < 0x250) {
         return {CharClass::kForeignLetter, length, latin_bits(c) * kBit};
     }
-    if (c >= 0x370 && c < 0x700) { // Greek, Cyrillic, Hebrew, Arabic
+    if (c >= 0x370 && c < 0x800) { // Greek, Cyrillic, Hebrew, Arabic
         return {CharClass::kOtherScript, length, kScriptLetterBits * kBit};
     }
     for (const uint16_t *table : {_unibe2euccommon_table, _unibe2euc51932_table}) {

@@ -29,12 +29,18 @@ Character sjis_character(const uint8_t *p, size_t left) {
         return kCutCharacter;
     }
     const uint8_t trail = p[1];
-    const uint32_t code = static_cast<uint32_t>(lead) << 8 | trail;
-    if (code >= _sjis2unibe932_table_size || _sjis2unibe932_table[code] == 0) {
+    if (trail < 0x40 || trail == 0x7F || trail > 0xFC) {
         return kIllFormedByte;
     }
-    if (lead >= 0xED) {
-        return lead < 0xF0 || lead > 0xF9 ? extension_kanji(2) : rare_kanji(2); // the others are user-defined
+    // From here on are the extensions. Some of their codes are not mapped, since others have the same characters.
+    constexpr uint8_t kFirstExtension = 0xED;
+    if (lead >= kFirstExtension) {
+        const bool user_defined = lead >= 0xF0 && lead <= 0xF9;
+        return user_defined ? rare_kanji(2) : extension_kanji(2);
+    }
+    const uint32_t code = static_cast<uint32_t>(lead) << 8 | trail;
+    if (_sjis2unibe932_table[code] == 0) {
+        return kIllFormedByte;
     }
     const uint32_t pair = lead - (lead < 0xE0 ? 0x81U : 0xC1U);
     const uint32_t cell = trail - (trail > 0x7F ? 0x41U : 0x40U);
