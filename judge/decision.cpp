@@ -43,6 +43,9 @@ constexpr int32_t kBonusInAscii = 8 * kBit;
 // One NUL or control byte in so many is more than a damaged text has.
 constexpr uint64_t kBytesPerNul = 512;
 constexpr uint64_t kBytesPerControl = 20;
+constexpr int32_t kUnitsPerControl = 50;
+// Where nothing fits, fewer are enough.
+constexpr uint64_t kBytesPerControlInDamage = 200;
 
 constexpr bool is_control(uint8_t b) { return b < ' ' && b != 0 && (b < '\t' || b > 0x0F) && b != kEsc; }
 constexpr bool is_in(int32_t set, int32_t type) { return set >= JKC_LOWEST_SET && (set & judged_bit(type)) != 0; }
@@ -176,6 +179,22 @@ public:
 
     bool is_read_whole() const { return sample_.whole && sample_.length <= kLongestReading; }
 
+    // Whether UTF-16 is no worse than noise, which takes 16 bits a unit, anywhere in the sample.
+    bool may_be_utf16(ReadAs encoding) {
+        constexpr int32_t kNoise = 16 * kBit;
+        for (size_t start = 0; start < sample_.length; start += kLongestReading) {
+            const size_t length = std::min(sample_.length - start, kLongestReading);
+            const auto units = static_cast<int32_t>(length / 2);
+            Reading reading;
+            read_as(encoding, sample_.bytes + start, length, reading);
+            if (reading.errors > 0 || reading.controls * kUnitsPerControl > units ||
+                reading.cost > (units + 1) * kNoise) {
+                return false;
+            }
+        }
+        return true;
+    }
+
     // Bytes in the sample that are not ASCII.
     int64_t high_bytes() const {
         return std::count_if(sample_.bytes, sample_.bytes + sample_.length, [](uint8_t b) { return b >= 0x80; });
@@ -278,10 +297,11 @@ bool is_empty(Facts &facts, Answer &answer) {
     return facts.found.length == 0;
 }
 
-bool has_bom(Facts &facts, Answer &answer) {
-    const int32_t type = facts.found.judged;
+bool begins_with_bom(Facts &facts, Answer &answer) {
+    // A cut character behind the mark is an error of the judgement.
+    const int32_t type = facts.found.judged == JKC_EUEXPEOD ? JKC_TYPE_UTF8_BOM : facts.found.judged;
     answer = {type, 100, 0};
-    return type == JKC_TYPE_UTF8_BOM || type == JKC_TYPE_UTF16BE_BOM || type == JKC_TYPE_UTF16LE_BOM;
+    return type >= 0 && has_bom(type);
 }
 
 bool has_escapes(Facts &facts, Answer &answer) {
@@ -304,10 +324,7 @@ bool is_utf16(Facts &facts, Answer &answer) {
     }
     const ReadAs encoding =
         facts.cost(ReadAs::kUtf16Be) <= facts.cost(ReadAs::kUtf16Le) ? ReadAs::kUtf16Be : ReadAs::kUtf16Le;
-    const Reading &reading = facts.as(encoding);
-    const auto units = static_cast<int32_t>(facts.read_length() / 2);
-    // Noise takes 16 bits a unit.
-    if (reading.errors > 0 || reading.controls * 50 > units || reading.cost > (units + 1) * 16 * kBit) {
+    if (!facts.may_be_utf16(encoding)) {
         return false;
     }
     int32_t other = INT32_MAX / 2;
@@ -380,6 +397,14 @@ bool fits_nothing(Facts &facts, Answer &answer) {
     return !facts.fits(ReadAs::kSjis) && !facts.fits(ReadAs::kEuc) && !facts.fits(ReadAs::kUtf8);
 }
 
+// Data in which nothing fits has NUL and control bytes, text of another encoding has none.
+bool is_noise(Facts &facts, Answer &answer) {
+    Answer other{};
+    answer = {JKC_DECISION_BINARY, 85, 0};
+    return facts.found.nul_count + facts.found.control_count > facts.found.length / kBytesPerControlInDamage &&
+           fits_nothing(facts, other);
+}
+
 bool is_of_other_language(Facts &facts, Answer &answer) {
     int32_t margin = 0;
     const ReadAs best = facts.likeliest(margin);
@@ -417,7 +442,7 @@ struct Rule {
 // The first rule that holds decides.
 constexpr Rule kRules[] = {
     {"empty", is_empty},
-    {"byte-order mark", has_bom},
+    {"byte-order mark", begins_with_bom},
     {"escape sequences", has_escapes},
     {"escape sequences and more", has_escapes_and_more},
     {"7-bit text", is_seven_bit},
@@ -425,6 +450,7 @@ constexpr Rule kRules[] = {
     {"UTF-16 characters", is_utf16},
     {"NUL bytes", has_nuls},
     {"control bytes", has_controls},
+    {"noise", is_noise},
     {"mixed encodings", is_mixed},
     {"no encoding fits", fits_nothing},
     {"another language", is_of_other_language},
