@@ -184,7 +184,7 @@ Character unicode_character(uint32_t c, uint8_t length) {
     if (c < 0xC0 || c == 0xD7 || c == 0xF7) {
         return {CharClass::kForeignSymbol, length, kForeignSymbolBits * kBit};
     }
-    if (c < 0x250) {
+    if (c < 0x250 || (c >= 0x300 && c < 0x370)) { // with the combining marks
         return {CharClass::kForeignLetter, length, latin_bits(c) * kBit};
     }
     if (c >= 0x370 && c < 0x800) { // Greek, Cyrillic, Hebrew, Arabic
