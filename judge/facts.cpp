@@ -74,19 +74,21 @@ size_t gather(const DecisionSample &sample, uint8_t *part) {
 
 } // namespace
 
-Facts::Facts(const JkcDetection &found, const DecisionSample &sample)
-    : found(found), sample_(sample), read_(sample.bytes), read_length_(sample.length) {
-    if (sample.length > kLongestReading) {
-        read_ = part_;
-        read_length_ = gather(sample, part_);
+std::span<const uint8_t> Facts::part() {
+    if (part_.empty()) {
+        part_ = {sample_.bytes, sample_.length};
+        if (sample_.length > kLongestReading) {
+            part_ = {gathered_, gather(sample_, gathered_)};
+        }
     }
+    return part_;
 }
 
 const Reading &Facts::as(ReadAs encoding) {
     const auto i = static_cast<size_t>(encoding);
     if (!is_read_[i]) {
         is_read_[i] = true;
-        read_as(encoding, read_, read_length_, readings_[i]);
+        read_as(encoding, part().data(), part().size(), readings_[i]);
     }
     return readings_[i];
 }
@@ -148,7 +150,7 @@ bool Facts::fits(ReadAs encoding) {
         return true;
     }
     if (is_read_whole() || type < 0) {
-        return is_tolerable(as(encoding).errors, static_cast<int64_t>(read_length_));
+        return is_tolerable(as(encoding).errors, static_cast<int64_t>(part().size()));
     }
     return is_tolerable(evidence(type).ill_formed, static_cast<int64_t>(found.length));
 }
@@ -192,7 +194,7 @@ Facts::Likeliest Facts::likeliest() {
     // No other language is told by less for each byte that is not ASCII.
     constexpr int32_t kLeastOfOthers = 6 * kBit;
     constexpr int32_t kManyBytes = 64;
-    const auto read = static_cast<int32_t>(std::count_if(read_, read_ + read_length_, is_high));
+    const auto read = static_cast<int32_t>(std::count_if(part().begin(), part().end(), is_high));
     auto best = ReadAs::kDoubleByte;
     int32_t least = kNothing;
     int32_t second = kNothing;

@@ -1,6 +1,8 @@
 // A text, and what the rules of the decision ask about it.
 #pragma once
 
+#include <span>
+
 #include "judge/decision.h"
 #include "judge/reading.h"
 
@@ -9,7 +11,7 @@ namespace jkc {
 // Readings are made when a rule asks for one.
 class Facts {
 public:
-    Facts(const JkcDetection &found, const DecisionSample &sample);
+    Facts(const JkcDetection &found, const DecisionSample &sample) : found(found), sample_(sample) {}
 
     const JkcDetection &found;
 
@@ -18,7 +20,8 @@ public:
     int32_t cost(ReadAs encoding);
     // The code type; JKC_DECISION_NONE for a reading that stands for other encodings.
     int32_t type_of(ReadAs encoding) const;
-    size_t read_length() const { return read_length_; }
+    // What of the sample is read.
+    std::span<const uint8_t> part();
 
     // Whether the whole text may be in the encoding, but for a few bytes.
     bool fits(ReadAs encoding);
@@ -53,9 +56,8 @@ private:
     bool is_nearly_ascii() const;
 
     const DecisionSample &sample_;
-    const uint8_t *read_; // what of the sample is read
-    size_t read_length_;
-    uint8_t part_[kLongestReading];
+    std::span<const uint8_t> part_;
+    uint8_t gathered_[kLongestReading];
     bool is_read_[kReadings] = {};
     Reading readings_[kReadings];
 };

@@ -22,7 +22,7 @@ constexpr int kByteReadings = 3; // the first ones, which hold ASCII text as it 
 // Texts are compared piece by piece too, of this many bytes.
 constexpr size_t kPiece = 32;
 // More than this is not read: prose is told by a tenth of it.
-constexpr size_t kLongestReading = 1024;
+constexpr size_t kLongestReading = 512;
 
 struct Reading {
     int32_t cost;
