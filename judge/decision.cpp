@@ -19,8 +19,8 @@ constexpr int32_t kClearMargin = 6 * kBit;
 // What the pieces of a mixed text gain when each is read in the encoding that suits it.
 constexpr int32_t kMixedMargin = 60 * kBit;
 
-// So many bytes of UTF-16 without NULs do not fit a byte encoding by chance: 21 of 24,000 pieces of 40 bytes of prose do,
-// of 9,300 of 64 bytes none.
+// So many bytes of UTF-16 without NULs do not fit a byte encoding by chance: of 24,000 pieces of prose of 40 bytes 21
+// do, of 9,300 of 64 bytes none.
 constexpr uint64_t kLongForUtf16 = 64;
 // Nor do so many bytes of a mixed text.
 constexpr uint64_t kLongForMixed = 512;

@@ -42,8 +42,8 @@ constexpr auto kRowOf = [] {
 // Bits for each half-width form from A1 to DF within its class.
 constexpr char kHalfWidthBits[] = "22222c54a565553143555553645335645742668572313356555779433446200";
 
-// Bits from the class of the line to that of the column, both in the order of CharClass. Counted in prose, and in katakana
-// words of the same prose written half-width; those of classes that it lacks are estimates.
+// Bits from the class of the line to that of the column, both in the order of CharClass. Counted in prose, and in
+// katakana words of the same prose written half-width; those of classes that it lacks are estimates.
 // clang-format off
 constexpr uint8_t kTransitions[kCharClasses][kCharClasses - 1] = {
 // edge spc let dig pun  hir kat kan sym wid  hlf voi bth fol vmk smk hpn  fle fsy scr  ctl ill

@@ -1,5 +1,5 @@
-// How likely a Japanese text is, as a number: the fewer bits tell it, the likelier it is. The cost of a character is that
-// of its class behind the class before it, and that of the character within its class.
+// How likely a Japanese text is, as a number: the fewer bits tell it, the likelier it is. The cost of a character is
+// that of its class behind the class before it, and that of the character within its class.
 #pragma once
 
 #include <cstdint>
