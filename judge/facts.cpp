@@ -48,9 +48,9 @@ bool is_control(uint8_t b) { return b < ' ' && b != 0 && (b < '\t' || b > 0x0F) 
 size_t gather(const DecisionSample &sample, uint8_t *part) {
     constexpr size_t kUnit = 32;
     const auto has_high_byte = [&sample](size_t unit) {
-        const uint8_t *const end = sample.bytes + std::min(sample.length, (unit + 1) * kUnit);
-        const uint8_t *const p = std::min(sample.bytes + unit * kUnit, end);
-        return std::any_of(p, end, is_high);
+        const size_t begin = std::min(sample.length, unit * kUnit);
+        const size_t end = std::min(sample.length, begin + kUnit);
+        return std::any_of(sample.bytes + begin, sample.bytes + end, is_high);
     };
     size_t length = 0;
     bool before = false;

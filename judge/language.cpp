@@ -6,7 +6,6 @@
 
 #include "core/internal.h"
 #include "tables/characters.h"
-#include "tables/single_shifts.h"
 
 namespace jkc {
 
