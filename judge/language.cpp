@@ -2,10 +2,10 @@
 
 #include <array>
 #include <iterator>
+#include <string_view>
 
 #include "core/internal.h"
 #include "tables/characters.h"
-#include "tables/single_shifts.h"
 
 namespace jkc {
 
@@ -41,8 +41,8 @@ constexpr auto kRowOf = [] {
 // Bits for each half-width form from A1 to DF within its class.
 constexpr char kHalfWidthBits[] = "22222c54a565553143555553645335645742668572313356555779433446200";
 
-// Bits from the class of the line to that of the column, both in the order of CharClass. Counted in prose, and in katakana
-// words of the same prose written half-width; those of classes that it lacks are estimates.
+// Bits from the class of the line to that of the column, both in the order of CharClass. Counted in prose, and in
+// katakana words of the same prose written half-width; those of classes that it lacks are estimates.
 // clang-format off
 constexpr uint8_t kTransitions[kCharClasses][kCharClasses - 1] = {
 // edge spc let dig pun  hir kat kan sym wid  hlf voi bth fol vmk smk hpn  fle fsy scr  ctl ill
@@ -54,7 +54,7 @@ constexpr uint8_t kTransitions[kCharClasses][kCharClasses - 1] = {
     {6,  5,  9, 10,  5,   1,  4,  2,  3, 11,  13, 13, 14, 20, 24, 24, 15,  17, 12, 20,  20, 22}, // hiragana
     {5,  5, 10,  9,  6,   3,  0,  4,  5, 12,  14, 14, 15, 20, 24, 24, 15,  17, 12, 20,  20, 22}, // katakana
     {6,  6, 10,  9,  4,   1,  5,  1,  5, 11,  13, 13, 14, 20, 24, 24, 15,  17, 12, 20,  20, 22}, // kanji
-    {2,  3,  4,  6,  5,   3,  3,  3,  4, 10,  11, 11, 12, 20, 24, 24, 14,  14, 10, 16,  20, 22}, // symbol
+    {2,  3,  4,  6,  5,   3,  3,  3,  3, 10,  11, 11, 12, 20, 24, 24, 14,  14, 10, 16,  20, 22}, // symbol
     {4,  4,  5,  5,  4,   3,  4,  2,  4,  2,  13, 13, 14, 20, 24, 24, 15,  17, 12, 20,  20, 22}, // wide
     {4,  5,  8,  8,  7,   8,  9,  7,  8, 10,   2,  2,  4,  2, 15, 15,  6,  20, 16, 24,  22, 22}, // half-width: plain
     {4,  5,  8,  8,  7,   8,  9,  7,  8, 10,   3,  3,  5,  2,  2, 15,  6,  20, 16, 24,  22, 22}, // voiced
@@ -67,7 +67,7 @@ constexpr uint8_t kTransitions[kCharClasses][kCharClasses - 1] = {
     {4,  3,  4,  4,  4,  10, 10, 10, 10, 12,  13, 13, 14, 20, 24, 24, 16,   9,  6, 12,  20, 22}, // foreign symbol
     {6,  3, 12,  7,  4,  16, 16, 16, 10, 16,  20, 20, 20, 24, 24, 24, 20,  14, 12,  1,  20, 22}, // other script
     {8,  6,  4,  6,  6,  10, 10, 10, 10, 12,  14, 14, 14, 20, 24, 24, 16,  14, 14, 16,   4, 22}, // control
-    {8,  6,  4,  6,  6,   4,  6,  4,  8, 10,  10, 10, 11, 14, 16, 16, 12,  10, 10, 12,  20,  8}, // ill-formed
+    {8,  6,  4,  6,  6,   4,  6,  4,  8, 10,  10, 10, 11, 14, 16, 16, 12,  10, 10, 12,  20, 12}, // ill-formed
     {6,  4,  3,  4,  4,   2,  3,  2,  4,  8,   9,  9, 10,  9, 16, 16, 11,   9,  9, 10,  20, 22}, // start
 };
 // clang-format on
@@ -78,7 +78,17 @@ constexpr int32_t kUpperCaseBits = 6;
 constexpr int32_t kDigitBits = 3;
 constexpr int32_t kPunctuationBits = 4;
 constexpr int32_t kScriptLetterBits = 6;
-constexpr int32_t kUncommonScriptBits = 9;
+constexpr int32_t kHangulBits = 12;
+constexpr int32_t kUncommonScriptBits = 14;
+constexpr int32_t kForeignSymbolBits = 5;
+constexpr int32_t kPunctuationMarkBits = 9;
+constexpr int32_t kExtensionBits = 14;
+
+// Letters with a diacritic, up to U+024F.
+constexpr int32_t latin_bits(uint32_t c) {
+    constexpr std::u32string_view kCommon = U"àáâãäåæçèéêëíîïñóôõöøùúûüß";
+    return kCommon.find(c) != kCommon.npos ? 5 : 9;
+}
 
 constexpr CharClass class_of_half_width(uint8_t byte) {
     if (byte < 0xA6) {
@@ -144,6 +154,8 @@ Character half_width_katakana(uint8_t byte, uint8_t length) {
     return {class_of_half_width(byte), length, digit_value(kHalfWidthBits[byte - 0xA1]) * kBit};
 }
 
+Character extension_kanji(uint8_t length) { return {CharClass::kKanji, length, kExtensionBits * kBit}; }
+
 Character rare_kanji(uint8_t length) { return {CharClass::kKanji, length, kRareBits * kBit}; }
 
 Character jis_character(uint32_t jis, uint8_t length) {
@@ -169,12 +181,12 @@ Character unicode_character(uint32_t c, uint8_t length) {
         return half_width_katakana(static_cast<uint8_t>(c - kFirstHalfWidthKatakana + 0xA1), length);
     }
     if (c < 0xC0 || c == 0xD7 || c == 0xF7) {
-        return {CharClass::kForeignSymbol, length, 5 * kBit};
+        return {CharClass::kForeignSymbol, length, kForeignSymbolBits * kBit};
     }
-    if (c < 0x250) {
-        return {CharClass::kForeignLetter, length, (c < 0x100 ? c >= 0xE0 ? 5 : 6 : 7) * kBit};
+    if (c < 0x250 || (c >= 0x300 && c < 0x370)) { // with the combining marks
+        return {CharClass::kForeignLetter, length, latin_bits(c) * kBit};
     }
-    if (c >= 0x370 && c < 0x700) { // Greek, Cyrillic, Hebrew, Arabic
+    if (c >= 0x370 && c < 0x800) { // Greek, Cyrillic, Hebrew, Arabic
         return {CharClass::kOtherScript, length, kScriptLetterBits * kBit};
     }
     for (const uint16_t *table : {_unibe2euccommon_table, _unibe2euc51932_table}) {
@@ -184,15 +196,16 @@ Character unicode_character(uint32_t c, uint8_t length) {
         }
     }
     if (c >= 0x2010 && c <= 0x2BFF) {
-        return {CharClass::kForeignSymbol, length, kUncommonScriptBits * kBit};
+        return {CharClass::kForeignSymbol, length, kPunctuationMarkBits * kBit};
     }
-    const bool private_or_none = (c >= 0xD800 && c < 0xF900) || (c & 0xFFFE) == 0xFFFE;
-    if (private_or_none) {
+    if ((c >= 0xD800 && c < 0xF900) || (c & 0xFFFE) == 0xFFFE) {
         return {CharClass::kIllFormed, length, 0};
     }
-    const bool ideograph = c >= 0x3400 && c < 0xA000;
-    return {ideograph ? CharClass::kKanji : CharClass::kOtherScript, length,
-            (ideograph ? kRareBits : kUncommonScriptBits) * kBit};
+    if (c >= 0x3400 && c < 0xA000) {
+        return rare_kanji(length);
+    }
+    const bool hangul = c >= 0xAC00 && c < 0xD7A4;
+    return {CharClass::kOtherScript, length, (hangul ? kHangulBits : kUncommonScriptBits) * kBit};
 }
 
 } // namespace jkc

@@ -1,5 +1,5 @@
-// How likely a Japanese text is, as a number: the fewer bits tell it, the likelier it is. The cost of a character is that
-// of its class behind the class before it, and that of the character within its class.
+// How likely a Japanese text is, as a number: the fewer bits tell it, the likelier it is. The cost of a character is
+// that of its class behind the class before it, and that of the character within its class.
 #pragma once
 
 #include <cstdint>
@@ -48,6 +48,7 @@ Character ascii_character(uint8_t byte);
 Character half_width_katakana(uint8_t byte, uint8_t length); // A1 to DF
 Character jis_character(uint32_t jis, uint8_t length);       // 2121 to 7E7E
 Character unicode_character(uint32_t code_point, uint8_t length);
+Character extension_kanji(uint8_t length); // of names, beyond the charts
 Character rare_kanji(uint8_t length);
 
 } // namespace jkc

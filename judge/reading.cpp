@@ -1,5 +1,6 @@
 #include "judge/reading.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "core/internal.h"
@@ -28,12 +29,18 @@ Character sjis_character(const uint8_t *p, size_t left) {
         return kCutCharacter;
     }
     const uint8_t trail = p[1];
-    const uint32_t code = static_cast<uint32_t>(lead) << 8 | trail;
-    if (code >= _sjis2unibe932_table_size || _sjis2unibe932_table[code] == 0) {
+    if (trail < 0x40 || trail == 0x7F || trail > 0xFC) {
         return kIllFormedByte;
     }
-    if (lead >= 0xED) {
-        return rare_kanji(2);
+    // From here on are the extensions. Some of their codes are not mapped, since others have the same characters.
+    constexpr uint8_t kFirstExtension = 0xED;
+    if (lead >= kFirstExtension) {
+        const bool user_defined = lead >= 0xF0 && lead <= 0xF9;
+        return user_defined ? rare_kanji(2) : extension_kanji(2);
+    }
+    const uint32_t code = static_cast<uint32_t>(lead) << 8 | trail;
+    if (_sjis2unibe932_table[code] == 0) {
+        return kIllFormedByte;
     }
     const uint32_t pair = lead - (lead < 0xE0 ? 0x81U : 0xC1U);
     const uint32_t cell = trail - (trail > 0x7F ? 0x41U : 0x40U);
@@ -136,11 +143,15 @@ Character next_character(ReadAs encoding, const uint8_t *p, size_t left) {
     case ReadAs::kSingleByte:
         return {CharClass::kOtherScript, 1, 6 * kBit};
     default:
-        // 94 rows of 94 cells are 13 bits.
+        // Most characters are in the rows of the common ones.
+        constexpr uint8_t kFirstCommonRow = 0xB0;
+        constexpr int32_t kCommonBits = 12;
+        constexpr int32_t kOtherBits = 14;
         if (left < 2) {
             return kCutCharacter;
         }
-        return {p[1] < 0x40 ? CharClass::kIllFormed : CharClass::kOtherScript, 2, 13 * kBit};
+        return {p[1] < 0x40 ? CharClass::kIllFormed : CharClass::kOtherScript, 2,
+                (*p >= kFirstCommonRow ? kCommonBits : kOtherBits) * kBit};
     }
 }
 
@@ -160,7 +171,7 @@ size_t longest_cut_start(ReadAs encoding) {
 // Reads from `skipped` on.
 void read_from(ReadAs encoding, const uint8_t *bytes, size_t length, size_t skipped, Reading &reading) {
     // The rest of a character, or its beginning, at an end.
-    constexpr auto cut_cost = [](size_t bytes) { return (10 + 7 * static_cast<int32_t>(bytes)) * kBit; };
+    constexpr auto cut_cost = [](size_t bytes) { return (14 + 7 * static_cast<int32_t>(bytes)) * kBit; };
     memset(&reading, 0, sizeof reading);
     reading.cut = skipped != 0;
     reading.pieces[0] = reading.cut ? cut_cost(skipped) : 0;
@@ -190,6 +201,7 @@ void read_from(ReadAs encoding, const uint8_t *bytes, size_t length, size_t skip
 } // namespace
 
 void read_as(ReadAs encoding, const uint8_t *bytes, size_t length, Reading &reading) {
+    length = std::min(length, kLongestReading);
     read_from(encoding, bytes, length, 0, reading);
     if (encoding == ReadAs::kUtf8) {
         size_t skipped = 0;
@@ -199,7 +211,11 @@ void read_as(ReadAs encoding, const uint8_t *bytes, size_t length, Reading &read
         if (skipped != 0) {
             read_from(encoding, bytes, length, skipped, reading);
         }
-    } else if (longest_cut_start(encoding) != 0 && length > 1) {
+        return;
+    }
+    // In a long text that begins with the rest of a character something is ill-formed before the next ASCII.
+    constexpr size_t kShort = 64;
+    if (longest_cut_start(encoding) != 0 && length > 1 && (length <= kShort || reading.errors > 0)) {
         Reading other;
         read_from(encoding, bytes, length, 1, other);
         if (other.cost < reading.cost) {

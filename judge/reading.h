@@ -21,18 +21,19 @@ constexpr int kByteReadings = 3; // the first ones, which hold ASCII text as it 
 
 // Texts are compared piece by piece too, of this many bytes.
 constexpr size_t kPiece = 32;
-constexpr size_t kMostPieces = 4096 / kPiece;
+// More than this is not read: prose is told by a tenth of it.
+constexpr size_t kLongestReading = 512;
 
 struct Reading {
     int32_t cost;
     int32_t characters; // beyond ASCII
     int32_t errors;     // ill-formed sequences, but for those at the ends
-    bool cut;           // an end cuts a character
     int32_t controls;
-    int32_t pieces[kMostPieces]; // the cost of each
+    bool cut;                                 // an end cuts a character
+    int32_t pieces[kLongestReading / kPiece]; // the cost of each
 };
 
-// Reads the text, 4096 bytes at most.
+// Reads the text, kLongestReading bytes at most.
 void read_as(ReadAs encoding, const uint8_t *bytes, size_t length, Reading &reading);
 
 } // namespace jkc
