@@ -39,6 +39,8 @@ struct DecoderBase {
     static constexpr bool kClosesAfterEnd = true; // a writer's EUEXPEOD is the end of the data, not an error
 
     static bool resting() { return true; }
+    // The character at p that look() found to be plain.
+    static uint32_t plain_character(const uint8_t *p) { return *p; }
     template <class Encoder>
     static int32_t stop(const Input & /*in*/, uint8_t *& /*o*/, Encoder & /*e*/) {
         return JKC_EUEXPEOD;
@@ -217,7 +219,11 @@ Conversion *make_conversion(ConversionRoom &room, JkcContext *ctx, uint8_t *area
     using Made = ConversionOf<Decoder, Encoder>;
     static_assert(sizeof(Made) <= ConversionRoom::kSize);
     static_assert(Encoder::kFlushAbove + 2 * Encoder::kLongestStep + 1 <= sizeof(JkcBlock), "the work area overflows");
-    auto *made = new (room.bytes) Made(ctx, area, Encoder(ctx), losses);
+    Encoder encoder(ctx);
+    if (losses != nullptr && !losses->is_classic()) {
+        encoder.stay_in_table();
+    }
+    auto *made = new (room.bytes) Made(ctx, area, encoder, losses);
     if constexpr (Encoder::kIsUnicode) {
         if (add_bom) {
             made->write_bom();

@@ -24,6 +24,9 @@ public:
     bool fast(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
         const uint8_t b = *p;
         if (is_ascii(b)) {
+            if (Encoder::is_lossy(b)) [[unlikely]] {
+                return false;
+            }
             text_.take(p, o, e, steps);
         } else if (b >= 0xA1) {
             return take_two_byte_run(p, o, e, steps);
@@ -118,7 +121,7 @@ private:
     const uint16_t *table_;
     const uint16_t *table_8f_;
     uint64_t count_8f_;
-    AsciiText<Bytes> text_;
+    AsciiTextFor<Bytes, Encoder> text_;
     bool suppress_;
 };
 

@@ -145,6 +145,9 @@ public:
 
     // --- For told_step.h. ---
 
+    // Its control functions are no characters.
+    static uint32_t plain_character(const uint8_t * /*p*/) { return 0; }
+
     Sequence look(const uint8_t *p, size_t left, const Losses &losses) {
         Sequence seen = look_at_jis(p, left, {set_, is_out_});
         if (*p == kSo || *p == kSi || *p == kEsc) {

@@ -17,6 +17,9 @@ public:
     bool fast(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
         const uint8_t b = *p;
         if (is_ascii(b)) {
+            if (Encoder::is_lossy(b)) [[unlikely]] {
+                return false;
+            }
             text_.take(p, o, e, steps);
         } else if (is_sjis_katakana(b)) {
             uint8_t *written = katakana(*p, o, e);
@@ -76,7 +79,7 @@ private:
 
     JkcContext &ctx_;
     const uint16_t *table_;
-    AsciiText<Bytes> text_;
+    AsciiTextFor<Bytes, Encoder> text_;
     bool suppress_;
 };
 

@@ -50,7 +50,7 @@ public:
             return true;
         }
         uint32_t unit = Order::unit(p);
-        if (unit < 0x80) {
+        if (unit < 0x80 && !Encoder::is_lossy(unit)) {
             text_.take(p, o, e, steps);
             return true;
         }
@@ -97,6 +97,8 @@ public:
     }
 
     // --- For told_step.h. ---
+
+    static uint32_t plain_character(const uint8_t *p) { return Order::unit(p); }
 
     Sequence look(const uint8_t *p, size_t left, const Losses & /*losses*/) const {
         if (left < 2) {
@@ -167,6 +169,9 @@ private:
         if constexpr (!Encoder::kIsUnicode && !std::is_same_v<Encoder, JisEncoder>) {
             lossy |= units_between(units, 0x80, 0x9F); // unmappable, or is_lossy()
         }
+        if constexpr (std::is_same_v<Encoder, JisEncoder>) {
+            lossy |= units_between(units, kSo, kSi) | units_equal(units, kEsc);
+        }
         if constexpr (std::is_same_v<Encoder, SjisEncoder>) {
             lossy |= units_equal_masked<0xFFFC>(units, 0xF8F0);
         }
@@ -226,7 +231,7 @@ private:
     }
 
     JkcContext &ctx_;
-    AsciiText<Units<Order>> text_;
+    AsciiTextFor<Units<Order>, Encoder> text_;
     bool composes_;
     bool suppress_;
 };

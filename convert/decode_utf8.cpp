@@ -69,6 +69,9 @@ public:
 
     bool fast(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
         if (is_ascii(p[0])) {
+            if (Encoder::is_lossy(p[0])) [[unlikely]] {
+                return false;
+            }
             text_.take(p, o, e, steps);
             return true;
         }
@@ -331,7 +334,7 @@ private:
     }
 
     JkcContext &ctx_;
-    AsciiText<Bytes> text_;
+    AsciiTextFor<Bytes, Encoder> text_;
     bool composes_;
     bool suppress_;
     int64_t ill_formed_ = 0;    // ill-formed bytes in a row, not replaced yet

@@ -22,6 +22,9 @@ public:
 
     explicit EucEncoder(JkcContext *ctx) : ctx_(ctx) { load(); }
 
+    // The output shall be readable in the variant that was asked for.
+    void stay_in_table() { stays_in_table_ = true; }
+
     // A half-width katakana, given as its Shift_JIS byte.
     uint8_t *katakana(uint8_t *o, uint8_t b) {
         o[0] = kSs2;
@@ -95,7 +98,7 @@ private:
     // In this order. The first that has the character stays selected, so that a text is written in one variant from then
     // on.
     [[gnu::cold]] uint32_t try_variants(uint32_t c) {
-        if (kCascade == Cascade::kNone || table_ != _unibe2euccommon_table) {
+        if (kCascade == Cascade::kNone || stays_in_table_ || table_ != _unibe2euccommon_table) {
             return 0;
         }
         for (const int32_t type : {JKC_TYPE_EUC_20932, JKC_TYPE_EUC_51932, JKC_TYPE_EUC_MS, JKC_TYPE_EUC}) {
@@ -109,6 +112,7 @@ private:
     }
 
     JkcContext *ctx_;
+    bool stays_in_table_ = false;
     const uint16_t *table_ = nullptr;
     const uint32_t *table32_ = nullptr;
     uint64_t count_ = 0;

@@ -24,6 +24,9 @@ constexpr uint32_t kJisQuestionMark = 0x2129;
 
 class JisEncoder : public EncoderBase {
 public:
+    // Control characters that mean something else to who reads JIS text. ascii() writes them as they are.
+    static constexpr bool is_lossy(uint32_t c) { return c == kEsc || c == kSo || c == kSi; }
+
     static constexpr size_t kFlushAbove = 8159;
     static constexpr size_t kLongestStep = 6; // an escape sequence of four bytes and a code of two
 

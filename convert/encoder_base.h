@@ -14,7 +14,8 @@
 //   put(o, c)                a BMP character that is not ASCII; null, with nothing written, when it is unmappable, or when
 //                            what the table has for it would not be read as a character
 //   put_lossy(o, c)          when put() answers null: what the table has all the same, or null
-//   is_lossy(c)              whether put_mixed() does not tell such a character
+//   is_lossy(c)              whether put_mixed() and ascii() do not tell such a character
+//   stay_in_table()          no other tables are tried for what the table lacks
 //   put_mixed(o, c)          the same, for ASCII too
 //   put_supplementary(o, c)  a character beyond the BMP; null as above
 //   katakana(o, b)           a half-width katakana by its Shift_JIS byte (legacy targets)
@@ -44,6 +45,7 @@ public:
     static uint8_t *put_supplementary(uint8_t * /*o*/, uint32_t /*c*/) { return nullptr; }
     static uint8_t *put_lossy(uint8_t * /*o*/, uint32_t /*c*/) { return nullptr; }
     static constexpr bool is_lossy(uint32_t /*c*/) { return false; }
+    static void stay_in_table() {}
     static uint8_t *raw(uint8_t *o, const uint8_t *p, size_t length) {
         memcpy(o, p, length);
         return o + length;

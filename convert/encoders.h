@@ -1,12 +1,22 @@
 // The encoders under the names of the converters: _sjisto_utf8() runs what sjis_to<encoders::utf8> makes.
 #pragma once
 
+#include "convert/ascii_text.h"
 #include "convert/encode_euc.h"
 #include "convert/encode_jis.h"
 #include "convert/encode_sjis.h"
 #include "convert/encode_utf16.h"
 #include "convert/encode_utf8.h"
 #include "convert/routes.h"
+
+namespace jkc {
+
+// ASCII text on the way to an encoder, which has runs of it without what it loses.
+template <class Layout, class Encoder>
+using AsciiTextFor = std::conditional_t<std::is_same_v<Encoder, JisEncoder>, AsciiText<Layout, kEsc, kSo, kSi>,
+                                        AsciiText<Layout>>;
+
+} // namespace jkc
 
 namespace jkc::encoders {
 

@@ -238,6 +238,8 @@ public:
     }
 
     bool resting() const { return text_.resting(); }
+    // What a copy keeps means the same as before.
+    static uint32_t plain_character(const uint8_t * /*p*/) { return 0; }
     Sequence look(const uint8_t *p, size_t left, const Losses & /*losses*/) { return text_.look(p, left); }
     uint8_t *resume(uint8_t *o) { return text_.resume(o); }
     uint8_t *put_mark(uint8_t *o, typename Text::Target &e, bool geta) { return text_.put_mark(o, e, geta); }
@@ -300,6 +302,8 @@ public:
         return Flow::kNext;
     }
 
+    // What a copy keeps means the same as before.
+    static uint32_t plain_character(const uint8_t * /*p*/) { return 0; }
     static Sequence look(const uint8_t *p, size_t left, const Losses & /*losses*/) {
         if (left < 2) {
             return truncated(left);

@@ -100,7 +100,8 @@ uint8_t *put_character_of_any_width(uint8_t *o, Encoder &e, uint32_t c) {
 // One step with every check. A character at in.p that is not ASCII needs `needed` bytes, and take() takes it then, also
 // with a loss.
 template <class Decoder, class Encoder>
-Flow take_one_character(Decoder &d, const AsciiText<Bytes> &text, size_t needed, Input &in, uint8_t *&o, Encoder &e) {
+Flow take_one_character(Decoder &d, const AsciiTextFor<Bytes, Encoder> &text, size_t needed, Input &in, uint8_t *&o,
+                        Encoder &e) {
     const uint8_t *p = in.p;
     size_t one = 1;
     if (is_ascii(*p)) {

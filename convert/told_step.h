@@ -76,6 +76,9 @@ template <class Decoder, class Encoder>
         return d.step(in, out, o, e);
     }
     Sequence seen = d.look(in.p, in.left(), losses);
+    if (seen.kind == Sequence::kPlain && Encoder::is_lossy(Decoder::plain_character(in.p))) {
+        seen = {Sequence::kUnmappable, seen.length, Decoder::plain_character(in.p)};
+    }
     switch (seen.kind) {
     case Sequence::kPlain:
         o = d.resume(o);

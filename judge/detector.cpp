@@ -135,6 +135,11 @@ void JkcDetector::take_block(bool last) {
 void JkcDetector::look_through_block(const uint8_t *begin, bool last) {
     const uint8_t *const end = block.data + block.end;
     line_ends.bytes.take(begin, end);
+    if (bom == JKC_TYPE_UTF16BE_BOM) {
+        line_ends.big.take(begin, end);
+    } else if (bom == JKC_TYPE_UTF16LE_BOM) {
+        line_ends.little.take(begin, end);
+    }
     features_start = jkc::next_start(features.take(block.data + features_start, end, last), end);
 }
 
@@ -160,6 +165,9 @@ void JkcDetector::finish() {
     } else {
         tell_judgement();
     }
+    found.line_ends_bytes = static_cast<uint8_t>(line_ends.bytes.bits());
+    found.line_ends_utf16be = static_cast<uint8_t>(line_ends.big.bits());
+    found.line_ends_utf16le = static_cast<uint8_t>(line_ends.little.bits());
     found.srg_exists = ctx.srg_exists;
     found.utfmac_exists = ctx.utfmac_exists;
     tell_evidence();
