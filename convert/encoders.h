@@ -13,8 +13,8 @@ namespace jkc {
 
 // ASCII text on the way to an encoder, which has runs of it without what it loses.
 template <class Layout, class Encoder>
-using AsciiTextFor = std::conditional_t<std::is_same_v<Encoder, JisEncoder>, AsciiText<Layout, kEsc, kSo, kSi>,
-                                        AsciiText<Layout>>;
+using AsciiTextFor =
+    std::conditional_t<std::is_same_v<Encoder, JisEncoder>, AsciiText<Layout, kEsc, kSo, kSi>, AsciiText<Layout>>;
 
 } // namespace jkc
 
