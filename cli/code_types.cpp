@@ -29,7 +29,7 @@ constexpr std::array kCodeTypes{
              "EUC-JP ujis x-euc-jp csEUCPkdFmtJapanese"},
     CodeType{JKC_TYPE_EUC_20932, JKC_TEXT("EUC-JP as code page 20932, with JIS X 0212"), "EUC1 CP20932 Windows-20932"},
     CodeType{JKC_TYPE_EUC_51932, JKC_TEXT("EUC-JP as code page 51932"), "EUC2 CP51932 Windows-51932"},
-    CodeType{JKC_TYPE_EUC_MS, JKC_TEXT("eucJP-ms"), "EUC3 EUC-MS eucJP-ms eucJP-win eucJP-open"},
+    CodeType{JKC_TYPE_EUC_MS, "eucJP-ms", "EUC3 EUC-MS eucJP-ms eucJP-win eucJP-open"},
     CodeType{JKC_TYPE_UTF16BE, JKC_TEXT("UTF-16 big-endian, no byte-order mark"), "UTF-16BE UCS-2BE CP1201"},
     CodeType{JKC_TYPE_UTF16BE_BOM, JKC_TEXT("UTF-16 big-endian with byte-order mark"), "UTF-16BE-BOM UnicodeBig"},
     CodeType{JKC_TYPE_UTF16LE, JKC_TEXT("UTF-16 little-endian, no byte-order mark"), "UTF-16LE UCS-2LE CP1200"},

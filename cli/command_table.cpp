@@ -10,9 +10,9 @@ namespace jkc::cli {
 namespace {
 
 constexpr std::array kCommands{
-    Command{"", Action::kNone, kForProgram, JKC_TEXT("COMMAND [OPTION...] [FILE...]"), "",
+    Command{"", Action::kNone, kForProgram, "COMMAND [OPTION...] [FILE...]", "",
             JKC_TEXT("Judges which Japanese encoding a text is in, and converts it."), ""},
-    Command{"detect", Action::kDetect, kForDetect, JKC_TEXT("[OPTION...] [FILE...]"),
+    Command{"detect", Action::kDetect, kForDetect, "[OPTION...] [FILE...]",
             JKC_TEXT("tell the code type and line ends of each file"),
             JKC_TEXT("Prints a line for each file: \"FILE: CODE TYPE, LINE ENDS\". Without a file, or\n"
                      "where the file is \"-\", reads standard input."),
@@ -21,15 +21,15 @@ constexpr std::array kCommands{
                      "  short.txt: undecided (SJIS, EUC)     these fit equally well\n"
                      "  photo.jpg: unknown                   none fits\n"
                      "  letter.doc: binary                   has control bytes that no text has\n")},
-    Command{"convert", Action::kConvert, kForConvert, JKC_TEXT("[OPTION...] -t CODE [FILE...]"),
+    Command{"convert", Action::kConvert, kForConvert, "[OPTION...] -t CODE [FILE...]",
             JKC_TEXT("convert files"), JKC_TEXT("Converts each file, or standard input without a file or for \"-\"."),
             ""},
-    Command{"lines", Action::kLines, kForLines, JKC_TEXT("[OPTION...] [FILE]"),
+    Command{"lines", Action::kLines, kForLines, "[OPTION...] [FILE]",
             JKC_TEXT("number the lines and count their characters"),
             JKC_TEXT("Prints the lines of a file, or of standard input without one or for \"-\", each\n"
                      "behind its number and its count of characters."),
-            JKC_TEXT("      1     19  Dear Ms Takahashi,\n"
-                     "      2      0\n")},
+            "      1     19  Dear Ms Takahashi,\n"
+                     "      2      0\n"},
 };
 
 constexpr unsigned kForFiles = kForDetect | kForConvert;

@@ -15,7 +15,7 @@ struct Command {
     const char *name; // the first is the program without a command, and has none
     Action action;
     CommandBit bit;
-    const char *usage; // what stands behind the name
+    const char *usage; // what stands behind the name; not translated
     const char *what;  // for the list of commands
     const char *about; // what help says before the options
     const char *notes; // and behind them

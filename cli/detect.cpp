@@ -12,11 +12,11 @@
 #include "output.h"
 #include "quoting.h"
 #include "text_checks.h"
-#include "translate.h"
 
 namespace jkc::cli {
 namespace {
 
+// What is printed is the same in all languages, for programs to read.
 std::string line_end_names(int line_ends) {
     constexpr std::pair<int, const char *> kNames[] = {
         {JKC_LINE_LF, "LF"}, {JKC_LINE_CR, "CR"}, {JKC_LINE_CRLF, "CRLF"}};
@@ -27,7 +27,7 @@ std::string line_end_names(int line_ends) {
             names += name;
         }
     }
-    return names.empty() ? tr("no line ends") : names;
+    return names.empty() ? "no line ends" : names;
 }
 
 ExitCode detect_file(const std::string &name, const Options &options, Output &out) {
@@ -39,11 +39,11 @@ ExitCode detect_file(const std::string &name, const Options &options, Output &ou
         out.print((options.null_names ? name + '\0' : shown_on(STDOUT_FILENO, name) + ": ") + answer + "\n");
     };
     if (find_binary_byte(in.text(), type)) {
-        print(tr("binary"));
+        print("binary");
         return kUndecidedOrLost;
     }
     if (is_undecided(type)) {
-        print(type < 0 ? tr("unknown") : format(tr("undecided (%s)"), judged_set_names(type).c_str()));
+        print(type < 0 ? "unknown" : "undecided (" + judged_set_names(type) + ")");
         return kUndecidedOrLost;
     }
     if (type < 0) {

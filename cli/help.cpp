@@ -49,7 +49,7 @@ std::string command_lines() {
 std::string help_text(const Command &command) {
     const bool is_program = command.bit == kForProgram;
     std::string usage = command.name;
-    usage.append(is_program ? "" : " ").append(tr(command.usage));
+    usage.append(is_program ? "" : " ").append(command.usage);
     std::string text = format(tr("usage: jkc %s"), usage.c_str()) + "\n\n";
     text.append(tr(command.about)).append("\n\n");
     text += is_program ? command_lines() : option_lines(command);
@@ -63,8 +63,7 @@ std::string help_text(const Command &command) {
     if (command.notes[0] != '\0') {
         text += std::string(tr(command.notes)) + "\n";
     }
-    return text + tr("Exit status: 0 done; 1 undecided, binary, or losses under --strict; 2 usage;\n"
-                     "3 input or output.\n");
+    return text + tr("Exit status: 0 done; 1 undecided, binary, losses (--strict); 2 usage; 3 I/O.\n");
 }
 
 std::string version_text() {
