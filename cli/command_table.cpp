@@ -21,15 +21,14 @@ constexpr std::array kCommands{
                      "  short.txt: undecided (SJIS, EUC)     these fit equally well\n"
                      "  photo.jpg: unknown                   none fits\n"
                      "  letter.doc: binary                   has control bytes that no text has\n")},
-    Command{"convert", Action::kConvert, kForConvert, "[OPTION...] -t CODE [FILE...]",
-            JKC_TEXT("convert files"), JKC_TEXT("Converts each file, or standard input without a file or for \"-\"."),
-            ""},
+    Command{"convert", Action::kConvert, kForConvert, "[OPTION...] -t CODE [FILE...]", JKC_TEXT("convert files"),
+            JKC_TEXT("Converts each file, or standard input without a file or for \"-\"."), ""},
     Command{"lines", Action::kLines, kForLines, "[OPTION...] [FILE]",
             JKC_TEXT("number the lines and count their characters"),
             JKC_TEXT("Prints the lines of a file, or of standard input without one or for \"-\", each\n"
                      "behind its number and its count of characters."),
             "      1     19  Dear Ms Takahashi,\n"
-                     "      2      0\n"},
+            "      2      0\n"},
 };
 
 constexpr unsigned kForFiles = kForDetect | kForConvert;

@@ -54,7 +54,8 @@ public:
             return;
         }
         for (const std::string &entry : *entries) {
-            const std::string name = folder + (folder.back() == '/' ? "" : "/") + entry;
+            std::string name = folder;
+            name.append(folder.back() == '/' ? "" : "/").append(entry);
             struct stat file {};
             if (lstat(name.c_str(), &file) != 0 || matches(options_.exclude, name, base)) {
                 continue;
@@ -155,7 +156,9 @@ FileList list_files(const Options &options) {
     }
     if (!options.files_from.empty()) {
         for (const std::string &name : read_names(options.files_from, options.null_names ? '\0' : '\n')) {
-            add(name, base_in_list(name));
+            // In a list "-" is a file.
+            const std::string path = name == "-" ? "./-" : name;
+            add(path, base_in_list(path));
         }
     } else if (options.files.empty()) {
         add(options.recursive ? "." : "-", 0);

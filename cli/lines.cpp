@@ -109,11 +109,9 @@ void list_lines(const std::string &name, HeldFile &file, Listing &listing) {
     }
     if (characters != JKC_EOF) {
         listing.flush();
-        const std::string reason =
-            characters < 0
-                ? format(tr("line %llu: invalid bytes"), static_cast<unsigned long long>(listing.next_number() + empty))
-                : tr("the text ends inside a character");
-        throw FileError(name, reason);
+        const unsigned long long number = listing.next_number() + empty;
+        throw FileError(name, characters < 0 ? format(tr("line %llu: invalid bytes"), number)
+                                             : tr("the text ends inside a character"));
     }
     for (; empty > 0; --empty) {
         listing.add(0, "");

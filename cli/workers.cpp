@@ -150,6 +150,7 @@ private:
         const int ready = ppoll(pipes.data(), pipes.size(), &kTick, &signals_.before());
         work_.tick();
         if (ready < 0 && SignalNote::noted() != 0) {
+            shared_.next() = work_.count; // for those that ignore the signal
             for (const Worker &worker : workers_) {
                 kill(worker.process, SIGTERM);
             }
