@@ -94,12 +94,12 @@ bool take_over_owner_and_mode(int descriptor, const struct stat &old) {
             mode_t group = mode >> 3 & 7;
             mode_t others = mode & 7;
             if (now.st_uid != old.st_uid) {
-                // He who was the owner is one of these now.
+                // The former owner is in one of these classes now.
                 group &= owner;
                 others &= owner;
             }
             if (!same_group) {
-                // Who was in the group is one of the others now, and they may be in the group.
+                // Members of the old group count as others now, and others may be members of the new one.
                 group &= others;
                 others = group;
             }

@@ -31,8 +31,13 @@ void copy(const std::string &path, const std::string &backup) {
     }
     try {
         take_over_attributes(to.number(), path, file, backup);
+        if (!copy_content(from.number(), to.number())) {
+            throw FileError(backup, errno);
+        }
+        // Where times cannot be set the text is kept all the same.
         const timespec times[] = {file.st_atim, file.st_mtim};
-        if (!copy_content(from.number(), to.number()) || futimens(to.number(), times) != 0 || fsync(to.number()) != 0) {
+        futimens(to.number(), times);
+        if (!sync_to_disk(to.number())) {
             throw FileError(backup, errno);
         }
     } catch (...) {

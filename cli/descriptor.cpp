@@ -55,6 +55,8 @@ bool copy_content(int from, int to) {
     return count == 0;
 }
 
+bool sync_to_disk(int descriptor) { return fsync(descriptor) == 0 || errno == EINVAL; }
+
 bool same_content(int a, int b) {
     struct stat a_file {};
     struct stat b_file {};

@@ -44,7 +44,7 @@ std::string OutcomeCounts::summary(size_t all) const {
     tell(count(Outcome::kRefused), tr("%zu refused"));
     tell(count(Outcome::kFailed), tr("%zu failed"));
     tell(all - std::accumulate(counts_.begin(), counts_.end(), size_t{0}), tr("%zu not done"));
-    return format(tr_count("%zu file: %s", "%zu files: %s", all), all, text.c_str());
+    return format(tr_count("%zu file: %s", "%zu files: %s", all), all, all == 0 ? tr("nothing to do") : text.c_str());
 }
 
 } // namespace jkc::cli

@@ -152,8 +152,7 @@ void SafeFile::commit() {
     if (time_ && futimens(descriptor(), times) != 0) {
         throw FileError(name(), errno);
     }
-    // Not every file system can do it, and those that cannot say EINVAL.
-    if (fsync(descriptor()) != 0 && errno != EINVAL) {
+    if (!sync_to_disk(descriptor())) {
         throw FileError(name(), errno);
     }
     close();
