@@ -1,9 +1,11 @@
 #include "code_types.h"
 
-#include <algorithm>
 #include <array>
-#include <cctype>
 #include <sstream>
+#include <vector>
+
+#include "suggest.h"
+#include "translate.h"
 
 namespace jkc::cli {
 namespace {
@@ -15,56 +17,60 @@ struct CodeType {
 };
 
 constexpr std::array kCodeTypes{
-    CodeType{JKC_TYPE_ASCII, "7-bit text; as a target, the rest is written as SJIS",
+    CodeType{JKC_TYPE_ASCII, JKC_TEXT("7-bit text; as a target, the rest is written as SJIS"),
              "US-ASCII ISO646-US ANSI_X3.4-1968 CP20127"},
-    CodeType{JKC_TYPE_JIS, "ISO-2022-JP with the characters of code page 50221",
+    CodeType{JKC_TYPE_JIS, JKC_TEXT("ISO-2022-JP with the characters of code page 50221"),
              "JIS ISO-2022-JP ISO-2022-JP-MS CP50221 csISO2022JP x-windows-50221"},
-    CodeType{JKC_TYPE_JIS2004, "ISO-2022-JP with JIS X 0213:2004", "JIS2 JIS2004 ISO-2022-JP-2004 ISO-2022-JP-3"},
-    CodeType{JKC_TYPE_SJIS, "Shift_JIS as Windows code page 932",
-             "Shift_JIS CP932 Windows-31J MS932 MS_Kanji x-sjis csShiftJIS csWindows31J"},
-    CodeType{JKC_TYPE_EUC, "EUC-JP, JIS X 0208 by the standard mapping", "EUC-JP ujis x-euc-jp csEUCPkdFmtJapanese"},
-    CodeType{JKC_TYPE_EUC_20932, "EUC-JP as code page 20932, with JIS X 0212", "EUC1 CP20932 Windows-20932"},
-    CodeType{JKC_TYPE_EUC_51932, "EUC-JP as code page 51932", "EUC2 CP51932 Windows-51932"},
-    CodeType{JKC_TYPE_EUC_MS, "eucJP-ms", "EUC3 EUC-MS eucJP-ms eucJP-win"},
-    CodeType{JKC_TYPE_UTF16BE, "UTF-16 big-endian, no byte-order mark", "UTF-16BE"},
-    CodeType{JKC_TYPE_UTF16BE_BOM, "UTF-16 big-endian with byte-order mark", "UTF-16BE-BOM UnicodeBig"},
-    CodeType{JKC_TYPE_UTF16LE, "UTF-16 little-endian, no byte-order mark", "UTF-16LE"},
-    CodeType{JKC_TYPE_UTF16LE_BOM, "UTF-16 little-endian with byte-order mark", "UTF-16LE-BOM UTF-16 Unicode"},
-    CodeType{JKC_TYPE_UTF8, "UTF-8, no byte-order mark", "UTF-8 UTF-8N CP65001"},
-    CodeType{JKC_TYPE_UTF8_BOM, "UTF-8 with byte-order mark", "UTF-8-BOM UTF-8-SIG"},
+    CodeType{JKC_TYPE_JIS2004, JKC_TEXT("ISO-2022-JP with JIS X 0213:2004"),
+             "JIS2 JIS2004 ISO-2022-JP-2004 ISO-2022-JP-3"},
+    CodeType{JKC_TYPE_SJIS, JKC_TEXT("Shift_JIS as Windows code page 932"),
+             "Shift_JIS CP932 Windows-31J Windows-932 sjis-win MS932 MS_Kanji x-sjis csShiftJIS csWindows31J"},
+    CodeType{JKC_TYPE_EUC, JKC_TEXT("EUC-JP, JIS X 0208 by the standard mapping"),
+             "EUC-JP ujis x-euc-jp csEUCPkdFmtJapanese"},
+    CodeType{JKC_TYPE_EUC_20932, JKC_TEXT("EUC-JP as code page 20932, with JIS X 0212"), "EUC1 CP20932 Windows-20932"},
+    CodeType{JKC_TYPE_EUC_51932, JKC_TEXT("EUC-JP as code page 51932"), "EUC2 CP51932 Windows-51932"},
+    CodeType{JKC_TYPE_EUC_MS, "eucJP-ms", "EUC3 EUC-MS eucJP-ms eucJP-win eucJP-open"},
+    CodeType{JKC_TYPE_UTF16BE, JKC_TEXT("UTF-16 big-endian, no byte-order mark"), "UTF-16BE UCS-2BE CP1201"},
+    CodeType{JKC_TYPE_UTF16BE_BOM, JKC_TEXT("UTF-16 big-endian with byte-order mark"), "UTF-16BE-BOM UnicodeBig"},
+    CodeType{JKC_TYPE_UTF16LE, JKC_TEXT("UTF-16 little-endian, no byte-order mark"), "UTF-16LE UCS-2LE CP1200"},
+    CodeType{JKC_TYPE_UTF16LE_BOM, JKC_TEXT("UTF-16 little-endian with byte-order mark"),
+             "UTF-16LE-BOM UTF-16 Unicode"},
+    CodeType{JKC_TYPE_UTF8, JKC_TEXT("UTF-8, no byte-order mark"), "UTF-8 UTF-8N CP65001"},
+    CodeType{JKC_TYPE_UTF8_BOM, JKC_TEXT("UTF-8 with byte-order mark"), "UTF-8-BOM UTF-8-SIG"},
 };
 
-// What of a name counts when names are compared.
-std::string plain(const std::string &name) {
-    std::string out;
-    for (const char c : name) {
-        if (c != '-' && c != '_') {
-            out += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-        }
-    }
-    return out;
-}
-
-bool has_name(const CodeType &row, const std::string &plain_name) {
-    if (plain(code_type_name(row.type)) == plain_name) {
-        return true;
-    }
+// The library's own name, and the aliases.
+std::vector<std::string> names_of(const CodeType &row) {
+    std::vector<std::string> names{code_type_name(row.type)};
     std::istringstream aliases(row.aliases);
     for (std::string alias; aliases >> alias;) {
-        if (plain(alias) == plain_name) {
-            return true;
-        }
+        names.push_back(alias);
     }
-    return false;
+    return names;
 }
 
 } // namespace
 
 int find_code_type(const std::string &name) {
-    const std::string wanted = plain(name);
-    const auto *row =
-        std::find_if(kCodeTypes.begin(), kCodeTypes.end(), [&](const CodeType &r) { return has_name(r, wanted); });
-    return row == kCodeTypes.end() ? JKC_ECTYPE : row->type;
+    const std::string wanted = plain_word(name);
+    for (const CodeType &row : kCodeTypes) {
+        for (const std::string &known : names_of(row)) {
+            if (plain_word(known) == wanted) {
+                return row.type;
+            }
+        }
+    }
+    return JKC_ECTYPE;
+}
+
+std::string suggest_code_type(const std::string &name) {
+    Suggestion suggestion(name);
+    for (const CodeType &row : kCodeTypes) {
+        for (const std::string &known : names_of(row)) {
+            suggestion.offer(known);
+        }
+    }
+    return suggestion.text();
 }
 
 std::string code_type_name(int code_type) {
@@ -84,9 +90,10 @@ std::string judged_set_names(int judged_set) {
 
 std::string undecided_reason(int judged, int expected) {
     if (judged < 0) {
-        return "no code type fits";
+        return tr("no code type fits");
     }
-    return "undecided (" + judged_set_names(judged) + ")" + (expected == 0 ? "; -f CODE may decide" : "");
+    const std::string names = judged_set_names(judged);
+    return format(expected == 0 ? tr("undecided (%s); -f CODE may decide") : tr("undecided (%s)"), names.c_str());
 }
 
 std::string code_type_list() {
@@ -95,7 +102,7 @@ std::string code_type_list() {
     for (const CodeType &row : kCodeTypes) {
         std::string name = code_type_name(row.type);
         name.resize(kNameWidth, ' ');
-        text += name + row.meaning + "\n" + std::string(kNameWidth, ' ') + row.aliases + "\n";
+        text += name + tr(row.meaning) + "\n" + std::string(kNameWidth, ' ') + row.aliases + "\n";
     }
     return text;
 }

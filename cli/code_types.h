@@ -10,6 +10,9 @@ namespace jkc::cli {
 // Answers the code type of a name or alias; case, '-' and '_' do not count. JKC_ECTYPE when there is none.
 int find_code_type(const std::string &name);
 
+// "; did you mean 'X'?" for a name that is none, or nothing.
+std::string suggest_code_type(const std::string &name);
+
 // The library's own name.
 std::string code_type_name(int code_type);
 

@@ -1,271 +1,172 @@
 #include "convert.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
-#include <cinttypes>
-#include <cstdio>
+#include <cerrno>
+#include <memory>
 #include <new>
+#include <unordered_set>
 
-#include "code_types.h"
+#include "conversion.h"
 #include "each_file.h"
-#include "input.h"
-#include "library.h"
-#include "line_ends.h"
-#include "output.h"
-#include "processes.h"
+#include "file_list.h"
+#include "outcomes.h"
 #include "progress.h"
+#include "quoting.h"
 #include "safe_file.h"
-#include "text_checks.h"
+#include "signals.h"
+#include "translate.h"
+#include "workers.h"
 
 namespace jkc::cli {
 namespace {
 
-// What became of a file, from good to bad. Also the exit status of a process that works on one file.
-enum FileResult { kConverted, kConvertedWithLosses, kRefused, kFailed };
+// Files that are each written to one of their own.
+class EachFile {
+public:
+    EachFile(const Options &options, const FileList &list, Progress &progress)
+        : options_(options), list_(list), progress_(progress) {}
 
-ExitCode exit_code(FileResult result) {
-    return result == kFailed ? kInputOutput : result == kRefused ? kUndecidedOrLost : kDone;
-}
+    ExitCode run() {
+        for (size_t i = 0; i < list_.failures; ++i) {
+            counts_.add(Outcome::kFailed);
+        }
+        int signal_number = 0;
+        if (list_.files.size() == 1) {
+            counts_.add(convert(0));
+        } else {
+            find_doubles();
+            signal_number = do_work({.count = list_.files.size(),
+                                     .jobs = options_.jobs,
+                                     .work = [this](size_t i) { return static_cast<int>(convert(i)); },
+                                     .done = [this](size_t i, int answer) { take(i, answer); },
+                                     .tick = [this] { progress_.draw(); }});
+        }
+        const size_t count = list_.files.size() + list_.failures;
+        if (count != 1 && (!options_.quiet || signal_number != 0)) {
+            const std::string summary = counts_.summary(count);
+            say(signal_number != 0 ? tr("interrupted") : tr("summary"), summary);
+        }
+        if (signal_number != 0) {
+            end_by(signal_number);
+        }
+        return counts_.code();
+    }
 
-// What the callbacks of one conversion share.
-struct Run {
-    JkcContext *ctx;
-    const Input *in;
-    LineEndWriter line_ends;
-    Output *out;
-    Progress *progress;
-    int judged = JKC_TYPE_EMPTY;
-    std::optional<size_t> binary_byte = std::nullopt;
-};
+private:
+    std::string destination(size_t i) const {
+        const ListedFile &file = list_.files[i];
+        return options_.in_place ? file.name : options_.output_dir + "/" + file.name.substr(file.base);
+    }
 
-// The code type that shall win ties: what -f says, without a mark, since text that begins with one ties with
-// nothing. The 7-bit ones take no part in ties. Where plain text ties as ASCII with UTF-16, SJIS stands for them,
-// as which ASCII is converted anyway.
-int preferred_type(int expected, const Input &in) {
-    if (!is_7bit(expected)) {
-        return without_mark(expected);
+    // Files of several folders can have one name below the folder for the results.
+    void find_doubles() {
+        std::unordered_set<std::string> seen;
+        for (size_t i = 0; i < list_.files.size() && !options_.in_place; ++i) {
+            if (!seen.insert(destination(i)).second) {
+                doubles_.insert(i);
+            }
+        }
     }
-    const std::string_view bytes = in.for_library();
-    const int judged = jkc_judges_buffer(make_context().get(), nullptr, nullptr, bytes.data(), bytes.size(), 0);
-    const bool ascii_ties = judged > 0 && is_undecided(judged) && (judged & JKC_JUDGED_BIT(JKC_TYPE_ASCII)) != 0;
-    return ascii_ties ? JKC_TYPE_SJIS : expected;
-}
 
-int32_t observe(int32_t code_type, void *user_data) {
-    auto *run = static_cast<Run *>(user_data);
-    run->judged = run->in->judged(code_type);
-    run->binary_byte = find_binary_byte(run->in->text_behind_mark(run->judged), run->judged);
-    if (run->binary_byte) {
-        return 1;
+    void take(size_t i, int answer) {
+        if (answer == kEndedBySignal) {
+            say(list_.files[i].name, tr("its process was ended by a signal"));
+        }
+        counts_.add(answer == kEndedBySignal ? Outcome::kFailed : static_cast<Outcome>(answer));
     }
-    if (!is_unicode(code_type)) {
-        // The judgement looks for both in whatever bytes there are, and ordinary Shift_JIS and EUC text
-        // raises them too. The first would widen CP50221 output to the characters of JIS X 0213, the second
-        // with --compose would make a copy from a code type to itself write nothing.
-        run->ctx->srg_exists = 0;
-        run->ctx->utfmac_exists = 0;
-    }
-    return 0;
-}
 
-int32_t write(const uint8_t *data, uint64_t length, void *user_data) {
-    auto *run = static_cast<Run *>(user_data);
-    run->progress->at(run->ctx->read_offset);
-    const std::string_view text = run->line_ends.rewrite({reinterpret_cast<const char *>(data), length});
-    return run->out->write(text.data(), text.size()) ? JKC_SUCCESS : JKC_EWRITE;
-}
+    Outcome convert(size_t i) {
+        const std::string &name = list_.files[i].name;
+        progress_.begin_file(name);
+        Outcome outcome = Outcome::kFailed;
+        try {
+            outcome = options_.in_place ? convert_in_place(name) : convert_to_folder(i);
+        } catch (const FileError &error) {
+            tell(error);
+        } catch (const std::bad_alloc &) {
+            say(name, tr("out of memory"));
+        }
+        progress_.finish_file();
+        return outcome;
+    }
 
-// Whether a text of the judged code type is what -f says. Plain ASCII is valid in all others but UTF-16, and
-// where there is a byte-order mark, "UTF-16" leaves the byte order to it.
-bool agrees(int judged, int expected) {
-    if (judged == JKC_TYPE_EMPTY || (judged == JKC_TYPE_ASCII && !is_utf16(expected))) {
-        return true;
+    Outcome convert_in_place(const std::string &name) {
+        SafeFile out(name, options_.backup_suffix);
+        return convert_to(out, name, true);
     }
-    return without_mark(judged) == without_mark(expected) ||
-           (judged == JKC_TYPE_UTF16BE_BOM && expected == JKC_TYPE_UTF16LE_BOM);
-}
 
-void warn(const Options &options, const std::string &name, int judged, int preferred) {
-    if (options.from != 0 && judged != preferred && !agrees(judged, options.from)) {
-        say(name,
-            "read as " + code_type_name(judged) + ", which its bytes show, not as " + code_type_name(options.from));
+    Outcome convert_to_folder(size_t i) {
+        const std::string &name = list_.files[i].name;
+        const std::string path = destination(i);
+        if (doubles_.count(i) != 0) {
+            throw FileError(name, format(tr("another file is converted to %s already"), shown(path).c_str()));
+        }
+        struct stat from {};
+        struct stat to {};
+        if (stat(name.c_str(), &from) != 0) {
+            throw FileError(name, errno);
+        }
+        if (stat(path.c_str(), &to) == 0 && from.st_dev == to.st_dev && from.st_ino == to.st_ino) {
+            throw FileError(name, tr("would replace itself, for which there is --in-place"));
+        }
+        // Nothing is made for a name that cannot be read.
+        if (S_ISDIR(from.st_mode)) {
+            throw FileError(name, EISDIR);
+        }
+        make_folders(path);
+        SafeFile out(path);
+        return convert_to(out, name, false);
     }
-    if (options.to == JKC_TYPE_ASCII && judged > JKC_TYPE_ASCII) {
-        say(name, "not plain ASCII, written as " + code_type_name(JKC_TYPE_SJIS));
-    }
-}
 
-std::string describe_nochar(int64_t code, int64_t offset, const JkcContext &ctx, int judged) {
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), is_unicode(judged) ? "U+%04" PRIX64 : "0x%" PRIX64,
-                  static_cast<uint64_t>(code));
-    std::string what = text.data();
-    if (code == 0) {
-        // Shift_JIS and EUC hold none beyond U+FFFF, and on the way there their four bytes count as invalid.
-        const bool had_four = ctx.srg_exists != 0 && without_mark(judged) == JKC_TYPE_UTF8;
-        what = had_four ? "invalid bytes or a character beyond U+FFFF" : "invalid bytes";
+    // Those that lead to a path.
+    static void make_folders(const std::string &path) {
+        for (size_t slash = path.find('/', 1); slash != std::string::npos; slash = path.find('/', slash + 1)) {
+            const std::string folder = path.substr(0, slash);
+            if (mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST) {
+                throw FileError(folder, errno);
+            }
+        }
     }
-    return what + " at byte " + std::to_string(offset);
-}
 
-// "3 characters without equivalent in SJIS: first U+2603 at byte 5, last invalid bytes at byte 40"
-std::string describe_losses(const JkcContext &ctx, int judged, int target) {
-    const std::string first = describe_nochar(ctx.first_nochar, ctx.first_nochar_index, ctx, judged);
-    const std::string last = describe_nochar(ctx.last_nochar, ctx.last_nochar_index, ctx, judged);
-    const bool one = ctx.nochar_count == 1;
-    return std::to_string(ctx.nochar_count) + (one ? " character" : " characters") + " without equivalent in " +
-           code_type_name(target == JKC_TYPE_ASCII ? JKC_TYPE_SJIS : target) + ": " +
-           (one ? first : "first " + first + ", last " + last);
-}
-
-// "2 invalid bytes kept: first at byte 5, last at byte 40"
-std::string describe_kept(const BadBytes &kept) {
-    const std::string first = "at byte " + std::to_string(kept.first);
-    return kept.count == 1 ? "1 invalid byte kept: " + first
-                           : std::to_string(kept.count) + " invalid bytes kept: first " + first + ", last at byte " +
-                                 std::to_string(kept.last);
-}
-
-// The encoding of a code type: ASCII is read and written as Shift_JIS.
-int encoding_of(int code_type) {
-    return code_type == JKC_TYPE_ASCII ? static_cast<int>(JKC_TYPE_SJIS) : without_mark(code_type);
-}
-
-// The invalid bytes that a conversion within one encoding passes on.
-BadBytes find_kept(const Run &run, int target) {
-    const bool composed = run.ctx->utfmac_to != 0 && run.ctx->utfmac_exists != 0;
-    const bool copied = encoding_of(run.judged) == encoding_of(target) && !composed;
-    return copied ? find_ill_formed(run.in->text_behind_mark(run.judged), run.judged) : BadBytes();
-}
-
-// Adds to the library's record what it leaves out.
-void add_unrecorded(const Run &run, int target) {
-    const BadBytes lost = encoding_of(run.judged) == encoding_of(target)
-                              ? BadBytes()
-                              : find_unrecorded(run.in->text_behind_mark(run.judged), run.judged, encoding_of(target));
-    if (lost.count == 0) {
-        return;
-    }
-    JkcContext &ctx = *run.ctx;
-    if (ctx.nochar_count == 0 || static_cast<int64_t>(lost.first) < ctx.first_nochar_index) {
-        ctx.first_nochar = 0;
-        ctx.first_nochar_index = static_cast<int64_t>(lost.first);
-    }
-    if (ctx.nochar_count == 0 || static_cast<int64_t>(lost.last) > ctx.last_nochar_index) {
-        ctx.last_nochar = 0;
-        ctx.last_nochar_index = static_cast<int64_t>(lost.last);
-    }
-    ctx.nochar_count += static_cast<uint32_t>(lost.count);
-}
-
-void set_options(JkcContext &ctx, const Options &options) {
-    ctx.utfmac_to = options.compose ? 1 : 0;
-    ctx.suppress = options.suppress && !options.strict ? 1 : 0;
-}
-
-FileResult convert_input(const Options &options, const Input &in, Output &out, Progress &progress) {
-    const Context ctx = make_context();
-    set_options(*ctx, options);
-    const int preferred = preferred_type(options.from, in);
-    // Files that are joined have one byte-order mark, at the front.
-    const int target = out.length() == 0 ? options.to : without_mark(options.to);
-    Run run{ctx.get(), &in, LineEndWriter(options.line_type, target), &out, &progress};
-    const std::string_view bytes = in.for_library();
-    const auto convert_with = [&](JkcWriter writer) {
-        return jkc_convert_buffer(ctx.get(), reinterpret_cast<const uint8_t *>(bytes.data()), bytes.size(), preferred,
-                                  target, false, observe, writer, &run);
-    };
-    const int32_t status = convert_with(write);
-    out.print(run.line_ends.finish());
-    if (run.binary_byte) {
-        say(in.name(), describe_binary(in.text_behind_mark(run.judged), *run.binary_byte));
-        return kRefused;
-    }
-    if (is_undecided(run.judged)) {
-        say(in.name(), undecided_reason(run.judged, options.from));
-        return kRefused;
-    }
-    if (status != JKC_SUCCESS) {
-        throw FileError(in.name(), status_reason(status, ctx->sys_errno));
-    }
-    if (!options.quiet) {
-        warn(options, in.name(), run.judged, preferred);
-    }
-    if (ctx->suppress != 0) {
-        // Not all that is left out is recorded, but all that would be replaced is.
-        ctx->suppress = 0;
-        convert_with(nullptr);
-    }
-    const BadBytes kept = find_kept(run, options.to);
-    add_unrecorded(run, options.to);
-    if (ctx->nochar_count == 0 && kept.count == 0) {
-        return kConverted;
-    }
-    if (!options.quiet || options.strict) {
-        say(in.name(), kept.count == 0 ? describe_losses(*ctx, run.judged, options.to) : describe_kept(kept));
-    }
-    return options.strict ? kRefused : kConvertedWithLosses;
-}
-
-FileResult convert_in_place(const Options &options, const std::string &name, Progress &progress) {
-    try {
-        SafeFile out(name, options.backup_suffix);
-        const Input in(name);
-        const FileResult result = convert_input(options, in, out, progress);
-        if (exit_code(result) == kDone) {
+    Outcome convert_to(SafeFile &out, const std::string &name, bool is_same_file) {
+        struct stat file {};
+        if (options_.keep_time && stat(name.c_str(), &file) == 0) {
+            out.set_time(file.st_mtim);
+        }
+        Outcome outcome = Outcome::kFailed;
+        {
+            const SignalWindow window;
+            const Input in(name);
+            outcome = convert_text(options_, in, out, progress_);
+        }
+        if (exit_code(outcome) != kDone) {
+            return outcome;
+        }
+        const bool unchanged = out.holds_the_same_as(name);
+        if (!unchanged || !is_same_file) {
             out.commit();
         }
-        return result;
-    } catch (const FileError &error) {
-        say(error.name, error.what());
-    } catch (const std::bad_alloc &) {
-        say(name, "out of memory");
+        return unchanged ? Outcome::kUnchanged : outcome;
     }
-    return kFailed;
-}
 
-// "2 of 3 files converted, 1 with losses"
-std::string describe_results(const std::array<size_t, kFailed + 1> &counts) {
-    const size_t converted = counts[kConverted] + counts[kConvertedWithLosses];
-    const size_t all = converted + counts[kRefused] + counts[kFailed];
-    return (converted == all ? "" : std::to_string(converted) + " of ") + std::to_string(all) + " files converted" +
-           (counts[kConvertedWithLosses] == 0 ? ""
-                                              : ", " + std::to_string(counts[kConvertedWithLosses]) + " with losses");
-}
+    const Options &options_;
+    const FileList &list_;
+    Progress &progress_;
+    OutcomeCounts counts_;
+    std::unordered_set<size_t> doubles_; // those whose place another has taken
+};
 
-ExitCode convert_each_in_place(const Options &options, Progress &progress) {
-    std::array<size_t, kFailed + 1> counts{};
-    ExitCode worst = kDone;
-    run_side_by_side(
-        options.files.size(), options.jobs,
-        [&](size_t i) { return convert_in_place(options, options.files[i], progress); },
-        [&](size_t i, int answer) {
-            if (answer == kEndedBySignal) {
-                say(options.files[i], "its process was ended by a signal");
-            }
-            const FileResult result = answer == kEndedBySignal ? kFailed : static_cast<FileResult>(answer);
-            ++counts.at(result);
-            worst = std::max(worst, exit_code(result));
-            progress.finish_file(i);
-        });
-    if (options.files.size() > 1 && !options.quiet) {
-        say("summary", describe_results(counts));
-    }
-    return worst;
-}
-
-ExitCode convert_to_output(const Options &options, Progress &progress) {
+ExitCode convert_to_output(const Options &options, const FileList &list, Progress &progress) {
     const std::unique_ptr<Output> out = open_output(options.output);
-    size_t begun = 0;
-    const ExitCode code = for_each_file(options.files, out.get(), [&](const std::string &name) {
-        if (begun > 0) {
-            progress.finish_file(begun - 1);
-        }
-        ++begun;
+    const ExitCode code = for_each_file(list, *out, [&](const std::string &name) {
+        progress.begin_file(name);
         const Input in(name);
-        return exit_code(convert_input(options, in, *out, progress));
+        const Outcome outcome = convert_text(options, in, *out, progress);
+        progress.finish_file();
+        return exit_code(outcome);
     });
     if (code == kDone) {
         out->commit();
@@ -275,15 +176,16 @@ ExitCode convert_to_output(const Options &options, Progress &progress) {
 
 // A bar would stand among the text that is written to the screen.
 bool wants_bar(const Options &options) {
-    const bool to_screen = !options.in_place && options.output.value_or("-") == "-" && isatty(STDOUT_FILENO) != 0;
+    const bool to_screen = !options.writes_each() && options.output.value_or("-") == "-" && isatty(STDOUT_FILENO) != 0;
     return options.progress && !options.quiet && isatty(STDERR_FILENO) != 0 && !to_screen;
 }
 
 } // namespace
 
 ExitCode convert(const Options &options) {
-    Progress progress(options.files, wants_bar(options));
-    return options.in_place ? convert_each_in_place(options, progress) : convert_to_output(options, progress);
+    const FileList list = list_files(options);
+    Progress progress(list, wants_bar(options));
+    return options.writes_each() ? EachFile(options, list, progress).run() : convert_to_output(options, list, progress);
 }
 
 } // namespace jkc::cli

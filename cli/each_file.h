@@ -1,10 +1,10 @@
-// How every command goes through its files.
+// How the commands with one output go through their files.
 #pragma once
 
 #include <algorithm>
 #include <string>
-#include <vector>
 
+#include "file_list.h"
 #include "output.h"
 #include "report.h"
 
@@ -13,15 +13,15 @@ namespace jkc::cli {
 // Calls work(name) for each file. One that fails is told and does not keep the others from their turn,
 // unless it is the output that broke. Answers the highest exit code.
 template <typename Work>
-ExitCode for_each_file(const std::vector<std::string> &names, const Output *output, Work work) {
-    ExitCode worst = kDone;
-    for (const std::string &name : names) {
+ExitCode for_each_file(const FileList &list, const Output &output, Work work) {
+    ExitCode worst = list.failures > 0 ? kInputOutput : kDone;
+    for (const ListedFile &file : list.files) {
         try {
-            worst = std::max(worst, work(name));
+            worst = std::max(worst, work(file.name));
         } catch (const FileError &error) {
-            say(error.name, error.what());
+            tell(error);
             worst = kInputOutput;
-            if (output != nullptr && output->error() != 0) {
+            if (output.error() != 0) {
                 break;
             }
         }

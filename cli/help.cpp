@@ -1,100 +1,76 @@
 #include "help.h"
 
-#include <array>
-#include <cstdio>
+#include <algorithm>
 
 #include "jkc.h"
+#include "translate.h"
 
 namespace jkc::cli {
 namespace {
 
-constexpr const char *kProgramHelp = R"(usage: jkc COMMAND [OPTION...] [FILE...]
+std::string padded(std::string text, size_t width) {
+    text.resize(std::max(text.size(), width), ' ');
+    return text;
+}
 
-Judges which Japanese encoding a text is in, and converts it.
+// "  -t, --to CODE         code type to write"
+std::string option_line(const OptionRow &option) {
+    constexpr size_t kWidth = 24;
+    std::string line = "  ";
+    if (option.letter != 0) {
+        line.append({'-', option.letter, ',', ' '});
+    }
+    line.append("--").append(option.name);
+    if (option.argument != nullptr) {
+        line.append(option.argument[0] == '[' ? "" : " ").append(option.argument);
+    }
+    return padded(line + " ", kWidth) + tr(option.help) + "\n";
+}
 
-  jkc detect [FILE...]            tell the code type and line ends of each file
-  jkc convert -t CODE [FILE...]   convert files
-  jkc lines [-t CODE] FILE        number the lines and count their characters
+std::string option_lines(const Command &command) {
+    std::string lines;
+    for (const OptionRow &option : all_options()) {
+        lines += (option.commands & command.bit) != 0 && option.help != nullptr ? option_line(option) : "";
+    }
+    return lines;
+}
 
-  jkc COMMAND --help              tell more about a command
-  jkc --list                      list the code types and their aliases
-  jkc --version                   tell the version
-
-Exit status: 0 done; 1 undecided, binary, or losses under --strict; 2 usage;
-3 input or output.
-)";
-
-constexpr const char *kDetectHelp = R"(usage: jkc detect [FILE...]
-
-Prints a line for each file: "FILE: CODE TYPE, LINE ENDS". Without a file, or
-where the file is "-", reads standard input.
-
-  letter.txt: SJIS, CRLF               one code type fits
-  mixed.txt: UTF8, LF+CRLF             several kinds of line ends
-  short.txt: undecided (SJIS, EUC)     these fit equally well
-  photo.jpg: unknown                   none fits
-  letter.doc: binary                   has control bytes that no text has
-
-Exit status: 0 done; 1 undecided, unknown or binary; 2 usage; 3 input or output.
-)";
-
-constexpr const char *kLinesHelp = R"(usage: jkc lines [OPTION...] [FILE]
-
-Prints the lines of a file, or of standard input without one or for "-", each
-behind its number and its count of characters.
-
-  -t, --to CODE         code type to print in (UTF8)
-  -f, --from CODE       code type to expect, as with convert
-
-      1     19  Dear Ms Takahashi,
-      2      0
-
-Exit status: 0 done; 1 undecided or binary; 2 usage; 3 input or output, or a
-line that cannot be read to its end.
-)";
-
-constexpr const char *kConvertHelp = R"(usage: jkc convert [OPTION...] -t CODE [FILE...]
-
-Converts each file, or standard input without a file or for "-". What code type
-a file is in is judged from its bytes.
-
-  -t, --to CODE         code type to convert to ('jkc --list' shows them)
-  -f, --from CODE       code type to expect: it wins when several fit equally,
-                        but does not overrule what the bytes show
-  -o, --output OUT      write to OUT, not to standard output; several files
-                        are joined
-  --in-place[=SUFFIX]   replace each file, and keep the old one as FILE+SUFFIX
-  --eol KIND            line ends: keep (default), lf, crlf or cr
-  --compose             compose letters with their marks (Unicode sources)
-  --suppress            leave out what CODE lacks; otherwise '?' stands for it
-  --strict              take lost characters and invalid bytes as failure: OUT
-                        or the file in place stays as it was
-  -j, --jobs N          convert in N processes side by side (with --in-place)
-  -q, --quiet           tell only what failed
-  --no-progress         no bar for long work on a terminal
-
-Files are written beside and renamed when all went well. Exit status: 0 done;
-1 undecided, binary, or losses under --strict; 2 usage; 3 input or output.
-)";
+std::string command_lines() {
+    constexpr size_t kWidth = 24;
+    std::string lines;
+    for (const Command &command : all_commands().subspan(1)) {
+        lines += padded(std::string("  jkc ") + command.name, kWidth) + tr(command.what) + "\n";
+    }
+    return lines;
+}
 
 } // namespace
 
-const char *help_text(const std::string &command) {
-    if (command == "detect") {
-        return kDetectHelp;
+std::string help_text(const Command &command) {
+    const bool is_program = command.bit == kForProgram;
+    std::string usage = command.name;
+    usage.append(is_program ? "" : " ").append(command.usage);
+    std::string text = format(tr("usage: jkc %s"), usage.c_str()) + "\n\n";
+    text.append(tr(command.about)).append("\n\n");
+    text += is_program ? command_lines() : option_lines(command);
+    text += "\n";
+    if (is_program) {
+        text += tr("  jkc help COMMAND      tell more about a command, as does jkc COMMAND -h\n"
+                   "  jkc -l, --list        list the code types and their aliases\n"
+                   "  jkc -V, --version     tell the version\n");
+        text += "\n";
     }
-    if (command == "lines") {
-        return kLinesHelp;
+    if (command.notes[0] != '\0') {
+        text += std::string(tr(command.notes)) + "\n";
     }
-    return command == "convert" ? kConvertHelp : kProgramHelp;
+    return text + tr("Exit status: 0 done; 1 undecided, binary, losses (--strict); 2 usage; 3 I/O.\n");
 }
 
 std::string version_text() {
     const uint32_t library = jkc_version_number();
-    std::array<char, 64> text{};
-    std::snprintf(text.data(), text.size(), "jkc %s (library %u.%u.%u)\n", JKC_VERSION_STRING, library / 10000,
-                  library / 100 % 100, library % 100);
-    return text.data();
+    return format(tr("jkc %s (library %u.%u.%u)"), JKC_VERSION_STRING, library / 10000, library / 100 % 100,
+                  library % 100) +
+           "\n";
 }
 
 } // namespace jkc::cli

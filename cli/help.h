@@ -3,10 +3,11 @@
 
 #include <string>
 
+#include "command_table.h"
+
 namespace jkc::cli {
 
-// Help on a command; on the whole program for any other name.
-const char *help_text(const std::string &command);
+std::string help_text(const Command &command);
 
 std::string version_text();
 

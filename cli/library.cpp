@@ -1,7 +1,8 @@
 #include "library.h"
 
-#include <cstring>
 #include <new>
+
+#include "translate.h"
 
 namespace jkc::cli {
 
@@ -22,15 +23,15 @@ std::string status_reason(int32_t status, int error_number) {
     switch (status) {
     case JKC_EROPEN:
     case JKC_EREAD:
-        return std::strerror(error_number);
+        return system_text(error_number);
     case JKC_EALLOC:
-        return "out of memory";
+        return tr("out of memory");
     case JKC_EUEXPEOD:
-        return "the text ends inside a character";
+        return tr("the text ends inside a character");
     case JKC_ECTYPE:
-        return "this conversion is not supported";
+        return tr("this conversion is not supported");
     default:
-        return "failed with status " + std::to_string(status);
+        return format(tr("failed with status %d"), static_cast<int>(status));
     }
 }
 

@@ -11,6 +11,7 @@
 #include "library.h"
 #include "output.h"
 #include "text_checks.h"
+#include "translate.h"
 
 namespace jkc::cli {
 namespace {
@@ -49,7 +50,7 @@ private:
         const std::string_view text = in.for_library();
         if (!copy || std::fwrite(text.data(), 1, text.size(), copy.get()) != text.size() ||
             std::fflush(copy.get()) != 0) {
-            throw FileError("temporary file", errno);
+            throw FileError(tr("temporary file"), errno);
         }
         std::rewind(copy.get());
         return jkc_io_open(("/dev/fd/" + std::to_string(fileno(copy.get()))).c_str(), 0, from, to, 0, judged);
@@ -108,10 +109,9 @@ void list_lines(const std::string &name, HeldFile &file, Listing &listing) {
     }
     if (characters != JKC_EOF) {
         listing.flush();
-        const std::string reason = characters < 0
-                                       ? "line " + std::to_string(listing.next_number() + empty) + ": invalid bytes"
-                                       : "the text ends inside a character";
-        throw FileError(name, reason);
+        const unsigned long long number = listing.next_number() + empty;
+        throw FileError(name, characters < 0 ? format(tr("line %llu: invalid bytes"), number)
+                                             : tr("the text ends inside a character"));
     }
     for (; empty > 0; --empty) {
         listing.add(0, "");
@@ -122,7 +122,7 @@ void list_lines(const std::string &name, HeldFile &file, Listing &listing) {
 } // namespace
 
 ExitCode lines(const Options &options) {
-    const std::string &name = options.files.front();
+    const std::string name = options.files.empty() ? "-" : options.files.front();
     // Shown without a mark, which would stand behind the first number; and as ASCII, Shift_JIS is written.
     const int to = options.to == JKC_TYPE_ASCII ? static_cast<int>(JKC_TYPE_SJIS) : without_mark(options.to);
     const Input in(name);

@@ -1,6 +1,5 @@
 // The program jkc.
 #include <csignal>
-#include <cstdio>
 #include <new>
 #include <string_view>
 
@@ -12,6 +11,7 @@
 #include "options.h"
 #include "output.h"
 #include "report.h"
+#include "translate.h"
 
 namespace jkc::cli {
 namespace {
@@ -25,8 +25,10 @@ void print(std::string_view text) {
 ExitCode run(int argc, char **argv) {
     const Options options = parse_options(argc, argv);
     switch (options.action) {
+    case Action::kNone:
+        break;
     case Action::kHelp:
-        print(help_text(options.command));
+        print(help_text(*options.command));
         return kDone;
     case Action::kVersion:
         print(version_text());
@@ -50,20 +52,19 @@ ExitCode run(int argc, char **argv) {
 int main(int argc, char **argv) {
     using namespace jkc::cli;
     occupy_standard_descriptors();
+    choose_language();
     // As failures of write() these are told like any other, and leave no temporary file behind.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     try {
         return run(argc, argv);
     } catch (const UsageError &error) {
-        if (error.what()[0] != '\0') {
-            std::fprintf(stderr, "jkc: %s\n", error.what());
-        }
+        say(error.what());
         return kUsage;
     } catch (const FileError &error) {
-        say(error.name, error.what());
+        tell(error);
     } catch (const std::bad_alloc &) {
-        std::fputs("jkc: out of memory\n", stderr);
+        say(tr("out of memory"));
     }
     return kInputOutput;
 }

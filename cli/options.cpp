@@ -1,70 +1,24 @@
 #include "options.h"
 
-#include <getopt.h>
+#include <strings.h>
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
+#include <cstring>
 
 #include "code_types.h"
+#include "quoting.h"
+#include "suggest.h"
+#include "translate.h"
 
 namespace jkc::cli {
 namespace {
 
-// Options without a one-letter form.
-enum LongOption { kVersion = 256, kList, kEol, kInPlace, kSuppress, kCompose, kStrict, kNoProgress };
-
-constexpr option kNoMore{nullptr, 0, nullptr, 0};
-constexpr option kHelpOption{"help", no_argument, nullptr, 'h'};
-constexpr option kVersionOption{"version", no_argument, nullptr, kVersion};
-constexpr option kListOption{"list", no_argument, nullptr, kList};
-
-constexpr option kCommonOptions[] = {kHelpOption, kVersionOption, kListOption, kNoMore};
-constexpr option kConvertOptions[] = {
-    kHelpOption,
-    kVersionOption,
-    kListOption,
-    {"from", required_argument, nullptr, 'f'},
-    {"to", required_argument, nullptr, 't'},
-    {"output", required_argument, nullptr, 'o'},
-    {"in-place", optional_argument, nullptr, kInPlace},
-    {"eol", required_argument, nullptr, kEol},
-    {"suppress", no_argument, nullptr, kSuppress},
-    {"compose", no_argument, nullptr, kCompose},
-    {"strict", no_argument, nullptr, kStrict},
-    {"quiet", no_argument, nullptr, 'q'},
-    {"jobs", required_argument, nullptr, 'j'},
-    {"no-progress", no_argument, nullptr, kNoProgress},
-    kNoMore,
-};
-constexpr option kLinesOptions[] = {
-    kHelpOption,
-    kVersionOption,
-    kListOption,
-    {"from", required_argument, nullptr, 'f'},
-    {"to", required_argument, nullptr, 't'},
-    kNoMore,
-};
-
-struct Command {
-    const char *name;
-    Action action;
-    const char *short_options;
-    const option *long_options;
-};
-
-// The first stands for a command line without a command.
-constexpr std::array kCommands{
-    Command{"", Action::kHelp, "+h", kCommonOptions},
-    Command{"detect", Action::kDetect, "h", kCommonOptions},
-    Command{"convert", Action::kConvert, "hf:t:o:qj:", kConvertOptions},
-    Command{"lines", Action::kLines, "hf:t:", kLinesOptions},
-};
-
-int code_type_option(const char *name) {
+int code_type_option(const std::string &name) {
     const int type = find_code_type(name);
     if (type < 0) {
-        throw UsageError("unknown code type '" + std::string(name) + "' ('jkc --list' shows the known ones)");
+        throw UsageError(format(tr("unknown code type '%s'%s ('jkc --list' shows the known ones)"), shown(name).c_str(),
+                                suggest_code_type(name).c_str()));
     }
     return type;
 }
@@ -73,150 +27,275 @@ uint32_t line_type_option(const std::string &name) {
     constexpr std::pair<const char *, uint32_t> kLineTypes[] = {
         {"keep", JKC_LINE_KEEP}, {"lf", JKC_LINE_LF}, {"crlf", JKC_LINE_CRLF}, {"cr", JKC_LINE_CR}};
     for (const auto &[known, type] : kLineTypes) {
-        if (name == known) {
+        if (strcasecmp(name.c_str(), known) == 0) {
             return type;
         }
     }
-    throw UsageError("unknown line end '" + name + "' (keep, lf, crlf or cr)");
+    throw UsageError(format(tr("unknown line end '%s' (keep, lf, crlf or cr)"), shown(name).c_str()));
 }
 
 std::string backup_suffix_option(const char *suffix) {
     if (suffix == nullptr) {
         return "";
     }
-    std::string text = suffix;
-    if (text.empty() || text.find('/') != std::string::npos) {
-        throw UsageError("--in-place takes a suffix such as .bak");
+    if (*suffix == '\0' || std::strchr(suffix, '/') != nullptr) {
+        throw UsageError(tr("--in-place takes a suffix such as .bak"));
     }
-    return text;
+    return suffix;
 }
 
 int jobs_option(const char *number) {
-    constexpr long kMost = 1000;
+    constexpr int kMost = 1000;
     char *end = nullptr;
     const long jobs = std::strtol(number, &end, 10);
     if (end == number || *end != '\0' || jobs < 1 || jobs > kMost) {
-        throw UsageError("--jobs takes a number from 1 to " + std::to_string(kMost));
+        throw UsageError(format(tr("--jobs takes a number from 1 to %d"), kMost));
     }
     return static_cast<int>(jobs);
 }
 
-void check_lines(const Options &options) {
-    if (options.files.size() > 1) {
-        throw UsageError("lines takes one file");
+std::string path_option(const char *option, const char *path) {
+    if (*path == '\0') {
+        throw UsageError(format(tr("%s takes a name"), option));
     }
+    return path;
+}
+
+const Command *command_named(const std::string &name) {
+    const Command *command = find_command(name.c_str());
+    if (command == nullptr) {
+        Suggestion suggestion(name);
+        for (const Command &known : all_commands().subspan(1)) {
+            suggestion.offer(known.name);
+        }
+        throw UsageError(
+            format(tr("unknown command '%s'%s (see 'jkc --help')"), shown(name).c_str(), suggestion.text().c_str()));
+    }
+    return command;
+}
+
+// Goes through the words behind the command.
+class Parser {
+public:
+    Parser(Options &options, char **words) : options_(options), words_(words) {}
+
+    void parse() {
+        bool options_end = false;
+        // An option such as --help makes an end: whatever else there is.
+        const Action action = options_.action;
+        while (*words_ != nullptr && options_.action == action) {
+            const char *word = *words_++;
+            if (options_end || word[0] != '-' || word[1] == '\0') {
+                options_.files.emplace_back(word);
+            } else if (word[1] != '-') {
+                take_letters(word + 1);
+            } else if (word[2] == '\0') {
+                options_end = true;
+            } else {
+                take_long(word + 2);
+            }
+        }
+    }
+
+private:
+    template <typename Fits>
+    const OptionRow *find(Fits fits) const {
+        const auto all = all_options();
+        const auto found = std::find_if(all.begin(), all.end(), [&](const OptionRow &row) {
+            return (row.commands & options_.command->bit) != 0 && fits(row);
+        });
+        return found == all.end() ? nullptr : &*found;
+    }
+
+    static bool may_lack_argument(const OptionRow &row) { return row.argument == nullptr || row.argument[0] == '['; }
+
+    const char *next_word(const OptionRow &row) {
+        if (*words_ == nullptr) {
+            throw UsageError(format(tr("--%s needs an argument: %s"), row.name, row.argument));
+        }
+        return *words_++;
+    }
+
+    // "-qf sjis" or "-qfsjis"
+    void take_letters(const char *letters) {
+        while (*letters != '\0') {
+            const char letter = *letters++;
+            const OptionRow *row = find([&](const OptionRow &r) { return r.letter == letter; });
+            if (row == nullptr) {
+                throw UsageError(format(tr("unknown option '-%s'"), shown(std::string(1, letter)).c_str()));
+            }
+            if (row->argument == nullptr) {
+                apply(row->id, nullptr);
+                continue;
+            }
+            apply(row->id, *letters != '\0' ? letters : next_word(*row));
+            return;
+        }
+    }
+
+    // "to=sjis" or "to sjis". No abbreviations: what they mean would change with each new option.
+    void take_long(const char *word) {
+        const char *equals = std::strchr(word, '=');
+        const std::string name(word, equals == nullptr ? std::strlen(word) : static_cast<size_t>(equals - word));
+        const OptionRow *row = find(
+            [&](const OptionRow &r) { return name == r.name || (r.other_name != nullptr && name == r.other_name); });
+        if (row == nullptr) {
+            Suggestion suggestion(name);
+            find([&](const OptionRow &r) {
+                suggestion.offer(r.name);
+                return false;
+            });
+            throw UsageError(format(tr("unknown option '--%s'%s"), shown(name).c_str(), suggestion.text("--").c_str()));
+        }
+        if (equals != nullptr && row->argument == nullptr) {
+            throw UsageError(format(tr("--%s takes no argument"), row->name));
+        }
+        const char *argument = equals != nullptr ? equals + 1 : may_lack_argument(*row) ? nullptr : next_word(*row);
+        apply(row->id, argument);
+    }
+
+    void apply(OptionId id, const char *argument) {
+        switch (id) {
+        case OptionId::kTo:
+            options_.to = code_type_option(argument);
+            break;
+        case OptionId::kFrom:
+            options_.from = code_type_option(argument);
+            break;
+        case OptionId::kOutput:
+            options_.output = argument;
+            break;
+        case OptionId::kInPlace:
+            options_.in_place = true;
+            options_.backup_suffix = backup_suffix_option(argument);
+            break;
+        case OptionId::kOutputDir:
+            options_.output_dir = path_option("--output-dir", argument);
+            break;
+        case OptionId::kKeepTime:
+            options_.keep_time = true;
+            break;
+        case OptionId::kEol:
+            options_.line_type = line_type_option(argument);
+            break;
+        case OptionId::kCompose:
+            options_.compose = true;
+            break;
+        case OptionId::kSuppress:
+            options_.suppress = true;
+            break;
+        case OptionId::kStrict:
+            options_.strict = true;
+            break;
+        case OptionId::kRecursive:
+            options_.recursive = true;
+            break;
+        case OptionId::kInclude:
+            options_.include.emplace_back(argument);
+            break;
+        case OptionId::kExclude:
+            options_.exclude.emplace_back(argument);
+            break;
+        case OptionId::kFilesFrom:
+            options_.files_from = path_option("--files-from", argument);
+            break;
+        case OptionId::kNull:
+            options_.null_names = true;
+            break;
+        case OptionId::kJobs:
+            options_.jobs = jobs_option(argument);
+            break;
+        case OptionId::kQuiet:
+            options_.quiet = true;
+            break;
+        case OptionId::kNoProgress:
+            options_.progress = false;
+            break;
+        case OptionId::kHelp:
+            options_.action = Action::kHelp;
+            break;
+        case OptionId::kList:
+            options_.action = Action::kList;
+            break;
+        case OptionId::kVersion:
+            options_.action = Action::kVersion;
+            break;
+        }
+    }
+
+    Options &options_;
+    char **words_; // the next one; a null is behind the last
+};
+
+void check_lines(Options &options) {
+    if (options.files.size() > 1) {
+        throw UsageError(tr("lines takes one file"));
+    }
+    options.to = options.to == 0 ? static_cast<int>(JKC_TYPE_UTF8) : options.to;
     if (options.to == JKC_TYPE_JIS2004) {
-        throw UsageError("lines cannot be read in " + code_type_name(options.to));
+        throw UsageError(format(tr("lines cannot be read in %s"), code_type_name(options.to).c_str()));
     }
 }
 
-void check_convert(const Options &options, bool files_named) {
+void check_files(const Options &options) {
+    const bool reads_input = std::find(options.files.begin(), options.files.end(), "-") != options.files.end();
+    if (!options.recursive && !(options.include.empty() && options.exclude.empty())) {
+        throw UsageError(tr("--include and --exclude need -r"));
+    }
+    if (options.files_from == "-" && reads_input) {
+        throw UsageError(tr("standard input cannot be both a text and the list of files"));
+    }
+    if (options.writes_each() && (reads_input || (options.files.empty() && options.files_from.empty()))) {
+        throw UsageError(
+            format(tr("%s needs files, not standard input"), options.in_place ? "--in-place" : "--output-dir"));
+    }
+}
+
+void check_convert(const Options &options) {
     if (options.to == 0) {
-        throw UsageError("convert needs the target: -t CODE");
+        throw UsageError(tr("convert needs the target: -t CODE"));
     }
-    if (!options.in_place) {
-        if (options.jobs > 1) {
-            throw UsageError("--jobs needs --in-place, since joined output is written in order");
-        }
-        return;
+    if (int(options.output.has_value()) + int(options.in_place) + int(!options.output_dir.empty()) > 1) {
+        throw UsageError(tr("of -o, --in-place and --output-dir only one is possible"));
     }
-    if (options.output) {
-        throw UsageError("-o and --in-place exclude each other");
+    if (!options.writes_each() && options.jobs > 1) {
+        throw UsageError(tr("--jobs needs --in-place or --output-dir, since joined output is written in order"));
     }
-    if (!files_named || std::find(options.files.begin(), options.files.end(), "-") != options.files.end()) {
-        throw UsageError("--in-place needs files, not standard input");
+    if (!options.writes_each() && options.keep_time) {
+        throw UsageError(tr("--keep-time needs --in-place or --output-dir"));
     }
 }
 
 } // namespace
 
 Options parse_options(int argc, char **argv) {
-    if (argc < 2) {
-        throw UsageError("no command (see 'jkc --help')");
-    }
     Options options;
-    std::vector<char *> args(argv, argv + argc);
-    const Command *command = kCommands.data();
-    if (args[1][0] != '-') {
-        options.command = args[1];
-        command = std::find_if(kCommands.begin() + 1, kCommands.end(),
-                               [&](const Command &c) { return options.command == c.name; });
-        if (command == kCommands.end()) {
-            throw UsageError("unknown command '" + options.command + "' (see 'jkc --help')");
+    options.command = all_commands().data();
+    if (argc < 2 || argv[1][0] == '-') {
+        Parser(options, argv + std::min(argc, 1)).parse();
+        if (options.action == Action::kNone) {
+            throw UsageError(tr("no command (see 'jkc --help')"));
         }
-        args.erase(args.begin() + 1);
+        return options;
     }
-    options.action = command->action;
-    if (options.action == Action::kLines) {
-        options.to = JKC_TYPE_UTF8;
+    if (std::strcmp(argv[1], "help") == 0) {
+        options.command = argc > 2 ? command_named(argv[2]) : options.command;
+        options.action = Action::kHelp;
+        return options;
     }
-
-    char program[] = "jkc"; // how getopt_long begins its messages
-    args[0] = program;
-    const int count = static_cast<int>(args.size());
-    args.push_back(nullptr);
-    for (;;) {
-        switch (getopt_long(count, args.data(), command->short_options, command->long_options, nullptr)) {
-        case 'h':
-            options.action = Action::kHelp;
-            return options;
-        case kVersion:
-            options.action = Action::kVersion;
-            return options;
-        case kList:
-            options.action = Action::kList;
-            return options;
-        case 'f':
-            options.from = code_type_option(optarg);
-            continue;
-        case 't':
-            options.to = code_type_option(optarg);
-            continue;
-        case 'o':
-            options.output = optarg;
-            continue;
-        case 'q':
-            options.quiet = true;
-            continue;
-        case 'j':
-            options.jobs = jobs_option(optarg);
-            continue;
-        case kNoProgress:
-            options.progress = false;
-            continue;
-        case kEol:
-            options.line_type = line_type_option(optarg);
-            continue;
-        case kInPlace:
-            options.in_place = true;
-            options.backup_suffix = backup_suffix_option(optarg);
-            continue;
-        case kSuppress:
-            options.suppress = true;
-            continue;
-        case kCompose:
-            options.compose = true;
-            continue;
-        case kStrict:
-            options.strict = true;
-            continue;
-        case -1:
-            break;
-        default:
-            throw UsageError(""); // getopt_long has told why
-        }
-        break;
-    }
-    options.files.assign(args.begin() + optind, args.end() - 1);
-    const bool files_named = !options.files.empty();
-    if (!files_named) {
-        options.files.emplace_back("-");
+    options.command = command_named(argv[1]);
+    options.action = options.command->action;
+    Parser(options, argv + 2).parse();
+    if (options.action != options.command->action) {
+        return options; // --help and the like
     }
     if (options.action == Action::kConvert) {
-        check_convert(options, files_named);
+        check_convert(options);
     }
     if (options.action == Action::kLines) {
         check_lines(options);
+    } else {
+        check_files(options);
     }
     return options;
 }

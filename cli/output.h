@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace jkc::cli {
 
@@ -47,7 +48,7 @@ private:
 };
 
 // Opens what -o names: nothing or "-" is standard output; a regular or new file becomes a SafeFile; a
-// device or pipe is written directly. Throws FileError.
+// device or pipe is written directly, and /dev/fd/N is the descriptor N itself. Throws FileError.
 std::unique_ptr<Output> open_output(const std::optional<std::string> &path);
 
 // Gives files to closed standard descriptors, so that no file opened later is taken for one of them.

@@ -1,11 +1,17 @@
 #include "progress.h"
 
+#include <sys/ioctl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <string_view>
 
 #include "report.h"
+#include "translate.h"
 
 namespace jkc::cli {
 namespace {
@@ -14,53 +20,110 @@ using namespace std::chrono_literals;
 
 constexpr auto kLongWork = 1s; // what is done sooner needs no bar
 constexpr auto kInterval = 100ms;
-constexpr size_t kWidth = 40;
 
 void show(const std::string &text) { std::fwrite(text.data(), 1, text.size(), stderr); }
 
+uint64_t size_of(const std::string &name) {
+    struct stat file {};
+    const bool known = name != "-" && stat(name.c_str(), &file) == 0 && S_ISREG(file.st_mode);
+    return known ? static_cast<uint64_t>(file.st_size) : 0;
+}
+
+bool can_go_back() {
+    const char *terminal = std::getenv("TERM");
+    return terminal != nullptr && *terminal != '\0' && std::string_view(terminal) != "dumb";
+}
+
+size_t terminal_width() {
+    constexpr size_t kUsual = 80;
+    winsize size{};
+    return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : kUsual;
+}
+
+// How many columns a text takes, at most: each character that is not ASCII takes two.
+size_t width_of(const std::string &text) {
+    const auto begins = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; };
+    const auto is_wide = [&](char c) { return static_cast<unsigned char>(c) >= 0x80 && begins(c); };
+    return static_cast<size_t>(std::count_if(text.begin(), text.end(), begins) +
+                               std::count_if(text.begin(), text.end(), is_wide));
+}
+
+// "[####....] " in what room is left beside a text; nothing where that is too little to tell something.
+std::string bar(double part, size_t room) {
+    constexpr size_t kWidest = 40;
+    constexpr size_t kNarrowest = 5;
+    constexpr size_t kFrame = 3;
+    const size_t width = std::min(kWidest, room < kFrame ? 0 : room - kFrame);
+    const auto filled = static_cast<size_t>(part * static_cast<double>(width));
+    if (width < kNarrowest) {
+        return "";
+    }
+    std::string text = "[";
+    return text.append(filled, '#').append(width - filled, '.').append("] ");
+}
+
 } // namespace
 
-Progress::Progress(const std::vector<std::string> &files, bool wanted)
-    : wanted_(wanted), next_(std::chrono::steady_clock::now() + kLongWork) {
-    for (const std::string &file : files) {
-        struct stat found {};
-        const bool known = file != "-" && stat(file.c_str(), &found) == 0 && S_ISREG(found.st_mode);
-        sizes_.push_back(known ? static_cast<uint64_t>(found.st_size) : 0);
-        total_ += sizes_.back();
+Progress::Progress(const FileList &list, bool wanted)
+    : next_(std::chrono::steady_clock::now() + kLongWork), count_(list.files.size()) {
+    if (!wanted || !can_go_back()) {
+        return;
     }
-    wanted_ = wanted && total_ > 0;
-    wipe_line_before_messages(wanted_);
+    for (const ListedFile &file : list.files) {
+        total_ += size_of(file.name);
+    }
+    void *memory = total_ == 0
+                       ? MAP_FAILED
+                       : mmap(nullptr, sizeof(Shared), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    shared_ = memory == MAP_FAILED ? nullptr : static_cast<Shared *>(memory); // all are 0
+    wipe_line_before_messages(shared_ != nullptr);
 }
 
 Progress::~Progress() {
     wipe_line_before_messages(false);
+    if (shared_ != nullptr) {
+        munmap(shared_, sizeof(Shared));
+    }
     if (drawn_) {
         show(kWipeLine);
     }
 }
 
-void Progress::at(int64_t offset) { draw(finished_ + static_cast<uint64_t>(offset)); }
-
-void Progress::finish_file(size_t i) {
-    finished_ += sizes_[i];
-    ++finished_files_;
-    draw(finished_);
+void Progress::begin_file(const std::string &name) {
+    size_ = shared_ == nullptr ? 0 : size_of(name);
+    at_ = 0;
 }
 
-void Progress::draw(uint64_t bytes) {
+void Progress::at(int64_t offset) { advance(static_cast<uint64_t>(offset)); }
+
+void Progress::finish_file() {
+    advance(size_);
+    if (shared_ != nullptr) {
+        ++shared_->files;
+    }
+}
+
+void Progress::advance(uint64_t to) {
+    if (shared_ != nullptr) {
+        shared_->bytes += to - at_; // modulo 2^64, so that it goes back too
+        at_ = to;
+    }
+}
+
+void Progress::draw() {
     const auto now = std::chrono::steady_clock::now();
-    if (!wanted_ || now < next_ || getpid() != owner_) {
+    if (shared_ == nullptr || now < next_) {
         return;
     }
     next_ = now + kInterval;
     drawn_ = true;
-    const double part = std::min(1.0, static_cast<double>(bytes) / static_cast<double>(total_));
-    const auto filled = static_cast<size_t>(part * static_cast<double>(kWidth));
-    std::string bar = kWipeLine;
-    bar.append("[").append(filled, '#').append(kWidth - filled, '.').append("] ");
-    bar += std::to_string(static_cast<int>(100 * part)) + " %, " + std::to_string(finished_files_) + " of " +
-           std::to_string(sizes_.size()) + " files";
-    show(bar);
+    const double part = std::min(1.0, static_cast<double>(shared_->bytes) / static_cast<double>(total_));
+    const std::string numbers = format(tr("%d %%, %zu of %zu files"), static_cast<int>(100 * part),
+                                       static_cast<size_t>(shared_->files), count_);
+    // Nothing in the last column, where some terminals begin a new line.
+    const size_t width = terminal_width() - 1;
+    const size_t taken = width_of(numbers);
+    show(kWipeLine + (taken > width ? "" : bar(part, width - taken) + numbers));
 }
 
 } // namespace jkc::cli

@@ -1,38 +1,46 @@
 // The bar on standard error that tells how far long work has got.
 #pragma once
 
-#include <unistd.h>
-
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <string>
-#include <vector>
+
+#include "file_list.h"
 
 namespace jkc::cli {
 
 class Progress {
 public:
-    // Without `wanted` nothing is shown.
-    Progress(const std::vector<std::string> &files, bool wanted);
+    // Without `wanted`, and on terminals that cannot go back in a line, nothing is shown.
+    Progress(const FileList &list, bool wanted);
     ~Progress();
     Progress(const Progress &) = delete;
     Progress &operator=(const Progress &) = delete;
 
-    // The work is at this byte of the file after the last finished one.
+    // The work on a file begins, is at this byte of it, has ended. In any process, on one file at a time.
+    void begin_file(const std::string &name);
     void at(int64_t offset);
-    void finish_file(size_t i);
+    void finish_file();
+    // Draws the bar when it is time.
+    void draw();
 
 private:
-    void draw(uint64_t bytes);
+    // What all processes see.
+    struct Shared {
+        std::atomic<uint64_t> bytes;
+        std::atomic<uint64_t> files;
+    };
 
-    bool wanted_;
-    bool drawn_ = false;
-    pid_t owner_ = getpid(); // processes that are started later do not draw
+    void advance(uint64_t to);
+
+    Shared *shared_ = nullptr; // null: nothing is shown
     std::chrono::steady_clock::time_point next_;
-    std::vector<uint64_t> sizes_;
+    size_t count_;
     uint64_t total_ = 0;
-    uint64_t finished_ = 0;
-    size_t finished_files_ = 0;
+    uint64_t size_ = 0; // of the file that is worked on
+    uint64_t at_ = 0;
+    bool drawn_ = false;
 };
 
 } // namespace jkc::cli

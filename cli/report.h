@@ -17,12 +17,23 @@ enum ExitCode {
 // A file that cannot be read, converted or written; what() is the reason.
 struct FileError : std::runtime_error {
     FileError(std::string file, const std::string &reason) : std::runtime_error(reason), name(std::move(file)) {}
-    FileError(std::string file, int error_number);
+    FileError(std::string file, int error);
     std::string name;
+    int error_number = 0; // errno, if it is a reason of the system
 };
 
 // Writes the line "jkc: ABOUT: WHAT".
 void say(const std::string &about, const std::string &what);
+// The same without ABOUT.
+void say(const std::string &what);
+
+// Says why a file failed. Silent where the reader of the output went away, which is its right.
+void tell(const FileError &error);
+
+// Where messages go instead of to standard error; null: there.
+void collect_messages(std::string *messages);
+// Writes lines that were collected.
+void pass_on_messages(const std::string &lines);
 
 // Goes back to the start of a terminal's line and empties it.
 constexpr const char *kWipeLine = "\r\033[K";

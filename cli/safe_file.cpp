@@ -1,65 +1,25 @@
 #include "safe_file.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
+#include <sys/random.h>
 #include <unistd.h>
 
-#include <atomic>
+#include <array>
 #include <cerrno>
-#include <csignal>
+#include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 
+#include "attributes.h"
+#include "backup.h"
+#include "descriptor.h"
+#include "quoting.h"
 #include "report.h"
+#include "signals.h"
+#include "translate.h"
 
 namespace jkc::cli {
 namespace {
-
-constexpr int kEndingSignals[] = {SIGHUP, SIGINT, SIGQUIT, SIGTERM};
-
-// The temporary file that an ending signal must remove; null: none.
-std::atomic<const char *> doomed_file{nullptr};
-static_assert(std::atomic<const char *>::is_always_lock_free, "a signal handler reads it");
-
-extern "C" void remove_file_and_end(int signal_number) {
-    if (const char *path = doomed_file.load()) {
-        unlink(path);
-    }
-    // The handler is reset by now (SA_RESETHAND): the signal ends the program once this returns.
-    raise(signal_number);
-}
-
-void handle_ending_signals() {
-    for (const int number : kEndingSignals) {
-        struct sigaction action {};
-        // What the caller of the program told to ignore (nohup) stays ignored.
-        if (sigaction(number, nullptr, &action) == 0 && action.sa_handler == SIG_DFL) {
-            action.sa_handler = remove_file_and_end;
-            action.sa_flags = static_cast<int>(SA_RESETHAND);
-            sigaction(number, &action, nullptr);
-        }
-    }
-}
-
-// Holds the ending signals back, so that the file system and doomed_file change together.
-class SignalPause {
-public:
-    SignalPause() {
-        sigset_t set;
-        sigemptyset(&set);
-        for (const int number : kEndingSignals) {
-            sigaddset(&set, number);
-        }
-        sigprocmask(SIG_BLOCK, &set, &before_);
-    }
-    ~SignalPause() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
-    SignalPause(const SignalPause &) = delete;
-    SignalPause &operator=(const SignalPause &) = delete;
-
-private:
-    sigset_t before_{};
-};
 
 // The path of an existing regular file that may be written, without symbolic links.
 std::string existing_file(const std::string &path) {
@@ -69,7 +29,7 @@ std::string existing_file(const std::string &path) {
         throw FileError(path, errno);
     }
     if (!S_ISREG(file.st_mode)) {
-        throw S_ISDIR(file.st_mode) ? FileError(path, EISDIR) : FileError(path, "not a regular file");
+        throw S_ISDIR(file.st_mode) ? FileError(path, EISDIR) : FileError(path, tr("not a regular file"));
     }
     // Renaming would replace a write-protected file too, but then it was protected in vain.
     if (faccessat(AT_FDCWD, real.get(), W_OK, AT_EACCESS) != 0) {
@@ -83,89 +43,131 @@ bool is_new(const std::string &path) {
     return lstat(path.c_str(), &file) != 0 && errno == ENOENT;
 }
 
-mode_t new_file_mode() {
-    const mode_t mask = umask(0);
-    umask(mask);
-    return 0666 & ~mask;
+std::optional<struct stat> status_of(const std::string &path) {
+    struct stat file {};
+    return stat(path.c_str(), &file) == 0 ? std::optional(file) : std::nullopt;
 }
 
-// Gives an open file the owner, group and mode of another one, as far as the system allows.
-void take_over_attributes(int descriptor, const struct stat &from) {
-    mode_t mode = from.st_mode & 07777;
-    if (fchown(descriptor, from.st_uid, from.st_gid) != 0) {
-        mode &= 0777; // no set-id bits for another owner
-        if (fchown(descriptor, static_cast<uid_t>(-1), from.st_gid) != 0) {
-            // Another group may do no more than anybody.
-            mode &= ~static_cast<mode_t>(S_IRWXG) | ((mode & S_IRWXO) << 3);
-        }
+// Its name up to the last slash.
+std::string folder_of(const std::string &path) { return path.substr(0, path.rfind('/') + 1); }
+
+bool equal(const timespec &a, const timespec &b) { return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec; }
+
+bool is_same_state(const struct stat &a, const struct stat &b) {
+    // A link that comes or goes changes the second time too, and nothing of the file.
+    const bool same_times = equal(a.st_mtim, b.st_mtim) && (a.st_nlink != b.st_nlink || equal(a.st_ctim, b.st_ctim));
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino && a.st_size == b.st_size && same_times;
+}
+
+// In a sticky folder others may make files, but not take the place of one. To see it now leaves nothing half done.
+void check_replaceable(const std::string &path, const struct stat &file, const std::string &name) {
+    const std::string folder = folder_of(path);
+    const auto found = status_of(folder.empty() ? "." : folder);
+    const uid_t user = geteuid();
+    if (found && (found->st_mode & S_ISVTX) != 0 && user != 0 && user != found->st_uid && user != file.st_uid) {
+        throw FileError(name, tr("its folder is sticky: only the file's owner may replace it"));
     }
-    fchmod(descriptor, mode);
+}
+
+std::string random_name() {
+    constexpr char kLetters[] = "abcdefghijklmnopqrstuvwxyz0123456789";
+    std::array<unsigned char, 6> random{};
+    if (getrandom(random.data(), random.size(), 0) < 0) {
+        throw FileError(kTemporaryPrefix, errno);
+    }
+    std::string name = kTemporaryPrefix;
+    for (const unsigned char number : random) {
+        name += kLetters[number % (sizeof kLetters - 1)];
+    }
+    return name;
 }
 
 } // namespace
 
-SafeFile::SafeFile(const std::string &path) : Output(path, -1) {
-    open_beside(is_new(path) ? path : existing_file(path));
-}
+SafeFile::SafeFile(const std::string &path) : Output(path, -1) { begin(is_new(path) ? path : existing_file(path)); }
 
 SafeFile::SafeFile(const std::string &path, const std::string &backup_suffix) : Output(path, -1) {
     const std::string target = existing_file(path);
     if (!backup_suffix.empty()) {
         backup_ = target + backup_suffix;
     }
-    open_beside(target);
+    begin(target);
 }
 
-void SafeFile::open_beside(const std::string &target) {
-    const size_t slash = target.rfind('/');
+void SafeFile::begin(const std::string &target) {
     target_ = target;
-    temporary_ = (slash == std::string::npos ? "" : target.substr(0, slash + 1)) + ".jkc-XXXXXX";
-    {
-        handle_ending_signals();
-        const SignalPause pause;
-        const int descriptor = mkostemp(temporary_.data(), O_CLOEXEC);
-        if (descriptor < 0) {
-            const std::string reason = std::strerror(errno);
-            throw FileError(name(), "cannot create a temporary file beside it: " + reason);
-        }
-        doomed_file = temporary_.c_str();
-        set_descriptor(descriptor);
+    old_ = status_of(target_);
+    if (old_) {
+        check_replaceable(target_, *old_, name());
     }
-    struct stat old {};
-    if (stat(target_.c_str(), &old) == 0) {
-        take_over_attributes(descriptor(), old);
-    } else {
-        fchmod(descriptor(), new_file_mode());
+    // The system knows best what a new file's mode is in this folder.
+    create_temporary(old_ ? 0600 : 0666);
+    if (old_) {
+        take_over_attributes(descriptor(), target_, *old_, name());
     }
 }
 
-SafeFile::~SafeFile() {
-    if (!temporary_.empty()) {
+void SafeFile::create_temporary(mode_t mode) {
+    const std::string folder = folder_of(target_);
+    handle_ending_signals();
+    const SignalPause pause;
+    int descriptor = -1;
+    do {
+        temporary_.path = folder + random_name();
+        descriptor = open(temporary_.path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    } while (descriptor < 0 && errno == EEXIST);
+    if (descriptor < 0) {
+        const std::string reason = system_text(errno);
+        temporary_.path.clear();
+        const std::string where = shown(folder.size() < 2 ? folder + "." : folder.substr(0, folder.size() - 1));
+        throw FileError(name(),
+                        format(tr("no file can be made in its folder '%s': %s"), where.c_str(), reason.c_str()));
+    }
+    doom_file(temporary_.path.c_str());
+    set_descriptor(descriptor);
+}
+
+SafeFile::Temporary::~Temporary() {
+    if (!path.empty()) {
         const SignalPause pause;
-        unlink(temporary_.c_str());
-        doomed_file = nullptr;
+        unlink(path.c_str());
+        doom_file(nullptr);
+    }
+}
+
+bool SafeFile::holds_the_same_as(const std::string &path) const {
+    const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    return same_content(descriptor(), file.number());
+}
+
+void SafeFile::check_unchanged() const {
+    const auto now = status_of(target_);
+    if (now.has_value() != old_.has_value() || (now && !is_same_state(*now, *old_))) {
+        throw FileError(name(), tr("changed while it was converted; it is left as it is now"));
     }
 }
 
 void SafeFile::commit() {
-    // Not every file system can do it, and those that cannot say EINVAL.
-    if (fsync(descriptor()) != 0 && errno != EINVAL) {
+    const timespec times[] = {{0, UTIME_OMIT}, time_.value_or(timespec{0, UTIME_OMIT})};
+    if (time_ && futimens(descriptor(), times) != 0) {
+        throw FileError(name(), errno);
+    }
+    if (!sync_to_disk(descriptor())) {
         throw FileError(name(), errno);
     }
     close();
     const SignalPause pause;
-    if (!backup_.empty() && link(target_.c_str(), backup_.c_str()) != 0) {
-        throw FileError(backup_, errno);
-    }
-    if (std::rename(temporary_.c_str(), target_.c_str()) != 0) {
+    check_unchanged();
+    const bool backup_made = !backup_.empty() && keep_backup(target_, backup_);
+    if (std::rename(temporary_.path.c_str(), target_.c_str()) != 0) {
         const int error_number = errno;
-        if (!backup_.empty()) {
+        if (backup_made) {
             unlink(backup_.c_str());
         }
         throw FileError(name(), error_number);
     }
-    doomed_file = nullptr;
-    temporary_.clear();
+    doom_file(nullptr);
+    temporary_.path.clear();
 }
 
 } // namespace jkc::cli

@@ -1,34 +1,56 @@
 // A file that is replaced as a whole or not at all.
 #pragma once
 
+#include <sys/stat.h>
+
+#include <optional>
 #include <string>
 
 #include "output.h"
 
 namespace jkc::cli {
 
+// What the names of temporary files begin with.
+constexpr const char *kTemporaryPrefix = ".jkc-";
+
 // Writes to a temporary file beside the path and renames it in commit(). When that has not happened, the
 // destructor or a signal removes the temporary file. Only one may exist at a time.
 //
-// An existing file's mode, owner and group are kept where the system allows it; of a symbolic link the file
-// that it points to is replaced. A new file gets the mode that the umask leaves.
+// An existing file's attributes are kept (attributes.h), and it is not replaced when it changes meanwhile; of a symbolic
+// link the file that it points to is replaced. A new file gets the mode that its folder and the umask give.
 class SafeFile : public Output {
 public:
     // Throws FileError.
     explicit SafeFile(const std::string &path);
-    // For a file that must exist. commit() keeps the old one under its path with backup_suffix, where nothing
-    // may exist yet; an empty suffix: it is not kept.
+    // For a file that must exist. commit() keeps the old one under its path with backup_suffix; an empty suffix: it is
+    // not kept.
     SafeFile(const std::string &path, const std::string &backup_suffix);
-    ~SafeFile() override;
 
+    // Whether what was written so far is what a file holds.
+    bool holds_the_same_as(const std::string &path) const;
+    // The modification time to give it.
+    void set_time(const timespec &time) { time_ = time; }
     void commit() override;
 
 private:
-    void open_beside(const std::string &target);
+    // Removed when it goes out of use, unless it was renamed.
+    struct Temporary {
+        Temporary() = default;
+        ~Temporary();
+        Temporary(const Temporary &) = delete;
+        Temporary &operator=(const Temporary &) = delete;
+        std::string path; // empty: none, or renamed
+    };
+
+    void begin(const std::string &target);
+    void create_temporary(mode_t mode);
+    void check_unchanged() const;
 
     std::string target_;
-    std::string backup_;    // empty: none
-    std::string temporary_; // empty: none, or renamed
+    std::string backup_; // empty: none
+    Temporary temporary_;
+    std::optional<struct stat> old_; // the target as it was found
+    std::optional<timespec> time_;
 };
 
 } // namespace jkc::cli

@@ -1,8 +1,6 @@
 #include "text_checks.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <cstring>
 #include <iterator>
 #include <utility>
@@ -10,6 +8,7 @@
 #include "code_units.h"
 #include "jkc.h"
 #include "library.h"
+#include "translate.h"
 
 namespace jkc::cli {
 namespace {
@@ -217,9 +216,7 @@ std::optional<size_t> find_binary_byte(std::string_view text, int judged) {
 }
 
 std::string describe_binary(std::string_view text, size_t offset) {
-    std::array<char, 64> what{};
-    std::snprintf(what.data(), what.size(), "binary: byte %02X at byte %zu", byte_at(text, offset), offset);
-    return what.data();
+    return format(tr("binary: byte %02X at byte %zu"), static_cast<unsigned>(byte_at(text, offset)), offset);
 }
 
 BadBytes find_ill_formed(std::string_view text, int code_type) {

@@ -9,6 +9,7 @@ declare -A package_probe=(
     [clang-format]=clang-format
     [clang-tidy]=clang-tidy
     [pkg-config]=pkg-config
+    [gettext]=msgfmt
     [libgtest-dev]=/usr/include/gtest/gtest.h
     [default-jdk-headless]=javac
     [junit4]=/usr/share/java/junit4.jar

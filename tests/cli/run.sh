@@ -19,7 +19,7 @@ program=$1
 cases=$2
 root=$(mktemp -d)
 trap 'rm -rf "$root"' EXIT
-export LC_ALL=C
+export LC_ALL=C JKC=$program
 declare -A names
 about=""
 command=""
@@ -59,7 +59,7 @@ finish_command() {
     # What started the tests may ignore signals, as nohup does.
     (
         cd "$root/found/work" || exit
-        JKC=$program env --default-signal sh -c "jkc() { \"\$JKC\" \"\$@\"; }; $command" </dev/null >../out 2>../err
+        env --default-signal sh -c "jkc() { \"\$JKC\" \"\$@\"; }; $command" </dev/null >../out 2>../err
         echo $? >../status
     )
     sed -i "s|$root/found/work|DIR|g" "$root/found/err"

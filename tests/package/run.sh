@@ -55,6 +55,10 @@ installed)
     done
     if [ -e "$work/prefix/bin/jkc" ]; then
         "$work/prefix/bin/jkc" --version
+        # The moved program finds its translations.
+        if [ -e "$work"/prefix/share/locale/ja/LC_MESSAGES/jkc.mo ]; then
+            LC_ALL=C.UTF-8 LANGUAGE=ja "$work/prefix/bin/jkc" help | grep 使い方
+        fi
     fi
     ;;
 kinds)
@@ -74,6 +78,10 @@ kinds)
         install_build "$tree"
         consume "$([ $kind = STATIC ] && echo consumer_jkc_static || echo consumer_jkc)"
         "$work/prefix/bin/jkc" --version
+        # The moved program finds its translations.
+        if [ -e "$work"/prefix/share/locale/ja/LC_MESSAGES/jkc.mo ]; then
+            LC_ALL=C.UTF-8 LANGUAGE=ja "$work/prefix/bin/jkc" help | grep 使い方
+        fi
     done
     ! configure "$work/none" -DJKC_SOURCE="$source" -DJKC_BUILD_SHARED=OFF -DJKC_BUILD_STATIC=OFF 2>"$work/none.log"
     grep -q "both off" "$work/none.log"

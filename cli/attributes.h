@@ -1,0 +1,15 @@
+// What a file has besides its text: owner, group, mode, access control list, extended attributes.
+#pragma once
+
+#include <sys/stat.h>
+
+#include <string>
+
+namespace jkc::cli {
+
+// Gives an open new file, which only its owner may use yet, the attributes of an old one. Owner and group are kept where
+// the system allows it; where it does not, nobody gets more rights than before. Throws FileError about `name` when an
+// access control list or an extended attribute cannot be kept.
+void take_over_attributes(int descriptor, const std::string &old_path, const struct stat &old, const std::string &name);
+
+} // namespace jkc::cli
