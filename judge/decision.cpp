@@ -15,6 +15,16 @@ namespace {
 // How much likelier the likeliest reading must be than the next one: 64 times. Less leaves 0.07 % of the pieces of 4 to
 // 300 bytes of prose in EUC open and 0.002 % of those in Shift_JIS, and takes 0.002 % for another encoding.
 constexpr int32_t kClearMargin = 6 * kBit;
+// A few characters in a long text are often single bytes of other encodings, as in program sources. What is well-formed
+// UTF-8 is so no more seldom than in a short text.
+constexpr int32_t kClearMarginOfFew = 20 * kBit;
+constexpr int32_t kFewCharacters = 12;
+constexpr uint64_t kLongText = 1024;
+
+int32_t clear_margin(Facts &facts, ReadAs best) {
+    const bool few = facts.found.length >= kLongText && facts.as(best).characters < kFewCharacters;
+    return few && !facts.is_utf8() ? kClearMarginOfFew : kClearMargin;
+}
 
 // What the pieces of a mixed text gain when each is read in the encoding that suits it.
 constexpr int32_t kMixedMargin = 60 * kBit;
@@ -167,7 +177,7 @@ bool is_of_other_language(Facts &facts, Answer &answer) {
 bool is_likeliest(Facts &facts, Answer &answer) {
     const auto [best, margin] = facts.likeliest();
     answer = {facts.type_of(best), confidence_by(margin) - (facts.is_damaged(best) ? kDamage : 0), 0};
-    return margin >= kClearMargin;
+    return margin >= clear_margin(facts, best);
 }
 
 bool is_open(Facts &facts, Answer &answer) {
@@ -177,7 +187,7 @@ bool is_open(Facts &facts, Answer &answer) {
     for (int i = 0; i < kReadings; ++i) {
         const auto encoding = static_cast<ReadAs>(i);
         const int32_t type = facts.type_of(encoding);
-        if (type >= 0 && facts.fits(encoding) && facts.cost(encoding) - least < kClearMargin) {
+        if (type >= 0 && facts.fits(encoding) && facts.cost(encoding) - least < clear_margin(facts, best)) {
             answer.open |= judged_bit(type);
         }
     }
