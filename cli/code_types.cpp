@@ -73,6 +73,11 @@ std::string suggest_code_type(const std::string &name) {
     return suggestion.text();
 }
 
+bool leaves_variant_open(const std::string &name) {
+    const std::string wanted = plain_word(name);
+    return wanted == plain_word("EUC-JP") || wanted == plain_word("ISO-2022-JP");
+}
+
 std::string code_type_name(int code_type) {
     std::array<char, 16> name{};
     return {name.data(), jkc_typeto_name(name.data(), code_type)};
@@ -86,14 +91,6 @@ std::string judged_set_names(int judged_set) {
         names += *p == ';' ? std::string(", ") : std::string(1, *p);
     }
     return names;
-}
-
-std::string undecided_reason(int judged, int expected) {
-    if (judged < 0) {
-        return tr("no code type fits");
-    }
-    const std::string names = judged_set_names(judged);
-    return format(expected == 0 ? tr("undecided (%s); -f CODE may decide") : tr("undecided (%s)"), names.c_str());
 }
 
 std::string code_type_list() {

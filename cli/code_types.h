@@ -13,14 +13,14 @@ int find_code_type(const std::string &name);
 // "; did you mean 'X'?" for a name that is none, or nothing.
 std::string suggest_code_type(const std::string &name);
 
+// Whether a name that has a code type is that of an encoding with variants, of which the code type is one.
+bool leaves_variant_open(const std::string &name);
+
 // The library's own name.
 std::string code_type_name(int code_type);
 
 // The names in what a judgement answered when several code types fit: "SJIS, EUC".
 std::string judged_set_names(int judged_set);
-
-// Why such an answer names no single code type. `expected` is what -f says; 0: nothing.
-std::string undecided_reason(int judged, int expected);
 
 // Text for --list.
 std::string code_type_list();

@@ -16,13 +16,20 @@ constexpr std::array kCommands{
             JKC_TEXT("tell the code type and line ends of each file"),
             JKC_TEXT("Prints a line for each file: \"FILE: CODE TYPE, LINE ENDS\". Without a file, or\n"
                      "where the file is \"-\", reads standard input."),
-            JKC_TEXT("  letter.txt: SJIS, CRLF               one code type fits\n"
-                     "  mixed.txt: UTF8, LF+CRLF             several kinds of line ends\n"
-                     "  short.txt: undecided (SJIS, EUC)     these fit equally well\n"
-                     "  photo.jpg: unknown                   none fits\n"
-                     "  letter.doc: binary                   has control bytes that no text has\n")},
-    Command{"convert", Action::kConvert, kForConvert, "[OPTION...] -t CODE [FILE...]", JKC_TEXT("convert files"),
-            JKC_TEXT("Converts each file, or standard input without a file or for \"-\"."), ""},
+            JKC_TEXT("  letter.txt: SJIS, CRLF               one code type is right\n"
+                     "  log.txt: UTF8, LF+CRLF               several kinds of line ends\n"
+                     "  short.txt: undecided (SJIS, EUC)     these are as likely\n"
+                     "  mixed.txt: unknown                   none fits all of it\n"
+                     "  photo.jpg: binary                    is no text\n")},
+    Command{"convert", Action::kConvert, kForConvert, "[OPTION...] -t CODE [FILE...]",
+            JKC_TEXT("convert files"), JKC_TEXT("Converts each file, or standard input without a file or for \"-\"."),
+            ""},
+    Command{"check", Action::kCheck, kForCheck, "[OPTION...] [FILE...]",
+            JKC_TEXT("tell which lines are ill-formed"),
+            JKC_TEXT("Prints where a text is ill-formed in its code type, once a line, and what the line\n"
+                     "would be. Without a file, or where the file is \"-\", reads standard input."),
+            JKC_TEXT("  log.txt:51:1: ill-formed bytes 82; the line would be SJIS\n"
+                     "  log.txt: UTF8, 1 ill-formed line\n")},
     Command{"lines", Action::kLines, kForLines, "[OPTION...] [FILE]",
             JKC_TEXT("number the lines and count their characters"),
             JKC_TEXT("Prints the lines of a file, or of standard input without one or for \"-\", each\n"
@@ -31,13 +38,22 @@ constexpr std::array kCommands{
             "      2      0\n"},
 };
 
-constexpr unsigned kForFiles = kForDetect | kForConvert;
+constexpr unsigned kForFiles = kForDetect | kForConvert | kForCheck;
+constexpr unsigned kForTexts = kForFiles | kForLines;
 
 constexpr std::array kOptions{
     OptionRow{OptionId::kTo, kForConvert | kForLines, 't', "to", "to-code", "CODE",
               JKC_TEXT("code type to write; 'jkc -l' shows them")},
-    OptionRow{OptionId::kFrom, kForConvert | kForLines, 'f', "from", "from-code", "CODE",
+    OptionRow{OptionId::kFrom, kForTexts, 'f', "from", "from-code", "CODE",
               JKC_TEXT("code type to expect: it wins where several fit")},
+    OptionRow{OptionId::kAssume, kForTexts, 0, "assume", nullptr, "CODE",
+              JKC_TEXT("code type that the text is in, whatever it shows")},
+    OptionRow{OptionId::kByLine, kForConvert, 0, "by-line", nullptr, nullptr,
+              JKC_TEXT("convert lines in other code types as such")},
+    OptionRow{OptionId::kDryRun, kForConvert, 'n', "dry-run", nullptr, nullptr,
+              JKC_TEXT("write nothing, tell what would become of each file")},
+    OptionRow{OptionId::kReport, kForConvert, 0, "report", nullptr, "[=json]",
+              JKC_TEXT("tell each file, and each loss with its place")},
     OptionRow{OptionId::kOutput, kForConvert, 'o', "output", nullptr, "OUT",
               JKC_TEXT("write all to OUT, not to standard output")},
     OptionRow{OptionId::kInPlace, kForConvert, 0, "in-place", nullptr, "[=SUFFIX]",
@@ -50,10 +66,16 @@ constexpr std::array kOptions{
               JKC_TEXT("line ends: keep (default), lf, crlf or cr")},
     OptionRow{OptionId::kCompose, kForConvert, 0, "compose", nullptr, nullptr,
               JKC_TEXT("compose letters with their marks (Unicode sources)")},
-    OptionRow{OptionId::kSuppress, kForConvert, 0, "suppress", nullptr, nullptr,
-              JKC_TEXT("leave out what CODE lacks, in place of a '?'")},
+    OptionRow{OptionId::kOnLoss, kForConvert, 0, "on-loss", nullptr, "WHAT",
+              JKC_TEXT("replace (default), omit, escape or stop")},
+    OptionRow{OptionId::kSuppress, kForConvert, 0, "suppress", nullptr, nullptr, JKC_TEXT("the same as --on-loss=omit")},
     OptionRow{OptionId::kStrict, kForConvert, 0, "strict", nullptr, nullptr,
               JKC_TEXT("refuse files that would lose something")},
+    OptionRow{OptionId::kAllowLoss, kForConvert, 0, "allow-loss", nullptr, nullptr,
+              JKC_TEXT("--in-place: lose even where no old file is kept")},
+    OptionRow{OptionId::kExplain, kForDetect, 0, "explain", nullptr, nullptr,
+              JKC_TEXT("show the evidence, and the rule that decided")},
+    OptionRow{OptionId::kJson, kForDetect, 0, "json", nullptr, nullptr, JKC_TEXT("a JSON object in each line")},
     OptionRow{OptionId::kRecursive, kForFiles, 'r', "recursive", nullptr, nullptr,
               JKC_TEXT("take the files in folders and below")},
     OptionRow{OptionId::kInclude, kForFiles, 0, "include", nullptr, "GLOB", JKC_TEXT("of these only those that match")},
@@ -63,7 +85,8 @@ constexpr std::array kOptions{
               JKC_TEXT("take the files that LIST names, a line each")},
     OptionRow{OptionId::kNull, kForDetect, '0', "null", nullptr, nullptr,
               JKC_TEXT("names end in a NUL, in LIST and in what is printed")},
-    OptionRow{OptionId::kNull, kForConvert, '0', "null", nullptr, nullptr, JKC_TEXT("names in LIST end in a NUL")},
+    OptionRow{OptionId::kNull, kForConvert | kForCheck, '0', "null", nullptr, nullptr,
+              JKC_TEXT("names in LIST end in a NUL")},
     OptionRow{OptionId::kJobs, kForConvert, 'j', "jobs", nullptr, "N", JKC_TEXT("convert N files side by side")},
     OptionRow{OptionId::kQuiet, kForConvert, 'q', "quiet", nullptr, nullptr, JKC_TEXT("tell only what failed")},
     OptionRow{OptionId::kNoProgress, kForConvert, 0, "no-progress", nullptr, nullptr,

@@ -6,10 +6,10 @@
 
 namespace jkc::cli {
 
-enum class Action { kNone, kHelp, kVersion, kList, kDetect, kConvert, kLines };
+enum class Action { kNone, kHelp, kVersion, kList, kDetect, kConvert, kCheck, kLines };
 
 // What a command is to options; they are ORed.
-enum CommandBit : unsigned { kForProgram = 1, kForDetect = 2, kForConvert = 4, kForLines = 8, kForAll = 15 };
+enum CommandBit : unsigned { kForProgram = 1, kForDetect = 2, kForConvert = 4, kForCheck = 8, kForLines = 16, kForAll = 31 };
 
 struct Command {
     const char *name; // the first is the program without a command, and has none
@@ -24,14 +24,22 @@ struct Command {
 enum class OptionId {
     kTo,
     kFrom,
+    kAssume,
+    kByLine,
     kOutput,
     kInPlace,
     kOutputDir,
     kKeepTime,
     kEol,
     kCompose,
+    kOnLoss,
     kSuppress,
     kStrict,
+    kAllowLoss,
+    kDryRun,
+    kReport,
+    kJson,
+    kExplain,
     kRecursive,
     kInclude,
     kExclude,

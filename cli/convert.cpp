@@ -9,6 +9,7 @@
 #include <new>
 #include <unordered_set>
 
+#include "changed_file.h"
 #include "conversion.h"
 #include "each_file.h"
 #include "file_list.h"
@@ -27,7 +28,7 @@ namespace {
 class EachFile {
 public:
     EachFile(const Options &options, const FileList &list, Progress &progress)
-        : options_(options), list_(list), progress_(progress) {}
+        : options_(options), list_(list), progress_(progress), replaces_(options.in_place || options.dry_run) {}
 
     ExitCode run() {
         for (size_t i = 0; i < list_.failures; ++i) {
@@ -47,7 +48,7 @@ public:
         const size_t count = list_.files.size() + list_.failures;
         if (count != 1 && (!options_.quiet || signal_number != 0)) {
             const std::string summary = counts_.summary(count);
-            say(signal_number != 0 ? tr("interrupted") : tr("summary"), summary);
+            say(signal_number != 0 ? tr("interrupted") : options_.dry_run ? tr("dry run") : tr("summary"), summary);
         }
         if (signal_number != 0) {
             end_by(signal_number);
@@ -58,13 +59,13 @@ public:
 private:
     std::string destination(size_t i) const {
         const ListedFile &file = list_.files[i];
-        return options_.in_place ? file.name : options_.output_dir + "/" + file.name.substr(file.base);
+        return options_.output_dir + "/" + file.name.substr(file.base);
     }
 
     // Files of several folders can have one name below the folder for the results.
     void find_doubles() {
         std::unordered_set<std::string> seen;
-        for (size_t i = 0; i < list_.files.size() && !options_.in_place; ++i) {
+        for (size_t i = 0; i < list_.files.size() && !replaces_; ++i) {
             if (!seen.insert(destination(i)).second) {
                 doubles_.insert(i);
             }
@@ -81,26 +82,67 @@ private:
     Outcome convert(size_t i) {
         const std::string &name = list_.files[i].name;
         progress_.begin_file(name);
+        FileReport report(options_, name);
         Outcome outcome = Outcome::kFailed;
         try {
-            outcome = options_.in_place ? convert_in_place(name) : convert_to_folder(i);
+            outcome = convert_or_throw(i, report);
         } catch (const FileError &error) {
             tell(error);
+            report.give_reason(error.what());
         } catch (const std::bad_alloc &) {
             say(name, tr("out of memory"));
         }
+        report_text(report.text(outcome));
         progress_.finish_file();
         return outcome;
     }
 
-    Outcome convert_in_place(const std::string &name) {
-        SafeFile out(name, options_.backup_suffix);
-        return convert_to(out, name, true);
+    Outcome convert_or_throw(size_t i, FileReport &report) {
+        const std::string &name = list_.files[i].name;
+        const std::string path = replaces_ ? name : destination(i);
+        if (!replaces_) {
+            check_destination(i, path);
+        }
+        Source source(name);
+        FileConversion conversion(options_, source, report);
+        Outcome outcome = Outcome::kFailed;
+        const SignalWindow window;
+        if (!conversion.prepare(outcome)) {
+            return outcome;
+        }
+        return replaces_ ? replace(source, conversion) : write(source, conversion, path);
     }
 
-    Outcome convert_to_folder(size_t i) {
+    // Also a dry run compares each file with what would come of it.
+    Outcome replace(Source &source, FileConversion &conversion) {
+        ChangedFile file(source, options_.backup_suffix, options_.dry_run);
+        const Outcome outcome = conversion.run(true, [&](std::string_view text) { file.print(text); }, progress_);
+        if (exit_code(outcome) != kDone) {
+            return outcome;
+        }
+        if (!file.changes()) {
+            return Outcome::kUnchanged;
+        }
+        file.commit(options_.keep_time);
+        return outcome;
+    }
+
+    Outcome write(const Source &source, FileConversion &conversion, const std::string &path) {
+        make_folders(path);
+        SafeFile out(path);
+        const Outcome outcome = conversion.run(true, [&](std::string_view text) { out.print(text); }, progress_);
+        if (exit_code(outcome) != kDone) {
+            return outcome;
+        }
+        if (options_.keep_time) {
+            out.set_time(source.status().st_mtim);
+        }
+        out.commit();
+        return outcome;
+    }
+
+    void check_destination(size_t i, const std::string &path) {
         const std::string &name = list_.files[i].name;
-        const std::string path = destination(i);
         if (doubles_.count(i) != 0) {
             throw FileError(name, format(tr("another file is converted to %s already"), shown(path).c_str()));
         }
@@ -112,13 +154,6 @@ private:
         if (stat(path.c_str(), &to) == 0 && from.st_dev == to.st_dev && from.st_ino == to.st_ino) {
             throw FileError(name, tr("would replace itself, for which there is --in-place"));
         }
-        // Nothing is made for a name that cannot be read.
-        if (S_ISDIR(from.st_mode)) {
-            throw FileError(name, EISDIR);
-        }
-        make_folders(path);
-        SafeFile out(path);
-        return convert_to(out, name, false);
     }
 
     // Those that lead to a path.
@@ -131,30 +166,10 @@ private:
         }
     }
 
-    Outcome convert_to(SafeFile &out, const std::string &name, bool is_same_file) {
-        struct stat file {};
-        if (options_.keep_time && stat(name.c_str(), &file) == 0) {
-            out.set_time(file.st_mtim);
-        }
-        Outcome outcome = Outcome::kFailed;
-        {
-            const SignalWindow window;
-            const Input in(name);
-            outcome = convert_text(options_, in, out, progress_);
-        }
-        if (exit_code(outcome) != kDone) {
-            return outcome;
-        }
-        const bool unchanged = out.holds_the_same_as(name);
-        if (!unchanged || !is_same_file) {
-            out.commit();
-        }
-        return unchanged ? Outcome::kUnchanged : outcome;
-    }
-
     const Options &options_;
     const FileList &list_;
     Progress &progress_;
+    bool replaces_; // or would; else each file goes below a folder
     OutcomeCounts counts_;
     std::unordered_set<size_t> doubles_; // those whose place another has taken
 };
@@ -163,8 +178,16 @@ ExitCode convert_to_output(const Options &options, const FileList &list, Progres
     const std::unique_ptr<Output> out = open_output(options.output);
     const ExitCode code = for_each_file(list, *out, [&](const std::string &name) {
         progress.begin_file(name);
-        const Input in(name);
-        const Outcome outcome = convert_text(options, in, *out, progress);
+        Source source(name);
+        FileReport report(options, name);
+        FileConversion conversion(options, source, report);
+        Outcome outcome = Outcome::kFailed;
+        if (conversion.prepare(outcome)) {
+            // Files that are joined have one byte-order mark, at the front.
+            const bool at_front = out->length() == 0;
+            outcome = conversion.run(at_front, [&](std::string_view text) { out->print(text); }, progress);
+        }
+        report_text(report.text(outcome));
         progress.finish_file();
         return exit_code(outcome);
     });
@@ -183,9 +206,12 @@ bool wants_bar(const Options &options) {
 } // namespace
 
 ExitCode convert(const Options &options) {
+    // A report would stand among the text.
+    const bool text_goes_out = !options.writes_each() && !options.dry_run && options.output.value_or("-") == "-";
+    report_to(text_goes_out ? stderr : stdout);
     const FileList list = list_files(options);
     Progress progress(list, wants_bar(options));
-    return options.writes_each() ? EachFile(options, list, progress).run() : convert_to_output(options, list, progress);
+    return options.writes_each() || options.dry_run ? EachFile(options, list, progress).run() : convert_to_output(options, list, progress);
 }
 
 } // namespace jkc::cli

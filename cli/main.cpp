@@ -3,6 +3,7 @@
 #include <new>
 #include <string_view>
 
+#include "check.h"
 #include "code_types.h"
 #include "convert.h"
 #include "detect.h"
@@ -40,6 +41,8 @@ ExitCode run(int argc, char **argv) {
         return detect(options);
     case Action::kConvert:
         return convert(options);
+    case Action::kCheck:
+        return check(options);
     case Action::kLines:
         return lines(options);
     }

@@ -23,15 +23,34 @@ int code_type_option(const std::string &name) {
     return type;
 }
 
+// The value that a word names, whatever its case.
+template <typename Value, size_t kCount>
+Value named(const std::string &name, const std::pair<const char *, Value> (&values)[kCount], const char *unknown) {
+    for (const auto &[known, value] : values) {
+        if (strcasecmp(name.c_str(), known) == 0) {
+            return value;
+        }
+    }
+    throw UsageError(unknown + (": " + shown(name)));
+}
+
 uint32_t line_type_option(const std::string &name) {
     constexpr std::pair<const char *, uint32_t> kLineTypes[] = {
         {"keep", JKC_LINE_KEEP}, {"lf", JKC_LINE_LF}, {"crlf", JKC_LINE_CRLF}, {"cr", JKC_LINE_CR}};
-    for (const auto &[known, type] : kLineTypes) {
-        if (strcasecmp(name.c_str(), known) == 0) {
-            return type;
-        }
-    }
-    throw UsageError(format(tr("unknown line end '%s' (keep, lf, crlf or cr)"), shown(name).c_str()));
+    return named(name, kLineTypes, tr("--eol takes keep, lf, crlf or cr"));
+}
+
+uint8_t on_loss_option(const std::string &name) {
+    constexpr std::pair<const char *, uint8_t> kPolicies[] = {{"replace", JKC_ON_LOSS_REPLACE},
+                                                              {"omit", JKC_ON_LOSS_OMIT},
+                                                              {"escape", JKC_ON_LOSS_ESCAPE},
+                                                              {"stop", JKC_ON_LOSS_STOP}};
+    return named(name, kPolicies, tr("--on-loss takes replace, omit, escape or stop"));
+}
+
+ReportForm report_option(const char *form) {
+    constexpr std::pair<const char *, ReportForm> kForms[] = {{"text", ReportForm::kText}, {"json", ReportForm::kJson}};
+    return form == nullptr ? ReportForm::kText : named(form, kForms, tr("--report takes text or json"));
 }
 
 std::string backup_suffix_option(const char *suffix) {
@@ -158,6 +177,31 @@ private:
         switch (id) {
         case OptionId::kTo:
             options_.to = code_type_option(argument);
+            options_.any_variant = leaves_variant_open(argument);
+            break;
+        case OptionId::kAssume:
+            options_.assume = code_type_option(argument);
+            break;
+        case OptionId::kByLine:
+            options_.by_line = true;
+            break;
+        case OptionId::kDryRun:
+            options_.dry_run = true;
+            break;
+        case OptionId::kReport:
+            options_.report = report_option(argument);
+            break;
+        case OptionId::kJson:
+            options_.json = true;
+            break;
+        case OptionId::kExplain:
+            options_.explain = true;
+            break;
+        case OptionId::kOnLoss:
+            options_.on_loss = on_loss_option(argument);
+            break;
+        case OptionId::kAllowLoss:
+            options_.allow_loss = true;
             break;
         case OptionId::kFrom:
             options_.from = code_type_option(argument);
@@ -182,7 +226,7 @@ private:
             options_.compose = true;
             break;
         case OptionId::kSuppress:
-            options_.suppress = true;
+            options_.on_loss = JKC_ON_LOSS_OMIT;
             break;
         case OptionId::kStrict:
             options_.strict = true;
@@ -232,9 +276,6 @@ void check_lines(Options &options) {
         throw UsageError(tr("lines takes one file"));
     }
     options.to = options.to == 0 ? static_cast<int>(JKC_TYPE_UTF8) : options.to;
-    if (options.to == JKC_TYPE_JIS2004) {
-        throw UsageError(format(tr("lines cannot be read in %s"), code_type_name(options.to).c_str()));
-    }
 }
 
 void check_files(const Options &options) {
@@ -245,7 +286,7 @@ void check_files(const Options &options) {
     if (options.files_from == "-" && reads_input) {
         throw UsageError(tr("standard input cannot be both a text and the list of files"));
     }
-    if (options.writes_each() && (reads_input || (options.files.empty() && options.files_from.empty()))) {
+    if (options.writes_each() && !options.dry_run && (reads_input || (options.files.empty() && options.files_from.empty()))) {
         throw UsageError(
             format(tr("%s needs files, not standard input"), options.in_place ? "--in-place" : "--output-dir"));
     }
@@ -258,7 +299,7 @@ void check_convert(const Options &options) {
     if (int(options.output.has_value()) + int(options.in_place) + int(!options.output_dir.empty()) > 1) {
         throw UsageError(tr("of -o, --in-place and --output-dir only one is possible"));
     }
-    if (!options.writes_each() && options.jobs > 1) {
+    if (!options.writes_each() && !options.dry_run && options.jobs > 1) {
         throw UsageError(tr("--jobs needs --in-place or --output-dir, since joined output is written in order"));
     }
     if (!options.writes_each() && options.keep_time) {

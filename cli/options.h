@@ -8,20 +8,30 @@
 #include <vector>
 
 #include "command_table.h"
-#include "jkc.h"
+#include "jkc/converter.h"
 
 namespace jkc::cli {
+
+enum class ReportForm { kNone, kText, kJson };
 
 struct Options {
     Action action = Action::kNone;
     const Command *command = nullptr; // the one that help is about, too
     std::vector<std::string> files;   // as named on the command line; "-" is standard input
     int from = 0;                     // expected code type; 0: none
+    int assume = 0;                   // what the texts are in, whatever their bytes show; 0: that is judged
     int to = 0;                       // wanted code type
+    bool any_variant = false;         // of EUC-JP or ISO-2022-JP, to which `to` belongs
+    bool by_line = false;             // a text may be in several
     uint32_t line_type = JKC_LINE_KEEP;
-    bool suppress = false;
     bool compose = false;
+    uint8_t on_loss = JKC_ON_LOSS_REPLACE;
     bool strict = false;
+    bool allow_loss = false; // also where the old file is not kept
+    bool dry_run = false;
+    ReportForm report = ReportForm::kNone;
+    bool json = false;
+    bool explain = false;
     bool quiet = false;
     bool progress = true;
 

@@ -22,6 +22,19 @@ ExitCode exit_code(Outcome outcome) {
     return kInputOutput;
 }
 
+const char *name_of(Outcome outcome) {
+    constexpr const char *kNames[] = {JKC_TEXT("converted"), JKC_TEXT("converted"), JKC_TEXT("unchanged"),
+                                      JKC_TEXT("undecided"), JKC_TEXT("refused"),   JKC_TEXT("failed")};
+    return kNames[static_cast<size_t>(outcome)];
+}
+
+const char *would_be(Outcome outcome) {
+    constexpr const char *kNames[] = {
+        JKC_TEXT("would be converted"), JKC_TEXT("would be converted"), JKC_TEXT("would stay as it is"),
+        JKC_TEXT("undecided"),          JKC_TEXT("would be refused"),   JKC_TEXT("failed")};
+    return kNames[static_cast<size_t>(outcome)];
+}
+
 void OutcomeCounts::add(Outcome outcome) {
     ++counts_[static_cast<size_t>(outcome)];
     code_ = std::max(code_, exit_code(outcome));

@@ -14,6 +14,11 @@ enum class Outcome { kConverted, kConvertedWithLosses, kUnchanged, kUndecided, k
 
 ExitCode exit_code(Outcome outcome);
 
+// "converted", the same in every language.
+const char *name_of(Outcome outcome);
+// "would be converted", as a dry run tells it.
+const char *would_be(Outcome outcome);
+
 class OutcomeCounts {
 public:
     void add(Outcome outcome);

@@ -14,7 +14,8 @@ namespace jkc::cli {
 namespace {
 
 bool wipe_line = false;
-std::string *collected = nullptr;
+Spoken *collected = nullptr;
+std::FILE *report_stream = stdout;
 
 // A link is there, whatever the system says of what it points to.
 std::string reason_of(const std::string &file, int error) {
@@ -25,11 +26,16 @@ std::string reason_of(const std::string &file, int error) {
                                shown({target.data(), static_cast<size_t>(length)}).c_str());
 }
 
+void write(std::FILE *stream, const std::string &text) {
+    std::fwrite(text.data(), 1, text.size(), stream);
+    std::fflush(stream);
+}
+
 void put(const std::string &line) {
     if (collected != nullptr) {
-        *collected += line;
+        collected->messages += line;
     } else {
-        pass_on_messages(line);
+        pass_on({line, ""});
     }
 }
 
@@ -48,12 +54,24 @@ void tell(const FileError &error) {
     }
 }
 
-void collect_messages(std::string *messages) { collected = messages; }
+void report_text(const std::string &lines) {
+    if (collected != nullptr) {
+        collected->report += lines;
+    } else {
+        pass_on({"", lines});
+    }
+}
 
-void pass_on_messages(const std::string &lines) {
-    if (!lines.empty()) {
-        const std::string text = (wipe_line ? kWipeLine : "") + lines;
-        std::fwrite(text.data(), 1, text.size(), stderr);
+void report_to(std::FILE *stream) { report_stream = stream; }
+
+void collect(Spoken *spoken) { collected = spoken; }
+
+void pass_on(const Spoken &spoken) {
+    if (!spoken.messages.empty()) {
+        write(stderr, (wipe_line ? kWipeLine : "") + spoken.messages);
+    }
+    if (!spoken.report.empty()) {
+        write(report_stream, spoken.report);
     }
 }
 

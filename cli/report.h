@@ -1,6 +1,7 @@
 // Exit codes, and the one form in which the program speaks on standard error.
 #pragma once
 
+#include <cstdio>
 #include <stdexcept>
 #include <string>
 
@@ -30,10 +31,20 @@ void say(const std::string &what);
 // Says why a file failed. Silent where the reader of the output went away, which is its right.
 void tell(const FileError &error);
 
-// Where messages go instead of to standard error; null: there.
-void collect_messages(std::string *messages);
-// Writes lines that were collected.
-void pass_on_messages(const std::string &lines);
+// Writes lines of a report.
+void report_text(const std::string &lines);
+// Where they go: standard output at first.
+void report_to(std::FILE *stream);
+
+// What is said and reported.
+struct Spoken {
+    std::string messages;
+    std::string report;
+};
+// Where all that goes instead; null: where it belongs.
+void collect(Spoken *spoken);
+// Writes what was collected.
+void pass_on(const Spoken &spoken);
 
 // Goes back to the start of a terminal's line and empties it.
 constexpr const char *kWipeLine = "\r\033[K";

@@ -84,19 +84,20 @@ std::string random_name() {
 
 } // namespace
 
-SafeFile::SafeFile(const std::string &path) : Output(path, -1) { begin(is_new(path) ? path : existing_file(path)); }
+SafeFile::SafeFile(const std::string &path) : Output(path, -1) { begin(is_new(path) ? path : existing_file(path), nullptr); }
 
-SafeFile::SafeFile(const std::string &path, const std::string &backup_suffix) : Output(path, -1) {
+SafeFile::SafeFile(const std::string &path, const std::string &backup_suffix, const struct stat &read)
+    : Output(path, -1) {
     const std::string target = existing_file(path);
     if (!backup_suffix.empty()) {
         backup_ = target + backup_suffix;
     }
-    begin(target);
+    begin(target, &read);
 }
 
-void SafeFile::begin(const std::string &target) {
+void SafeFile::begin(const std::string &target, const struct stat *read) {
     target_ = target;
-    old_ = status_of(target_);
+    old_ = read != nullptr ? *read : status_of(target_);
     if (old_) {
         check_replaceable(target_, *old_, name());
     }
@@ -133,11 +134,6 @@ SafeFile::Temporary::~Temporary() {
         unlink(path.c_str());
         doom_file(nullptr);
     }
-}
-
-bool SafeFile::holds_the_same_as(const std::string &path) const {
-    const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    return same_content(descriptor(), file.number());
 }
 
 void SafeFile::check_unchanged() const {

@@ -22,12 +22,10 @@ class SafeFile : public Output {
 public:
     // Throws FileError.
     explicit SafeFile(const std::string &path);
-    // For a file that must exist. commit() keeps the old one under its path with backup_suffix; an empty suffix: it is
-    // not kept.
-    SafeFile(const std::string &path, const std::string &backup_suffix);
+    // For a file that must exist, and be what it was when it was `read`. commit() keeps the old one under its path with
+    // backup_suffix; an empty suffix: it is not kept.
+    SafeFile(const std::string &path, const std::string &backup_suffix, const struct stat &read);
 
-    // Whether what was written so far is what a file holds.
-    bool holds_the_same_as(const std::string &path) const;
     // The modification time to give it.
     void set_time(const timespec &time) { time_ = time; }
     void commit() override;
@@ -42,7 +40,7 @@ private:
         std::string path; // empty: none, or renamed
     };
 
-    void begin(const std::string &target);
+    void begin(const std::string &target, const struct stat *read);
     void create_temporary(mode_t mode);
     void check_unchanged() const;
 

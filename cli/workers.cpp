@@ -54,10 +54,11 @@ private:
     SharedNumber *numbers_;
 };
 
-// What a process sends of a part; `length` bytes of messages follow.
+// What a process sends of a part; the messages and the report follow.
 struct Answer {
     size_t part;
-    size_t length;
+    size_t messages_length;
+    size_t report_length;
     int answer;
 };
 
@@ -98,7 +99,7 @@ private:
     };
     struct Result {
         int answer;
-        std::string messages;
+        Spoken spoken;
     };
 
     bool start(size_t number) {
@@ -125,14 +126,16 @@ private:
 
     // What a started process does.
     [[noreturn]] void do_parts(size_t number, int pipe) {
-        std::string text;
-        collect_messages(&text);
+        Spoken spoken;
+        collect(&spoken);
         for (size_t i = 0; (i = shared_.next()++) < work_.count;) {
             shared_.current(number) = i;
-            text.assign(sizeof(Answer), '\0');
-            Answer answer{i, 0, work_.work(i)};
-            answer.length = text.size() - sizeof answer;
+            spoken = {};
+            const int done = work_.work(i);
+            const Answer answer{i, spoken.messages.size(), spoken.report.size(), done};
+            std::string text(sizeof answer, '\0');
             std::memcpy(text.data(), &answer, sizeof answer);
+            text += spoken.messages + spoken.report;
             if (write_all(pipe, text.data(), text.size()) != text.size()) {
                 break;
             }
@@ -177,11 +180,14 @@ private:
         size_t taken = 0;
         while (worker.received.size() - taken >= sizeof answer) {
             std::memcpy(&answer, worker.received.data() + taken, sizeof answer);
-            if (worker.received.size() - taken - sizeof answer < answer.length) {
+            const size_t report = taken + sizeof answer + answer.messages_length;
+            if (worker.received.size() < report + answer.report_length) {
                 break;
             }
-            results_[answer.part] = {answer.answer, worker.received.substr(taken + sizeof answer, answer.length)};
-            taken += sizeof answer + answer.length;
+            results_[answer.part] = {answer.answer,
+                                     {worker.received.substr(taken + sizeof answer, answer.messages_length),
+                                      worker.received.substr(report, answer.report_length)}};
+            taken = report + answer.report_length;
         }
         worker.received.erase(0, taken);
         return true;
@@ -198,7 +204,7 @@ private:
         }
         const size_t part = shared_.current(worker.number);
         if (part != kNothing && part >= next_done_ && results_.count(part) == 0) {
-            results_[part] = {kEndedBySignal, ""};
+            results_[part] = {kEndedBySignal, {}};
         }
         if (shared_.next() < work_.count) {
             start(worker.number);
@@ -214,7 +220,7 @@ private:
     }
 
     void hand_over(size_t part, const Result &result) {
-        pass_on_messages(result.messages);
+        pass_on(result.spoken);
         work_.done(part, result.answer);
         next_done_ = part + 1;
     }
@@ -228,7 +234,7 @@ private:
             }
             // Taken by a process that was gone before it could say so; or by none.
             const bool was_taken = shared_.exist() && i < shared_.next();
-            hand_over(i, {was_taken ? kEndedBySignal : work_.work(i), ""});
+            hand_over(i, {was_taken ? kEndedBySignal : work_.work(i), {}});
         }
     }
 

@@ -10,6 +10,7 @@ declare -A package_probe=(
     [clang-tidy]=clang-tidy
     [pkg-config]=pkg-config
     [gettext]=msgfmt
+    [nlohmann-json3-dev]=/usr/include/nlohmann/json.hpp
     [libgtest-dev]=/usr/include/gtest/gtest.h
     [default-jdk-headless]=javac
     [junit4]=/usr/share/java/junit4.jar
