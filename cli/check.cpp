@@ -63,7 +63,8 @@ private:
             if (loss.place.line != last_line) {
                 last_line = loss.place.line;
                 ++wrong_lines_;
-                print(":" + std::to_string(last_line) + ":" + std::to_string(loss.place.column) + ": ",
+                print(format(":%llu:%llu: ", static_cast<unsigned long long>(last_line),
+                             static_cast<unsigned long long>(loss.place.column)),
                       describe(loss) + what_line_would_be(last_line));
             }
             return true;
@@ -71,9 +72,8 @@ private:
     }
 
     std::string what_line_would_be(uint64_t line) const {
-        const auto part = std::find_if(parts_.begin(), parts_.end(), [&](const Part &p) {
-            return p.first_line <= line && line <= p.last_line;
-        });
+        const auto part = std::find_if(parts_.begin(), parts_.end(),
+                                       [&](const Part &p) { return p.first_line <= line && line <= p.last_line; });
         const bool is_other = part != parts_.end() && part->type > JKC_TYPE_ASCII && part->type != without_mark(type_);
         return is_other ? format(tr("; the line would be %s"), code_type_name(part->type).c_str()) : "";
     }

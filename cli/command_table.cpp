@@ -21,11 +21,9 @@ constexpr std::array kCommands{
                      "  short.txt: undecided (SJIS, EUC)     these are as likely\n"
                      "  mixed.txt: unknown                   none fits all of it\n"
                      "  photo.jpg: binary                    is no text\n")},
-    Command{"convert", Action::kConvert, kForConvert, "[OPTION...] -t CODE [FILE...]",
-            JKC_TEXT("convert files"), JKC_TEXT("Converts each file, or standard input without a file or for \"-\"."),
-            ""},
-    Command{"check", Action::kCheck, kForCheck, "[OPTION...] [FILE...]",
-            JKC_TEXT("tell which lines are ill-formed"),
+    Command{"convert", Action::kConvert, kForConvert, "[OPTION...] -t CODE [FILE...]", JKC_TEXT("convert files"),
+            JKC_TEXT("Converts each file, or standard input without a file or for \"-\"."), ""},
+    Command{"check", Action::kCheck, kForCheck, "[OPTION...] [FILE...]", JKC_TEXT("tell which lines are ill-formed"),
             JKC_TEXT("Prints where a text is ill-formed in its code type, once a line, and what the line\n"
                      "would be. Without a file, or where the file is \"-\", reads standard input."),
             JKC_TEXT("  log.txt:51:1: ill-formed bytes 82; the line would be SJIS\n"
@@ -68,7 +66,8 @@ constexpr std::array kOptions{
               JKC_TEXT("compose letters with their marks (Unicode sources)")},
     OptionRow{OptionId::kOnLoss, kForConvert, 0, "on-loss", nullptr, "WHAT",
               JKC_TEXT("replace (default), omit, escape or stop")},
-    OptionRow{OptionId::kSuppress, kForConvert, 0, "suppress", nullptr, nullptr, JKC_TEXT("the same as --on-loss=omit")},
+    OptionRow{OptionId::kSuppress, kForConvert, 0, "suppress", nullptr, nullptr,
+              JKC_TEXT("the same as --on-loss=omit")},
     OptionRow{OptionId::kStrict, kForConvert, 0, "strict", nullptr, nullptr,
               JKC_TEXT("refuse files that would lose something")},
     OptionRow{OptionId::kAllowLoss, kForConvert, 0, "allow-loss", nullptr, nullptr,

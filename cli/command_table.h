@@ -9,7 +9,14 @@ namespace jkc::cli {
 enum class Action { kNone, kHelp, kVersion, kList, kDetect, kConvert, kCheck, kLines };
 
 // What a command is to options; they are ORed.
-enum CommandBit : unsigned { kForProgram = 1, kForDetect = 2, kForConvert = 4, kForCheck = 8, kForLines = 16, kForAll = 31 };
+enum CommandBit : unsigned {
+    kForProgram = 1,
+    kForDetect = 2,
+    kForConvert = 4,
+    kForCheck = 8,
+    kForLines = 16,
+    kForAll = 31
+};
 
 struct Command {
     const char *name; // the first is the program without a command, and has none

@@ -45,7 +45,7 @@ bool FileConversion::prepare(Outcome &outcome) {
     if (std::any_of(parts_.begin(), parts_.end(), [](const Part &part) { return part.type < 0; })) {
         return refuse(judged, outcome);
     }
-    target_ = choose_target(source_, parts_.front(), options_);
+    target_ = choose_target(source_, parts_, options_);
     report_.read_as(parts_, target_);
     if (!options_.quiet) {
         tell_choices(judged);
@@ -60,7 +60,7 @@ bool FileConversion::refuse(const Judged &judged, Outcome &outcome) {
         reason += ": " + describe_parts(parts);
     }
     say(source_.name(), reason);
-    report_.give_reason(reason);
+    report_.not_read(judged.type, reason);
     outcome = judged.type == JKC_DECISION_BINARY ? Outcome::kRefused : Outcome::kUndecided;
     return false;
 }
@@ -70,12 +70,10 @@ void FileConversion::tell_choices(const Judged &judged) const {
         say(source_.name(), format(tr("read as %s, which its bytes show, not as %s"),
                                    code_type_name(judged.type).c_str(), code_type_name(options_.from).c_str()));
     }
-    if (options_.to == JKC_TYPE_ASCII && judged.type != JKC_TYPE_ASCII) {
-        say(source_.name(), format(tr("not plain ASCII, written as %s"), code_type_name(JKC_TYPE_SJIS).c_str()));
-    }
-    if (target_ != options_.to) {
-        say(source_.name(),
-            format(tr("written as %s, which lacks the least of it"), code_type_name(target_).c_str()));
+    if (target_ != options_.to && options_.to == JKC_TYPE_ASCII) {
+        say(source_.name(), format(tr("not plain ASCII, written as %s"), code_type_name(target_).c_str()));
+    } else if (target_ != options_.to && target_ != judged.type) {
+        say(source_.name(), format(tr("written as %s, which lacks the least of it"), code_type_name(target_).c_str()));
     }
     for (const Part &part : parts_) {
         if (part.type != parts_.front().type) {
@@ -101,10 +99,10 @@ void FileConversion::tell_losses(const Route &route, uint64_t count) const {
         });
     }
     const std::string target = code_type_name(route.target);
-    std::string told = count == 1 ? format(tr("1 loss on the way to %s: %s"), target.c_str(), first.c_str())
-                                  : format(tr("%llu losses on the way to %s: first %s, last %s"),
-                                           static_cast<unsigned long long>(count), target.c_str(), first.c_str(),
-                                           last.c_str());
+    std::string told =
+        count == 1 ? format(tr("1 loss on the way to %s: %s"), target.c_str(), first.c_str())
+                   : format(tr("%llu losses on the way to %s: first %s, last %s"),
+                            static_cast<unsigned long long>(count), target.c_str(), first.c_str(), last.c_str());
     if (!allows_losses(options_) && !options_.strict && options_.on_loss != JKC_ON_LOSS_STOP) {
         told += tr("; not replaced: --allow-loss or a backup suffix would allow it");
     }

@@ -116,7 +116,8 @@ private:
     // Also a dry run compares each file with what would come of it.
     Outcome replace(Source &source, FileConversion &conversion) {
         ChangedFile file(source, options_.backup_suffix, options_.dry_run);
-        const Outcome outcome = conversion.run(true, [&](std::string_view text) { file.print(text); }, progress_);
+        const Outcome outcome = conversion.run(
+            true, [&](std::string_view text) { file.print(text); }, progress_);
         if (exit_code(outcome) != kDone) {
             return outcome;
         }
@@ -130,7 +131,8 @@ private:
     Outcome write(const Source &source, FileConversion &conversion, const std::string &path) {
         make_folders(path);
         SafeFile out(path);
-        const Outcome outcome = conversion.run(true, [&](std::string_view text) { out.print(text); }, progress_);
+        const Outcome outcome = conversion.run(
+            true, [&](std::string_view text) { out.print(text); }, progress_);
         if (exit_code(outcome) != kDone) {
             return outcome;
         }
@@ -185,7 +187,8 @@ ExitCode convert_to_output(const Options &options, const FileList &list, Progres
         if (conversion.prepare(outcome)) {
             // Files that are joined have one byte-order mark, at the front.
             const bool at_front = out->length() == 0;
-            outcome = conversion.run(at_front, [&](std::string_view text) { out->print(text); }, progress);
+            outcome = conversion.run(
+                at_front, [&](std::string_view text) { out->print(text); }, progress);
         }
         report_text(report.text(outcome));
         progress.finish_file();
@@ -211,7 +214,8 @@ ExitCode convert(const Options &options) {
     report_to(text_goes_out ? stderr : stdout);
     const FileList list = list_files(options);
     Progress progress(list, wants_bar(options));
-    return options.writes_each() || options.dry_run ? EachFile(options, list, progress).run() : convert_to_output(options, list, progress);
+    return options.writes_each() || options.dry_run ? EachFile(options, list, progress).run()
+                                                    : convert_to_output(options, list, progress);
 }
 
 } // namespace jkc::cli

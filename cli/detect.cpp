@@ -78,10 +78,10 @@ std::string explain(const Judged &judged) {
     constexpr const char *kRow = "  %-14s %12s %12s %12s %12s %12s\n";
     text += format(kRow, tr("candidate"), tr("valid"), tr("ill-formed"), tr("kana"), tr("penalty"), tr("first error"));
     for (const JkcEvidence &e : found.evidence) {
-        text += format(kRow, code_type_name(e.type).c_str(), std::to_string(e.valid).c_str(),
-                       std::to_string(e.ill_formed).c_str(), std::to_string(e.kana).c_str(),
-                       std::to_string(e.penalty).c_str(),
-                       e.first_error < 0 ? "-" : std::to_string(e.first_error).c_str());
+        text +=
+            format(kRow, code_type_name(e.type).c_str(), std::to_string(e.valid).c_str(),
+                   std::to_string(e.ill_formed).c_str(), std::to_string(e.kana).c_str(),
+                   std::to_string(e.penalty).c_str(), e.first_error < 0 ? "-" : std::to_string(e.first_error).c_str());
     }
     return text;
 }

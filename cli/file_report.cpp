@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include "code_types.h"
+#include "jkc/detector.h"
 #include "json.h"
 #include "quoting.h"
 #include "translate.h"
@@ -33,6 +34,11 @@ void FileReport::read_as(const std::vector<Part> &parts, int target) {
     }
 }
 
+void FileReport::not_read(int decision, std::string reason) {
+    source_ = jkc_decision_name(decision);
+    give_reason(std::move(reason));
+}
+
 void FileReport::lost(const Source &source, const std::vector<Part> &parts, const Route &route, uint64_t count) {
     count_ = count;
     if (options_.report == ReportForm::kNone) {
@@ -52,12 +58,12 @@ std::string FileReport::text(Outcome outcome) const {
     }
     std::string lines;
     for (const PlacedLoss &loss : losses_) {
-        lines += format("%s:%llu:%llu: ", shown_on(STDOUT_FILENO, name_).c_str(),
-                        static_cast<unsigned long long>(loss.place.line),
-                        static_cast<unsigned long long>(loss.place.column)) +
-                 format(tr("byte %llu: %s"), static_cast<unsigned long long>(loss.loss.offset),
-                        describe(loss).c_str()) +
-                 "\n";
+        lines +=
+            format("%s:%llu:%llu: ", shown_on(STDOUT_FILENO, name_).c_str(),
+                   static_cast<unsigned long long>(loss.place.line),
+                   static_cast<unsigned long long>(loss.place.column)) +
+            format(tr("byte %llu: %s"), static_cast<unsigned long long>(loss.loss.offset), describe(loss).c_str()) +
+            "\n";
     }
     return options_.dry_run || options_.report == ReportForm::kText ? lines + line(outcome) : lines;
 }
@@ -65,12 +71,13 @@ std::string FileReport::text(Outcome outcome) const {
 // "letter.txt: SJIS to UTF8: would be converted, 2 losses"
 std::string FileReport::line(Outcome outcome) const {
     std::string line = shown_on(STDOUT_FILENO, name_) + ": ";
-    if (!source_.empty()) {
+    if (!target_.empty()) {
         line += format(tr("%s to %s: "), source_.c_str(), target_.c_str());
     }
     line += tr(options_.dry_run ? would_be(outcome) : name_of(outcome));
     if (count_ > 0) {
-        line += tr(", ") + format(tr_count("%llu loss", "%llu losses", count_), static_cast<unsigned long long>(count_));
+        line +=
+            tr(", ") + format(tr_count("%llu loss", "%llu losses", count_), static_cast<unsigned long long>(count_));
     }
     return line + (reason_.empty() ? "" : tr(", ") + reason_) + "\n";
 }
@@ -82,6 +89,8 @@ std::string FileReport::json(Outcome outcome) const {
     object["dry_run"] = options_.dry_run;
     if (!source_.empty()) {
         object["from"] = source_;
+    }
+    if (!target_.empty()) {
         object["to"] = target_;
     }
     if (!reason_.empty()) {

@@ -15,6 +15,8 @@ public:
     FileReport(const Options &options, std::string name) : options_(options), name_(std::move(name)) {}
 
     void read_as(const std::vector<Part> &parts, int target);
+    // A decision that is no code type.
+    void not_read(int decision, std::string reason);
     // Why it is not converted.
     void give_reason(std::string reason) { reason_ = std::move(reason); }
     // Goes through the losses again if they are asked for.
@@ -29,8 +31,8 @@ private:
 
     const Options &options_;
     std::string name_;
-    std::string source_; // names of code types: "SJIS", or of several parts "UTF8+SJIS"
-    std::string target_;
+    std::string source_; // what was decided: "SJIS", of several parts "UTF8+SJIS", "unknown"
+    std::string target_; // empty: not converted
     std::string reason_;
     uint64_t count_ = 0;
     std::vector<PlacedLoss> losses_;

@@ -8,8 +8,7 @@ namespace jkc::cli {
 
 Judged judge(Source &source, const Options &options) {
     const Detector detector = make_detector();
-    source.read_all(
-        [&](const uint8_t *data, size_t length) { jkc_detector_feed(detector.get(), data, length); });
+    source.read_all([&](const uint8_t *data, size_t length) { jkc_detector_feed(detector.get(), data, length); });
     Judged judged{finish(detector), 0, options.assume != 0, false};
     judged.type = judged.found.decision;
     if (judged.assumed) {

@@ -17,8 +17,7 @@ struct Place {
 // Follows a part that comes in pieces. Offsets are those in the source.
 class LinePlaces {
 public:
-    explicit LinePlaces(const Part &part)
-        : code_type_(part.type), offset_(part.begin), line_(part.first_line) {}
+    explicit LinePlaces(const Part &part) : code_type_(part.type), offset_(part.begin), line_(part.first_line) {}
 
     void next(const uint8_t *data, size_t length);
     // The place of the byte at `offset`, in the last piece or at most kReach before it, where a character begins or a loss
@@ -33,12 +32,12 @@ private:
     uint64_t count_characters(size_t end);
 
     int code_type_;
-    std::string bytes_;        // the last ones
-    uint64_t offset_;          // of bytes_
-    size_t passed_ = 0;        // of them, how many have been looked at for line ends
-    size_t counted_ = 0;       // of them, how many are of other lines or in characters_
+    std::string bytes_;  // the last ones
+    uint64_t offset_;    // of bytes_
+    size_t passed_ = 0;  // of them, how many have been looked at for line ends
+    size_t counted_ = 0; // of them, how many are of other lines or in characters_
     uint64_t line_;
-    uint64_t characters_ = 0;  // of this line, counted already
+    uint64_t characters_ = 0; // of this line, counted already
     bool behind_cr_ = false;
 };
 

@@ -1,5 +1,6 @@
 #include "lines.h"
 
+#include <algorithm>
 #include <cinttypes>
 
 #include "code_types.h"
@@ -78,11 +79,13 @@ ExitCode lines(const Options &options) {
     Output out;
     FedText shown(JKC_TYPE_UTF8, route_to(to, options), [&](std::string_view text) { out.print(text); });
     Listing listing([&](std::string_view text) { shown.feed(text); });
-    const Part whole{judged.type == JKC_TYPE_EMPTY ? static_cast<int>(JKC_TYPE_ASCII) : judged.type, 1, 1, 0, source.length()};
+    const Part whole{judged.type == JKC_TYPE_EMPTY ? static_cast<int>(JKC_TYPE_ASCII) : judged.type, 1, 1, 0,
+                     source.length()};
     const Converted converted = convert_part(
         source, whole, route_to(JKC_TYPE_UTF8, options), [&](std::string_view text) { listing.add(text); }, nullptr);
     listing.finish();
-    const uint64_t lost = converted.lost + shown.finish().lost;
+    // What lacks U+FFFD loses each replacement once more.
+    const uint64_t lost = std::max(converted.lost, shown.finish().lost);
     out.commit();
     if (lost > 0) {
         say(name, format(tr_count("%llu loss", "%llu losses", lost), static_cast<unsigned long long>(lost)));

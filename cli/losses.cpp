@@ -109,7 +109,7 @@ std::string describe(const PlacedLoss &loss) {
     }
     switch (loss.loss.kind) {
     case JKC_LOSS_UNMAPPABLE:
-        return format(tr("code %s, which has no character"), bytes.c_str());
+        return format(tr("code %s without a character"), bytes.c_str());
     case JKC_LOSS_TRUNCATED:
         return format(tr("cut character %s"), bytes.c_str());
     default:

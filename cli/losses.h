@@ -13,9 +13,9 @@ namespace jkc::cli {
 
 // A loss with its place.
 struct PlacedLoss {
-    JkcLoss loss;       // its offset counts from the begin of the file
+    JkcLoss loss; // its offset counts from the begin of the file
     Place place;
-    std::string bytes;  // of the source
+    std::string bytes; // of the source
 };
 
 // Goes through a part again and tells each loss in its order, until `take` answers false.

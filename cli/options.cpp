@@ -286,7 +286,8 @@ void check_files(const Options &options) {
     if (options.files_from == "-" && reads_input) {
         throw UsageError(tr("standard input cannot be both a text and the list of files"));
     }
-    if (options.writes_each() && !options.dry_run && (reads_input || (options.files.empty() && options.files_from.empty()))) {
+    if (options.writes_each() && !options.dry_run &&
+        (reads_input || (options.files.empty() && options.files_from.empty()))) {
         throw UsageError(
             format(tr("%s needs files, not standard input"), options.in_place ? "--in-place" : "--output-dir"));
     }

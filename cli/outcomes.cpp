@@ -29,9 +29,9 @@ const char *name_of(Outcome outcome) {
 }
 
 const char *would_be(Outcome outcome) {
-    constexpr const char *kNames[] = {
-        JKC_TEXT("would be converted"), JKC_TEXT("would be converted"), JKC_TEXT("would stay as it is"),
-        JKC_TEXT("undecided"),          JKC_TEXT("would be refused"),   JKC_TEXT("failed")};
+    constexpr const char *kNames[] = {JKC_TEXT("would be converted"),  JKC_TEXT("would be converted"),
+                                      JKC_TEXT("would stay as it is"), JKC_TEXT("undecided"),
+                                      JKC_TEXT("would be refused"),    JKC_TEXT("failed")};
     return kNames[static_cast<size_t>(outcome)];
 }
 

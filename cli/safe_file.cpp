@@ -84,7 +84,9 @@ std::string random_name() {
 
 } // namespace
 
-SafeFile::SafeFile(const std::string &path) : Output(path, -1) { begin(is_new(path) ? path : existing_file(path), nullptr); }
+SafeFile::SafeFile(const std::string &path) : Output(path, -1) {
+    begin(is_new(path) ? path : existing_file(path), nullptr);
+}
 
 SafeFile::SafeFile(const std::string &path, const std::string &backup_suffix, const struct stat &read)
     : Output(path, -1) {

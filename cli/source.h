@@ -42,9 +42,9 @@ private:
     std::unique_ptr<Descriptor> opened_; // unless it is standard input
     struct stat status_ {};
     bool rereadable_;
-    uint64_t begin_ = 0;  // where the bytes begin in the file that can be read again
-    uint64_t length_ = 0; // how many there are, once all were read
-    std::string kept_; // of what cannot be read again
+    uint64_t begin_ = 0;                // where the bytes begin in the file that can be read again
+    uint64_t length_ = 0;               // how many there are, once all were read
+    std::string kept_;                  // of what cannot be read again
     std::unique_ptr<Descriptor> spill_; // the rest of it
 };
 

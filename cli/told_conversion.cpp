@@ -1,5 +1,6 @@
 #include "told_conversion.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace jkc::cli {
@@ -52,21 +53,31 @@ Route route_to(int target, const Options &options) {
     return route;
 }
 
-int choose_target(const Source &source, const Part &part, const Options &options) {
+int choose_target(const Source &source, const std::vector<Part> &parts, const Options &options) {
+    if (options.to == JKC_TYPE_ASCII && parts.front().type != JKC_TYPE_ASCII) {
+        return JKC_TYPE_SJIS;
+    }
     if (!options.any_variant) {
         return options.to;
     }
-    const std::vector<int> variants =
-        options.to == JKC_TYPE_EUC
-            ? std::vector<int>{JKC_TYPE_EUC, JKC_TYPE_EUC_51932, JKC_TYPE_EUC_MS, JKC_TYPE_EUC_20932}
-            : std::vector<int>{JKC_TYPE_JIS, JKC_TYPE_JIS2004};
+    std::vector<int> variants = options.to == JKC_TYPE_EUC ? std::vector<int>{JKC_TYPE_EUC, JKC_TYPE_EUC_51932,
+                                                                              JKC_TYPE_EUC_MS, JKC_TYPE_EUC_20932}
+                                                           : std::vector<int>{JKC_TYPE_JIS, JKC_TYPE_JIS2004};
+    // A text that is in one already stays in it.
+    const auto present = std::find(variants.begin(), variants.end(), parts.front().type);
+    if (present != variants.end()) {
+        std::rotate(variants.begin(), present, present + 1);
+    }
     const Write nowhere = [](std::string_view /*text*/) {};
     int best = options.to;
     uint64_t least = UINT64_MAX;
     for (const int variant : variants) {
         Route route = route_to(variant, options);
         route.options.on_loss = JKC_ON_LOSS_OMIT; // which goes through to the end
-        const uint64_t lacking = convert_part(source, part, route, nowhere, nullptr).unmappable;
+        uint64_t lacking = 0;
+        for (const Part &part : parts) {
+            lacking += convert_part(source, part, route, nowhere, nullptr).unmappable;
+        }
         if (lacking < least) {
             best = variant;
             least = lacking;

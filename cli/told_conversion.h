@@ -48,8 +48,9 @@ private:
 // `target` is that of the options, or one that they leave open.
 Route route_to(int target, const Options &options);
 
-// Of the variants of a target that the options leave open, the one that lacks least. Reads the part.
-int choose_target(const Source &source, const Part &part, const Options &options);
+// The target of the options: of the variants that they leave open the one that lacks least of the parts, for which these
+// are read.
+int choose_target(const Source &source, const std::vector<Part> &parts, const Options &options);
 
 // Converts a part. `progress`, if there is one, is told the offset in the source.
 Converted convert_part(const Source &source, const Part &part, const Route &route, Write write,
