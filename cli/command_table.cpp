@@ -24,8 +24,8 @@ constexpr std::array kCommands{
     Command{"convert", Action::kConvert, kForConvert, "[OPTION...] -t CODE [FILE...]", JKC_TEXT("convert files"),
             JKC_TEXT("Converts each file, or standard input without a file or for \"-\"."), ""},
     Command{"check", Action::kCheck, kForCheck, "[OPTION...] [FILE...]", JKC_TEXT("tell which lines are ill-formed"),
-            JKC_TEXT("Prints where a text is ill-formed in its code type, once a line, and what the line\n"
-                     "would be. Without a file, or where the file is \"-\", reads standard input."),
+            JKC_TEXT("Prints where a text is ill-formed in its code type, once a line, and what the\n"
+                     "line would be. Without a file, or where the file is \"-\", reads standard input."),
             JKC_TEXT("  log.txt:51:1: ill-formed bytes 82; the line would be SJIS\n"
                      "  log.txt: UTF8, 1 ill-formed line\n")},
     Command{"lines", Action::kLines, kForLines, "[OPTION...] [FILE]",

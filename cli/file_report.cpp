@@ -71,6 +71,9 @@ std::string FileReport::text(Outcome outcome) const {
 // "letter.txt: SJIS to UTF8: would be converted, 2 losses"
 std::string FileReport::line(Outcome outcome) const {
     std::string line = shown_on(STDOUT_FILENO, name_) + ": ";
+    if (outcome == Outcome::kUndecided) {
+        return line + reason_ + "\n";
+    }
     if (!target_.empty()) {
         line += format(tr("%s to %s: "), source_.c_str(), target_.c_str());
     }
