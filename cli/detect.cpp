@@ -74,9 +74,9 @@ IllFormed find_ill_formed(const Source &source, const Judged &judged) {
 
 std::string explain(const Judged &judged) {
     const JkcDetection &found = judged.found;
-    std::string text = format(tr("  rule: %s (%d %% sure)\n"), jkc_rule_name(found.rule), found.confidence);
+    std::string text = format("  rule: %s (%d %% sure)\n", jkc_rule_name(found.rule), found.confidence);
     constexpr const char *kRow = "  %-14s %12s %12s %12s %12s %12s\n";
-    text += format(kRow, tr("candidate"), tr("valid"), tr("ill-formed"), tr("kana"), tr("penalty"), tr("first error"));
+    text += format(kRow, "candidate", "valid", "ill-formed", "kana", "penalty", "first error");
     for (const JkcEvidence &e : found.evidence) {
         text +=
             format(kRow, code_type_name(e.type).c_str(), std::to_string(e.valid).c_str(),
@@ -137,7 +137,7 @@ ExitCode detect_file(const Options &options, const std::string &name, Output &ou
     } else {
         std::string text = describe(judged);
         if (wrong.count > 0) {
-            text = format("not %s: %llu ill-formed, the first %s at %s", code_type_name(judged.type).c_str(),
+            text = format(tr("not %s: %llu ill-formed, the first %s at %s"), code_type_name(judged.type).c_str(),
                           static_cast<unsigned long long>(wrong.count), describe(wrong.first).c_str(),
                           describe(wrong.first.place).c_str());
         }
