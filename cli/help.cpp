@@ -63,7 +63,7 @@ std::string help_text(const Command &command) {
     if (command.notes[0] != '\0') {
         text += std::string(tr(command.notes)) + "\n";
     }
-    return text + tr("Exit status: 0 done; 1 undecided, binary, losses (--strict); 2 usage; 3 I/O.\n");
+    return text + tr("Exit status: 0 done; 1 undecided, binary, losses refused; 2 usage; 3 I/O.\n");
 }
 
 std::string version_text() {
