@@ -25,7 +25,7 @@ TEST(Decision, EachTextIsDecidedByItsRule) {
     check_results("decision.txt", [](const Case &c) {
         const JkcDetection found = detect(c.input);
         std::string answer = jkc_decision_name(found.decision);
-        answer += " " + std::to_string(found.confidence);
+        answer.append(" ").append(std::to_string(found.confidence));
         if (found.open != 0) {
             char names[160];
             jkc_judged_type_names(names, sizeof names, found.open);
