@@ -97,6 +97,13 @@ private:
         return outcome;
     }
 
+    // A file that has been replaced must be counted: from then on signals wait.
+    template <typename LongWork>
+    static auto in_window(LongWork work) {
+        const SignalWindow window;
+        return work();
+    }
+
     Outcome convert_or_throw(size_t i, FileReport &report) {
         const std::string &name = list_.files[i].name;
         const std::string path = replaces_ ? name : destination(i);
@@ -106,8 +113,7 @@ private:
         Source source(name);
         FileConversion conversion(options_, source, report);
         Outcome outcome = Outcome::kFailed;
-        const SignalWindow window;
-        if (!conversion.prepare(outcome)) {
+        if (!in_window([&] { return conversion.prepare(outcome); })) {
             return outcome;
         }
         return replaces_ ? replace(source, conversion) : write(source, conversion, path);
