@@ -110,6 +110,10 @@ private:
         if (!replaces_) {
             check_destination(i, path);
         }
+        struct stat file {};
+        if (options_.in_place && stat(name.c_str(), &file) == 0 && !S_ISREG(file.st_mode) && !S_ISDIR(file.st_mode)) {
+            throw FileError(name, tr("not a regular file")); // before anything is taken from it
+        }
         Source source(name);
         FileConversion conversion(options_, source, report);
         Outcome outcome = Outcome::kFailed;
@@ -122,8 +126,10 @@ private:
     // Also a dry run compares each file with what would come of it.
     Outcome replace(Source &source, FileConversion &conversion) {
         ChangedFile file(source, options_.backup_suffix, options_.dry_run);
-        const Outcome outcome = conversion.run(
-            true, [&](std::string_view text) { file.print(text); }, progress_);
+        const Outcome outcome = in_window([&] {
+            return conversion.run(
+                true, [&](std::string_view text) { file.print(text); }, progress_);
+        });
         if (exit_code(outcome) != kDone) {
             return outcome;
         }
@@ -137,8 +143,10 @@ private:
     Outcome write(const Source &source, FileConversion &conversion, const std::string &path) {
         make_folders(path);
         SafeFile out(path);
-        const Outcome outcome = conversion.run(
-            true, [&](std::string_view text) { out.print(text); }, progress_);
+        const Outcome outcome = in_window([&] {
+            return conversion.run(
+                true, [&](std::string_view text) { out.print(text); }, progress_);
+        });
         if (exit_code(outcome) != kDone) {
             return outcome;
         }
