@@ -10,8 +10,8 @@ namespace {
 // The scanners' places in JkcBlock::scan_start.
 enum ScanStart : uint8_t { kFromSjis, kFromEuc, kFromUtf16, kFromUtf8 };
 
-// In the first block a scanner is asked after this many bytes whether its encoding is eliminated. Mostly that is
-// settled there; later it is asked once a block.
+// In the first block a scanner is asked after this many bytes whether its encoding is eliminated, and then after as
+// many again each time. Mostly that is settled there; later it is asked once a block.
 constexpr ptrdiff_t kSlice = 128;
 
 } // namespace
@@ -22,7 +22,7 @@ template <class Scan, class Watch>
 void Judgement::feed(int32_t &start, JkcBlock &block, bool last, Scan scan, Watch watch) {
     const uint8_t *p = block.data + start;
     const uint8_t *const end = block.data + block.end;
-    const ptrdiff_t slice = total_ == 0 ? kSlice : sizeof block.data;
+    ptrdiff_t slice = total_ == 0 ? kSlice : sizeof block.data;
     const uint8_t *slice_end = p;
     while (slice_end != end) {
         const uint8_t *watched = watch(p, end);
@@ -32,6 +32,7 @@ void Judgement::feed(int32_t &start, JkcBlock &block, bool last, Scan scan, Watc
         }
         slice_end = end - slice_end > slice ? slice_end + slice : end;
         p = scan(p, slice_end, last && slice_end == end);
+        slice = slice_end - (block.data + JKC_BLOCK_HEADROOM);
     }
     start = JKC_BLOCK_HEADROOM - static_cast<int32_t>(end - p);
 }
