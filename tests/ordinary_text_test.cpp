@@ -28,7 +28,7 @@ size_t run_over(const std::string &bytes, size_t at, const auto &run, OrdinaryRu
 
 template <class Ordinary>
 OrdinaryRun two_byte_run(const uint8_t *begin, const uint8_t *end) {
-    typename Ordinary::Katakana katakana;
+    KatakanaRuns<Ordinary::kKatakanaWidth> katakana;
     return ordinary_two_byte_run<Ordinary>(begin, end, katakana);
 }
 
