@@ -3,6 +3,7 @@
 
 #include "convert/ascii_text.h"
 #include "convert/legacy_decoder.h"
+#include "tables/other_codes.h"
 
 namespace jkc {
 
@@ -88,7 +89,12 @@ public:
             if (b == kEsc) {
                 return false;
             }
-            o = two_byte(o, e, p);
+            const uint32_t c = table_.look_up(two_byte_code(p[0], p[1]));
+            uint8_t *written = kIsJis<Encoder> && c > 0xFFFF ? nullptr : put_character(o, e, c);
+            if (written == nullptr) [[unlikely]] {
+                return false;
+            }
+            o = written;
             p += 2;
             return true;
         }
@@ -137,7 +143,69 @@ public:
         return Flow::kNext;
     }
 
+    // --- For told_step.h. ---
+
+    Sequence look(const uint8_t *p, size_t left, const Losses &losses) const {
+        Sequence seen = look_at_jis(p, left, {set_, shifted_out_});
+        if (seen.kind == Sequence::kCharacter && seen.length == 2) {
+            look_up(p, losses, seen);
+        }
+        if (losses.is_classic()) {
+            if (seen.kind == Sequence::kAscii) {
+                seen = jkc::ill_formed(1);
+            } else if (seen.kind == Sequence::kCharacter && seen.length == 1 && shifted_out_ && !kShiftsToKatakana) {
+                seen.kind = Sequence::kUnmappable;
+            }
+        }
+        return seen;
+    }
+    size_t classic_length(const uint8_t *p, size_t left) const {
+        if (*p == kEsc) {
+            const SeenEscape seen = read_escape(p, left);
+            return seen.kind == SeenEscape::kTruncated ? left : size_t{seen.length};
+        }
+        return is_two_byte() ? std::min<size_t>(2, left) : 1;
+    }
+    // Null also for what is below U+0080, which no two bytes stand for: the table has the single bytes too.
+    uint8_t *put_character(uint8_t *o, Encoder &e, uint32_t c) const {
+        if (c > 0xFFFF) [[unlikely]] {
+            return e.put_supplementary(o, c);
+        }
+        if (c < 0x80) [[unlikely]] {
+            return nullptr;
+        }
+        if constexpr (!Encoder::kIsUnicode) {
+            if (is_half_width_katakana(c)) [[unlikely]] {
+                return e.katakana(o, sjis_katakana_byte(c));
+            }
+        }
+        return e.put(o, c);
+    }
+    void put_ascii(Input &in, uint8_t *&o, Encoder &e) const {
+        const uint8_t *p = in.p;
+        size_t one = 1;
+        text_.take(p, o, e, one, in.left() > 1);
+        in.p = p;
+    }
+
 private:
+    // Between SO and SI.
+    static constexpr bool kShiftsToKatakana = !Encoder::kIsUnicode && !kIsJis<Encoder>;
+
+    void look_up(const uint8_t *p, const Losses &losses, Sequence &seen) const {
+        const uint32_t code = two_byte_code(p[0], p[1]);
+        seen.c = table_.look_up(code);
+        if (seen.c == 0 && losses.knows_all_codes() && ctx_.jis_src_table == _jis2unibe50221_table) {
+            seen.c = other_jis_code(code);
+            seen.kind = Sequence::kToldOnly;
+        }
+        if (seen.c == 0) {
+            seen = {Sequence::kUnmappable, 2, kNoCharacter};
+        } else if (seen.c > 0xFFFF && kIsJis<Encoder> && losses.is_classic()) {
+            seen.kind = Sequence::kUnmappable;
+        }
+    }
+
     // A Unicode target leaves out a code without a character only when the option is exactly 1.
     static bool drops_lost(const JkcContext &ctx) {
         return Encoder::kIsUnicode ? ctx.suppress == 1 : ctx.suppress != 0;

@@ -63,11 +63,11 @@ TEST_F(ConverterTest, ARecordOfAnotherSizeIsReadOrWrittenBeyondItsEnd) {
     EXPECT_EQ(writer.text(), "!");
 
     JkcConverterLosses losses = {};
-    losses.size = offsetof(JkcConverterLosses, first_offset);
-    losses.first_offset = -7;
+    losses.size = offsetof(JkcConverterLosses, truncated);
+    losses.truncated = 7;
     jkc_converter_losses(converter, &losses);
-    EXPECT_EQ(losses.count, 1U);
-    EXPECT_EQ(losses.first_offset, -7);
+    EXPECT_EQ(losses.unmappable, 1U);
+    EXPECT_EQ(losses.truncated, 7U);
 
     jkc_converter_release(converter);
     JkcConverterOptions earlier = {};
@@ -100,8 +100,8 @@ TEST_F(ConverterTest, OneThatHasEndedConvertsOnOrIsNotAsGoodAsNewAgain) {
     JkcConverterLosses losses = {};
     losses.size = sizeof losses;
     jkc_converter_losses(converter, &losses);
-    EXPECT_EQ(losses.count, 1U);
-    EXPECT_EQ(losses.first_offset, 0);
+    EXPECT_EQ(losses.unmappable, 1U);
+    EXPECT_EQ(losses.ill_formed + losses.truncated + losses.first.offset, 0U);
 }
 
 // The cases of data/converter.txt, fed in pieces and in memory as a whole.

@@ -195,6 +195,7 @@ Outcome convert_fed(const Case &c, size_t piece, bool into_buffers, int64_t padd
     options.suppress = static_cast<uint8_t>(c.options.number("suppress"));
     options.compose = c.options.has("compose");
     options.jis_2004 = c.options.has("srg");
+    options.one_code_each = 1;
     JkcConverter *converter = nullptr;
     EXPECT_EQ(jkc_converter_create(&converter, source_type(c), target_type(c), &options), JKC_SUCCESS);
     std::string input = padded(c, padding);
@@ -235,11 +236,11 @@ Outcome convert_fed(const Case &c, size_t piece, bool into_buffers, int64_t padd
     losses.size = sizeof losses;
     jkc_converter_losses(converter, &losses);
     JkcContext record = {};
-    record.nochar_count = static_cast<uint32_t>(losses.count);
-    record.first_nochar_index = losses.first_offset;
-    record.last_nochar_index = losses.last_offset;
-    record.first_nochar = losses.first_code;
-    record.last_nochar = losses.last_code;
+    record.nochar_count = static_cast<uint32_t>(losses.nochar_count);
+    record.first_nochar_index = losses.first_nochar_offset;
+    record.last_nochar_index = losses.last_nochar_offset;
+    record.first_nochar = losses.first_nochar;
+    record.last_nochar = losses.last_nochar;
     outcome.summary = summary_of(record, 0, 0, padding * static_cast<int64_t>(letter_in(source_type(c)).size()));
     jkc_converter_release(converter);
     return as_fed(outcome);
