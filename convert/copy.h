@@ -3,6 +3,7 @@
 
 #include "convert/conversion.h"
 #include "core/code_types.h"
+#include "core/work_area.h"
 
 namespace jkc {
 
@@ -25,5 +26,10 @@ constexpr size_t kBomCopyFlushAbove = 8187; // where a BOM is added or removed
 // A copy that sees its input without blocks, behind such a front, and counts losses.
 Conversion *make_fed_copy(ConversionRoom &room, JkcContext *ctx, uint8_t *area, int32_t src_type, int32_t dst_type,
                           Losses *losses);
+
+// As _jkc_copy(), _add_bom() and _delete_bom(), gathering in the area.
+int32_t copy(JkcContext *ctx, int32_t code_type, const WorkArea &area);
+int32_t add_bom(JkcContext *ctx, int32_t dst_type, const WorkArea &area);
+int32_t delete_bom(JkcContext *ctx, int32_t dst_type, const WorkArea &area);
 
 } // namespace jkc

@@ -8,11 +8,12 @@
 
 #include "core/bytes.h"
 #include "core/wide.h"
+#include "judge/scan/katakana_runs.h"
 
 namespace jkc {
 
 struct OrdinarySjis {
-    static constexpr size_t kKatakanaWidth = 1;
+    using Katakana = KatakanaRuns<1>;
 
     template <class V>
     static auto single(V first) {
@@ -45,7 +46,7 @@ struct OrdinarySjis {
 };
 
 struct OrdinaryEuc {
-    static constexpr size_t kKatakanaWidth = 2;
+    using Katakana = KatakanaRuns<2>;
 
     template <class V>
     static auto single(V first) {
