@@ -96,6 +96,19 @@ public:
         return Flow::kNext;
     }
 
+    // --- For kernel_run.h. ---
+
+    static constexpr bool kHasKernel = !kIsUtf16<Encoder>;
+    static constexpr size_t kUnitWidth = 2;
+    Decode *kernel() const {
+        constexpr bool kBig = std::is_same_v<Order, BigEndian>;
+        return composes_ ? nullptr : kBig ? kernels().decode_utf16be : kernels().decode_utf16le;
+    }
+    static size_t look_up(const uint16_t * /*units*/, size_t count) { return count; }
+    static size_t width_at(const uint8_t * /*p*/) { return 2; }
+    LineEndStops line_end_stops() const { return text_.line_end_stops(); }
+    bool keeps_line_ends() const { return text_.keeps_line_ends(); }
+
     // --- For told_step.h. ---
 
     Sequence look(const uint8_t *p, size_t left, const Losses & /*losses*/) const {

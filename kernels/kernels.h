@@ -31,6 +31,62 @@ using CountUnits = UnitRun(const uint8_t *p, const uint8_t *end, const uint8_t *
 // read.
 using Find = const uint8_t *(const uint8_t *p, const uint8_t *end);
 
+// --- Conversion. It goes in batches: a source is decoded to units of UTF-16, these are encoded in a target. Neither takes
+// --- what is lost or needs a close look. ---
+
+// The most bytes of a source that are decoded, and the most units that are encoded, at once.
+constexpr size_t kMostTogether = 512;
+// Arrays of units must have so many more, and the output so many bytes: kernels write beyond what they tell.
+constexpr size_t kUnitsBehind = 64;
+constexpr size_t kBytesBehind = 64;
+
+// CR and LF where they need a close look, else kNoStop, which ends no line.
+struct LineEndStops {
+    static constexpr uint8_t kNoStop = 0xFF;
+    uint8_t cr;
+    uint8_t lf;
+};
+struct Decoded {
+    const uint8_t *p; // where the first character that was not taken begins
+    size_t count;     // of units
+    bool stopped;     // before the limit
+};
+// Takes the characters that begin from p on, a boundary, and before `limit`. Up to two bytes from `limit` on must be
+// readable. Shift_JIS and EUC are decoded to codes: of one byte, ASCII and half-width katakana, or two.
+using Decode = Decoded(const uint8_t *p, const uint8_t *limit, LineEndStops stops, uint16_t *units);
+
+struct LookUpTable {
+    const uint16_t *entries;
+    uint64_t count;
+};
+// Replaces codes beyond ASCII by what the table has. Returns how many it took, until one that becomes ASCII, nothing, or
+// a part of a pair.
+using LookUp = size_t(uint16_t *units, size_t count, LookUpTable table);
+
+struct Encoded {
+    size_t count; // of units that were taken
+    uint8_t *o;   // behind what was written
+};
+// Half-width katakana, the overline and the yen sign are not taken, nor what has no code or one of a single byte.
+using EncodeLegacy = Encoded(const uint16_t *units, size_t count, uint8_t *o, LookUpTable table);
+
+// A character set of ISO-2022-JP, and what designates it: three bytes and one to spare.
+struct Designation {
+    uint8_t set;
+    uint8_t sequence[4];
+};
+struct JisTable {
+    LookUpTable codes;
+    const uint8_t *sets; // of each character
+    Designation ascii;
+    Designation two_byte; // the only set taken besides
+};
+// `set` is the one that is designated.
+using EncodeJis = Encoded(const uint16_t *units, size_t count, uint8_t *o, const JisTable &table, uint8_t &set);
+
+// Take all units.
+using EncodeUnicode = uint8_t *(const uint16_t *units, size_t count, uint8_t *o);
+
 // Null where there is none: plain code serves then.
 struct Kernels {
     const char *name;
@@ -43,6 +99,17 @@ struct Kernels {
     Find *find_utf8_marks = nullptr;
     Find *find_pairs = nullptr;
     Find *find_utf16_marks = nullptr;
+    Decode *decode_utf8 = nullptr;
+    Decode *decode_sjis = nullptr;
+    Decode *decode_euc = nullptr;
+    Decode *decode_utf16be = nullptr;
+    Decode *decode_utf16le = nullptr;
+    LookUp *look_up = nullptr;
+    EncodeLegacy *encode_legacy = nullptr;
+    EncodeJis *encode_jis = nullptr;
+    EncodeUnicode *encode_utf8 = nullptr;
+    EncodeUnicode *encode_utf16be = nullptr;
+    EncodeUnicode *encode_utf16le = nullptr;
 };
 
 // The widest set that the processor has. The environment variable JKC_KERNELS, `plain` or `avx2`, allows none beyond

@@ -7,6 +7,8 @@
 
 #include "kernels/count.h"
 #include "kernels/count_units.h"
+#include "kernels/decode.h"
+#include "kernels/encode.h"
 #include "kernels/find.h"
 
 namespace jkc::JKC_KERNEL_SET {
@@ -23,6 +25,17 @@ constexpr Kernels make_set(const char *name) {
         .find_utf8_marks = find<Utf8MarkPattern>,
         .find_pairs = find<PairPattern>,
         .find_utf16_marks = find<Utf16MarkPattern>,
+        .decode_utf8 = decode_bytes<Utf8Decode>,
+        .decode_sjis = decode_bytes<TwoByteDecode<SjisCode>>,
+        .decode_euc = decode_bytes<TwoByteDecode<EucCode>>,
+        .decode_utf16be = decode_utf16<true>,
+        .decode_utf16le = decode_utf16<false>,
+        .look_up = look_up_characters,
+        .encode_legacy = encode_legacy,
+        .encode_jis = encode_jis,
+        .encode_utf8 = encode_utf8,
+        .encode_utf16be = encode_utf16<true>,
+        .encode_utf16le = encode_utf16<false>,
     };
 }
 

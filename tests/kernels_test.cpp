@@ -1,0 +1,177 @@
+// The kernels of each set that the processor has, against plain code: at every alignment and of every length.
+#include <fstream>
+#include <iterator>
+#include <random>
+
+#include <gtest/gtest.h>
+
+#include "convert/encoders.h"
+#include "convert/sequences.h"
+#include "judge/scan/two_byte_run.h"
+#include "judge/scan/utf8_run.h"
+#include "kernels/patterns.h"
+#include "support/conversion.h"
+#include "support/exact_buffer.h"
+#include "support/selection.h"
+
+namespace jkc::testing {
+namespace {
+
+using std::string;
+using std::vector;
+
+constexpr size_t kLongest = 300;
+constexpr size_t kAlignments = 64;
+
+class KernelsTest : public ::testing::TestWithParam<const Kernels *> {
+protected:
+    KernelsTest() : ctx_(create_jkc()) {}
+    ~KernelsTest() override { release_jkc(ctx_); }
+
+    size_t below(size_t limit) { return random_() % limit; }
+
+    // Real text, and text of characters that matter to a kernel, damaged here and there.
+    string text(int encoding) {
+        static const string prose = [] {
+            std::ifstream file(JKC_TEST_DATA "/../../bench/text/prose.txt", std::ios::binary);
+            return string(std::istreambuf_iterator<char>(file), {});
+        }();
+        static const string pool[] = {"a", "\n", "\r\n", "あ", "ア", "漢", "。", "Ａ",
+                                      "ｱ", "é",  "Я",    "→",  "￣", "¥",  "‾"};
+        const bool is_wide = encoding == JKC_TYPE_UTF16LE || encoding == JKC_TYPE_UTF16BE;
+        string utf8;
+        if (below(3) == 0) {
+            size_t at = below(prose.size() - 3 * kLongest);
+            while (is_trail(static_cast<uint8_t>(prose[at]))) {
+                ++at;
+            }
+            utf8 = prose.substr(at, 2 * kLongest);
+        }
+        const size_t variety = 1 + below(std::size(pool));
+        while (utf8.size() < 2 * kLongest) {
+            for (size_t times = 1 + below(40), which = below(variety); times > 0; --times) {
+                utf8 += pool[which];
+            }
+        }
+        string made = recoded(utf8, JKC_TYPE_UTF8, encoding);
+        for (size_t damages = below(2) * below(8); damages > 0; --damages) {
+            made[below(made.size())] = static_cast<char>(below(256));
+        }
+        made.resize(is_wide ? made.size() & ~size_t{1} : made.size());
+        return made;
+    }
+
+    // Calls check(bytes, end) for the front of a text, which lies at each alignment in memory of its exact size.
+    template <class Check>
+    void for_all_places(int encoding, size_t rounds, const Check &check) {
+        for (size_t round = 0; round < rounds; ++round) {
+            const string made = text(encoding);
+            for (size_t length = 0; length <= kLongest; ++length) {
+                const size_t before = (length + round) % kAlignments;
+                const ExactBuffer bytes(string(before, 'a') + made.substr(0, length));
+                check(bytes.data() + before, bytes.data() + bytes.size());
+                if (HasFatalFailure()) {
+                    FAIL() << show_bytes(made.substr(0, length));
+                }
+            }
+        }
+    }
+
+    const Kernels &set() const { return *GetParam(); }
+
+    JkcContext *ctx_;
+    std::mt19937 random_{1};
+};
+
+// Runs stop where the plain ones do, but for half-width katakana.
+TEST_P(KernelsTest, OrdinaryTextIsCountedOtherwise) {
+    const auto check = [](CountRun *kernel, const auto &plain, const auto &is_katakana) {
+        return [=](const uint8_t *p, const uint8_t *end) {
+            if (kernel == nullptr) {
+                return;
+            }
+            const OrdinaryRun run = kernel(p, end);
+            const auto plain_run = [&](const uint8_t *from, const uint8_t *to) {
+                const string padded = string(from, to) + string(kWide + kStride, '\0');
+                const auto *begin = reinterpret_cast<const uint8_t *>(padded.data());
+                OrdinaryRun found = plain(begin, begin + (to - from) + kStride);
+                found.end = from + std::min(found.end - begin, to - from);
+                return found;
+            };
+            const OrdinaryRun same = plain_run(p, run.end);
+            ASSERT_EQ(same.end, run.end);
+            ASSERT_EQ(same.valid, run.valid);
+            ASSERT_EQ(same.kana, run.kana);
+            ASSERT_TRUE(run.end == end || plain_run(run.end, end).end == run.end || is_katakana(run.end));
+        };
+    };
+    const auto two_byte = [](auto kind) {
+        using Ordinary = decltype(kind);
+        return [](const uint8_t *p, const uint8_t *end) {
+            typename Ordinary::Katakana katakana;
+            return ordinary_two_byte_run<Ordinary>(p, end, katakana);
+        };
+    };
+    const auto never = [](const uint8_t *) { return false; };
+    for_all_places(JKC_TYPE_UTF8, 64, check(set().count_utf8, ordinary_utf8_run, never));
+    for_all_places(JKC_TYPE_SJIS, 64, check(set().count_sjis, two_byte(OrdinarySjis()), [](const uint8_t *p) {
+                       return is_sjis_katakana(*p);
+                   }));
+    for_all_places(JKC_TYPE_EUC, 64,
+                   check(set().count_euc, two_byte(OrdinaryEuc()), [](const uint8_t *p) { return *p == kSs2; }));
+}
+
+// What is decoded are the characters that a strict look finds.
+TEST_P(KernelsTest, CharactersAreDecodedOtherwise) {
+    const auto check = [this](Decode *kernel, LookUpTable table, const auto &look) {
+        return [this, kernel, table, look](const uint8_t *p, const uint8_t *end) {
+            constexpr ptrdiff_t kBehind = 2;
+            if (kernel == nullptr || end - p < kBehind) {
+                return;
+            }
+            const LineEndStops stops = {below(2) == 0 ? LineEndStops::kNoStop : kCr, LineEndStops::kNoStop};
+            uint16_t units[kMostTogether + kUnitsBehind];
+            const uint8_t *const limit = end - kBehind;
+            const Decoded decoded = kernel(p, limit, stops, units);
+            const size_t count = table.entries != nullptr ? set().look_up(units, decoded.count, table) : decoded.count;
+            const uint8_t *at = p;
+            for (size_t i = 0; i < count; ++i) {
+                const Sequence found = look(at, static_cast<size_t>(end - at));
+                ASSERT_TRUE(found.kind == Sequence::kCharacter || found.kind == Sequence::kPlain);
+                ASSERT_LT(at, limit);
+                ASSERT_EQ(units[i], found.kind == Sequence::kPlain ? *at : found.c) << i;
+                at += found.length;
+            }
+            if (count == decoded.count) {
+                ASSERT_EQ(decoded.p, at);
+                ASSERT_TRUE(decoded.stopped || at >= limit);
+            }
+            if (at < limit) { // nothing that is clean stops it
+                const Sequence found = look(at, static_cast<size_t>(end - at));
+                ASSERT_TRUE((found.kind != Sequence::kCharacter && found.kind != Sequence::kPlain) ||
+                            found.length > 3 || *at == stops.cr || *at == kSs2 || *at == kSs3)
+                    << at - p;
+            }
+        };
+    };
+    select_source_tables(*ctx_, JKC_TYPE_SJIS);
+    select_source_tables(*ctx_, JKC_TYPE_EUC);
+    const auto sjis = [this](const uint8_t *p, size_t left) { return look_at_sjis(p, left, *ctx_, true); };
+    const auto euc = [this](const uint8_t *p, size_t left) { return look_at_euc(p, left, *ctx_, true); };
+    for_all_places(JKC_TYPE_UTF8, 64, check(set().decode_utf8, {}, look_at_utf8));
+    for_all_places(JKC_TYPE_SJIS, 64, check(set().decode_sjis, {ctx_->sjis_src_table, ctx_->sjis_src_count}, sjis));
+    for_all_places(JKC_TYPE_EUC, 64, check(set().decode_euc, {ctx_->euc_src_table, ctx_->euc_src_count}, euc));
+}
+
+vector<const Kernels *> sets() {
+    vector<const Kernels *> found;
+    for (const Kernels *const *set = kernel_sets(); *set != nullptr; ++set) {
+        found.push_back(*set);
+    }
+    return found;
+}
+INSTANTIATE_TEST_SUITE_P(, KernelsTest, ::testing::ValuesIn(sets()),
+                         [](const auto &info) { return string(info.param->name); });
+
+} // namespace
+} // namespace jkc::testing
