@@ -63,8 +63,7 @@ public:
         return kernels().look_up(units, count, {table_, ctx_.sjis_src_count});
     }
     static size_t width_at(const uint8_t *p) { return length_at(*p); }
-    LineEndStops line_end_stops() const { return text_.line_end_stops(); }
-    bool keeps_line_ends() const { return text_.keeps_line_ends(); }
+    const auto &text() const { return text_; }
 
     // --- For told_step.h. ---
 

@@ -132,8 +132,7 @@ public:
     Decode *kernel() const { return composes_ ? nullptr : kernels().decode_utf8; }
     static size_t look_up(const uint16_t * /*units*/, size_t count) { return count; }
     static size_t width_at(const uint8_t *p) { return utf8_length(*p); }
-    LineEndStops line_end_stops() const { return text_.line_end_stops(); }
-    bool keeps_line_ends() const { return text_.keeps_line_ends(); }
+    const auto &text() const { return text_; }
 
     // --- For told_step.h. ---
 

@@ -16,7 +16,7 @@ namespace jkc {
 //   look_up(units, count)    makes the decoded units characters; how many could be
 //   kUnitWidth               the fewest bytes of a character, those of a line end too
 //   width_at(p)              the bytes of a character that was decoded
-//   line_end_stops(), keeps_line_ends()
+//   text()                   its AsciiText
 //
 // and an encoder Encoder::kHasKernel, has_kernel() and encode(units, count, o). Both are there for pairs only whose
 // characters pass as units of UTF-16.
@@ -44,16 +44,25 @@ public:
             const size_t most = std::min(room, batch) * Decoder::kUnitWidth;
             const uint8_t *until = static_cast<size_t>(limit - in.p) > most ? in.p + most : limit;
             uint16_t units[kMostTogether + kUnitsBehind];
-            const Decoded decoded = decode_(in.p, until, d.line_end_stops(), units);
+            const Decoded decoded = decode_(in.p, until, d.text().line_end_stops(), units);
             size_t count = d.look_up(units, decoded.count);
             // A CR LF must not be torn, as a step takes both.
-            count -= d.keeps_line_ends() && count > 0 && units[count - 1] == kCr ? 1 : 0;
+            count -= d.text().keeps_line_ends() && count > 0 && units[count - 1] == kCr ? 1 : 0;
             const Encoded encoded = e.encode(units, count, o);
             o = encoded.o;
             taken += encoded.count;
             stopped = decoded.stopped || encoded.count < decoded.count;
             in.p = encoded.count == decoded.count ? decoded.p : behind(in.p, encoded.count);
             batch = std::min(2 * batch, kMostTogether);
+            if (decoded.ascii && !stopped) {
+                size_t steps = std::min(out.safe_steps(o, Encoder::kLongestStep),
+                                        static_cast<size_t>(limit - in.p - 1) / Decoder::kUnitWidth + 1);
+                if (steps == 0) {
+                    break;
+                }
+                d.text().take(in.p, o, e, steps);
+                ++taken;
+            }
         }
         if (!stopped) {
             return SIZE_MAX;

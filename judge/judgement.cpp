@@ -37,6 +37,18 @@ void Judgement::feed(int32_t &start, JkcBlock &block, bool last, Scan scan, Watc
     start = JKC_BLOCK_HEADROOM - static_cast<int32_t>(end - p);
 }
 
+// Escape sequences count only until Shift_JIS is eliminated. NULs only lower the byte order of UTF-16 that has more
+// errors, which cannot win anyway.
+void Judgement::feed_sjis(JkcBlock &block, bool last) {
+    feed(
+        block.scan_start[kFromSjis], block, last,
+        [this](const uint8_t *p, const uint8_t *end, bool at_end) { return sjis_.scan(p, end, at_end); },
+        [this](const uint8_t * /*p*/, const uint8_t *end) -> const uint8_t * {
+            const bool is_out = counting_ != Counting::kToTheEnd && sjis_.found.errors >= kTooManyErrors;
+            return is_out || sjis_.jis2004 ? end : nullptr;
+        });
+}
+
 void Judgement::feed_euc(JkcBlock &block, bool last) {
     feed(
         block.scan_start[kFromEuc], block, last,
@@ -85,13 +97,7 @@ bool Judgement::take_block(JkcBlock &block, bool last) {
     const uint8_t *end = block.data + block.end;
     sjis_.origin = euc_.origin = utf16_.origin = utf8_.origin = {data, total_};
 
-    // Escape sequences count only until Shift_JIS is eliminated. NULs only lower the byte order of UTF-16 that has more
-    // errors, which cannot win anyway.
-    if (counting_ == Counting::kToTheEnd || sjis_.found.errors < kTooManyErrors) {
-        int32_t &start = block.scan_start[kFromSjis];
-        const uint8_t *stopped = sjis_.scan(block.data + start, end, last);
-        start = JKC_BLOCK_HEADROOM - static_cast<int32_t>(end - stopped);
-    }
+    feed_sjis(block, last);
     if (sjis_.jis2004) {
         verdict = {JKC_TYPE_JIS2004, Verdict::Kind::kSingle};
         return true;

@@ -209,16 +209,6 @@ inline void put_low_bytes(uint8_t *o, Units v) {
     _mm256_storeu_si256(reinterpret_cast<__m256i *>(o),
                         narrowed(_mm256_and_si256(v.left, low), _mm256_and_si256(v.right, low)));
 }
-inline void put_widened(uint16_t *o, Block v) {
-    const auto put_half = [&o](__m256i half) {
-        store_units(o, {_mm256_cvtepu8_epi16(_mm256_castsi256_si128(half)),
-                        _mm256_cvtepu8_epi16(_mm256_extracti128_si256(half, 1))});
-        o += kUnits;
-    };
-    put_half(v.left);
-    put_half(v.right);
-}
-
 // Writes the first `count` codes, the high byte first, those in the mask without it. May write as many bytes as a block
 // has.
 inline uint8_t *put_codes(uint8_t *o, Units codes, uint32_t one_byte, size_t count) {

@@ -96,11 +96,6 @@ inline Units units_chosen(uint32_t mask, Units then, Units otherwise) {
 inline void put_low_bytes(uint8_t *o, Units v) {
     _mm256_storeu_si256(reinterpret_cast<__m256i *>(o), _mm512_cvtepi16_epi8(v.units));
 }
-inline void put_widened(uint16_t *o, Block v) {
-    _mm512_storeu_si512(o, _mm512_cvtepu8_epi16(_mm512_castsi512_si256(v.bytes)));
-    _mm512_storeu_si512(o + kUnits, _mm512_cvtepu8_epi16(_mm512_extracti64x4_epi64(v.bytes, 1)));
-}
-
 // Writes the first `count` codes, the high byte first, those in the mask without it. May write as many bytes as a block
 // has.
 inline uint8_t *put_codes(uint8_t *o, Units codes, uint32_t one_byte, size_t count) {

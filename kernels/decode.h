@@ -107,37 +107,39 @@ public:
     Decoded decode(const uint8_t *p, const uint8_t *limit) {
         for (; limit - p >= static_cast<ptrdiff_t>(kBlock); p += kBlock) {
             if (!take([p](size_t offset) { return load(p + offset); }, kBlock)) {
-                return {p + stop_, static_cast<size_t>(o_ - begin_), true};
+                return decoded(p + stop_);
             }
         }
         if (p < limit) {
             const auto left = static_cast<size_t>(limit - p);
             const Tail tail(p, left + Kind::kLongest - 1);
             if (!take([&tail](size_t offset) { return tail.at(offset); }, left)) {
-                return {p + stop_, static_cast<size_t>(o_ - begin_), true};
+                return decoded(p + stop_);
             }
             p = limit;
         }
-        return {p + count(carried_), static_cast<size_t>(o_ - begin_), false};
+        return decoded(p + count(carried_));
     }
 
 private:
-    // Takes what begins in the first `width` bytes of a block. False at a stop.
+    Decoded decoded(const uint8_t *p) const { return {p, static_cast<size_t>(o_ - begin_), stopped_, ascii_}; }
+
+    // Takes what begins in the first `width` bytes of a block. False if it stops there.
     template <class At>
     bool take(const At &at, size_t width) {
         const uint64_t valid = width < kBlock ? low_bits(width) : ~uint64_t{0};
         const Block first = at(0);
         const uint64_t line_ends = mask_of(equals(first, stops_.cr) | equals(first, stops_.lf)) & valid;
         if ((line_ends | carried_ | (mask_of(top_bits(first)) & valid)) == 0) {
-            put_widened(o_, first);
-            o_ += width;
-            return true;
+            ascii_ = true;
+            return false;
         }
         const Decoding found = Kind::decode(at, valid, carried_);
         const uint64_t stops = found.stops | (line_ends & ~found.trails());
         if (stops != 0) [[unlikely]] {
             o_ = put_units(o_, found.high, found.low, found.begins & below_lowest(stops));
             stop_ = lowest(stops);
+            stopped_ = true;
             return false;
         }
         o_ = put_units(o_, found.high, found.low, found.begins);
@@ -150,6 +152,8 @@ private:
     uint16_t *o_;
     uint64_t carried_ = 0; // bytes of the next block that end a character of this one
     size_t stop_ = 0;
+    bool stopped_ = false;
+    bool ascii_ = false;
 };
 
 template <class Kind>
@@ -165,16 +169,20 @@ Decoded decode_utf16(const uint8_t *p, const uint8_t *limit, LineEndStops stops,
         const size_t width = left < kUnits ? left : kUnits;
         const Units native = width < kUnits ? units_of(Tail(p, 2 * width).at(0)) : load_units(p);
         const Units v = kBig ? swapped(native) : native;
+        const uint32_t lanes = lanes_of(left);
+        if ((~units_between(v, 0, kLastAscii) & lanes) == 0) {
+            return {p, count, false, true};
+        }
         store_units(units + count, v);
         const uint64_t stop =
-            (units_between(v, 0xD800, 0xDFFF) | units_equal(v, stops.cr) | units_equal(v, stops.lf)) & low_bits(width);
+            (units_between(v, 0xD800, 0xDFFF) | units_equal(v, stops.cr) | units_equal(v, stops.lf)) & lanes;
         if (stop != 0) [[unlikely]] {
-            return {p + 2 * lowest(stop), count + lowest(stop), true};
+            return {p + 2 * lowest(stop), count + lowest(stop), true, false};
         }
         count += width;
         p += 2 * width;
     }
-    return {p, count, false};
+    return {p, count, false, false};
 }
 
 } // namespace jkc::JKC_KERNEL_SET

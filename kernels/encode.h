@@ -7,11 +7,6 @@
 
 namespace jkc::JKC_KERNEL_SET {
 
-constexpr uint16_t kLastAscii = 0x7F;
-
-// Of the 32 units at a place, as many as there are.
-inline uint32_t lanes_of(size_t count) { return static_cast<uint32_t>(low_bits(count < kUnits ? count : kUnits)); }
-
 // What is looked up, 32 units at a time, each step for all of them before the next one: a wide load must not wait for
 // narrow stores.
 struct Batch {
@@ -29,10 +24,7 @@ inline Batch plan(const uint16_t *units, size_t count, uint64_t table_count, con
         const Units v = load_units(units + i);
         const uint32_t lanes = lanes_of(count - i);
         const uint32_t others = ~units_between(v, 0, kLastAscii) & lanes;
-        if (others == 0) {
-            continue;
-        }
-        batch.beyond_ascii |= 1U << (i / kUnits);
+        batch.beyond_ascii |= static_cast<uint32_t>(others != 0) << (i / kUnits);
         const uint32_t beyond = table_count <= 0xFFFF ? units_between(v, first_beyond, 0xFFFF) : 0;
         const uint32_t stops = (beyond | odd(v)) & others;
         if (stops != 0) [[unlikely]] {
@@ -45,10 +37,8 @@ inline Batch plan(const uint16_t *units, size_t count, uint64_t table_count, con
 
 template <class Entry>
 inline void look_up_entries(const Batch &batch, const uint16_t *units, const Entry *table, Entry *found) {
-    for (size_t i = 0; i < batch.count; i += kUnits) {
-        if ((batch.beyond_ascii >> (i / kUnits) & 1) == 0) {
-            continue;
-        }
+    for (uint32_t left = batch.beyond_ascii; left != 0; left &= left - 1) {
+        const size_t i = lowest(left) * kUnits;
         const size_t end = batch.count - i < kUnits ? batch.count : i + kUnits;
         size_t at = i;
         for (; at + 4 <= end; at += 4) {
@@ -67,10 +57,8 @@ inline size_t look_up_characters(uint16_t *units, size_t count, LookUpTable tabl
     const Batch batch = plan(units, count, table.count, [](Units) { return 0U; });
     uint16_t found[kMostTogether + kUnitsBehind];
     look_up_entries(batch, units, table.entries, found);
-    for (size_t i = 0; i < batch.count; i += kUnits) {
-        if ((batch.beyond_ascii >> (i / kUnits) & 1) == 0) {
-            continue;
-        }
+    for (uint32_t left = batch.beyond_ascii; left != 0; left &= left - 1) {
+        const size_t i = lowest(left) * kUnits;
         const Units codes = load_units(units + i);
         const Units characters = load_units(found + i);
         const uint32_t ascii = units_between(codes, 0, kLastAscii);
@@ -96,12 +84,7 @@ inline Encoded encode_legacy(const uint16_t *units, size_t count, uint8_t *o, Lo
     for (size_t i = 0; i < batch.count; i += kUnits) {
         const Units characters = load_units(units + i);
         const size_t width = batch.count - i < kUnits ? batch.count - i : kUnits;
-        if ((batch.beyond_ascii >> (i / kUnits) & 1) == 0) {
-            put_low_bytes(o, characters);
-            o += width;
-            continue;
-        }
-        const Units codes = load_units(found + i);
+        const Units codes = load_units(found + i); // garbage where all are ASCII
         const uint32_t ascii = units_between(characters, 0, kLastAscii);
         const uint32_t stops = units_between(codes, 0, 0xFF) & ~ascii & lanes_of(width);
         const size_t taken = stops != 0 ? lowest(stops) : width;
@@ -113,35 +96,33 @@ inline Encoded encode_legacy(const uint16_t *units, size_t count, uint8_t *o, Lo
     return {batch.count, o};
 }
 
-inline uint8_t *designate(uint8_t *o, const Designation &designation, uint8_t &set) {
-    if (set == designation.set) {
-        return o;
-    }
-    set = designation.set;
+// Designates the set if a run of it follows.
+inline uint8_t *designate(uint8_t *o, const Designation &designation, size_t run, uint8_t &set) {
+    const bool is_due = run != 0 && set != designation.set;
     __builtin_memcpy(o, designation.sequence, sizeof designation.sequence);
-    return o + 3;
+    set = run != 0 ? designation.set : set;
+    return o + (is_due ? 3 : 0);
 }
 
-// Writes 32 units, or as many as there are, in runs of ASCII and of two bytes.
+// Writes 32 units, or as many as there are, in runs of ASCII and of two bytes by turns, of which some may be empty: a
+// branch for each run could not be predicted.
 inline uint8_t *put_runs(uint8_t *o, Units characters, Units codes, uint32_t ascii, size_t count, const JisTable &table,
                          uint8_t &set) {
     uint8_t low_bytes[2 * kBlock];
     uint8_t two_bytes[2 * kBlock];
     put_low_bytes(low_bytes, characters);
     store_units(two_bytes, swapped(codes));
+    const uint64_t end = uint64_t{1} << count;
     for (size_t at = 0; at < count;) {
-        const bool is_ascii = (ascii >> at & 1) != 0;
-        const uint64_t others = (is_ascii ? ~ascii : ascii) >> at | uint64_t{1} << (count - at);
-        const size_t run = lowest(others);
-        if (is_ascii) {
-            o = designate(o, table.ascii, set);
-            __builtin_memcpy(o, low_bytes + at, kUnits);
-            o += run;
-        } else {
-            o = designate(o, table.two_byte, set);
-            __builtin_memcpy(o, two_bytes + 2 * at, 2 * kUnits);
-            o += 2 * run;
-        }
+        size_t run = lowest((~uint64_t{ascii} | end) >> at);
+        o = designate(o, table.ascii, run, set);
+        __builtin_memcpy(o, low_bytes + at, kUnits);
+        o += run;
+        at += run;
+        run = lowest((ascii | end) >> at);
+        o = designate(o, table.two_byte, run, set);
+        __builtin_memcpy(o, two_bytes + 2 * at, 2 * kUnits);
+        o += 2 * run;
         at += run;
     }
     return o;
@@ -158,7 +139,7 @@ inline Encoded encode_jis(const uint16_t *units, size_t count, uint8_t *o, const
         const Units characters = load_units(units + i);
         size_t width = batch.count - i < kUnits ? batch.count - i : kUnits;
         if ((batch.beyond_ascii >> (i / kUnits) & 1) == 0) {
-            o = designate(o, table.ascii, designated);
+            o = designate(o, table.ascii, width, designated);
             put_low_bytes(o, characters);
             o += width;
             continue;

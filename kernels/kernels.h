@@ -49,7 +49,8 @@ struct LineEndStops {
 struct Decoded {
     const uint8_t *p; // where the first character that was not taken begins
     size_t count;     // of units
-    bool stopped;     // before the limit
+    bool stopped;     // there, by something that needs a close look
+    bool ascii;       // there, by a stretch of ASCII, which is copied faster
 };
 // Takes the characters that begin from p on, a boundary, and before `limit`. Up to two bytes from `limit` on must be
 // readable. Shift_JIS and EUC are decoded to codes: of one byte, ASCII and half-width katakana, or two.
