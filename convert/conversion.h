@@ -158,7 +158,7 @@ private:
             if (some && steps == 0) {
                 continue;
             }
-            const Flow flow = losses != nullptr ? self.told(in, out, o, d, e) : d.step(in, out, o, e);
+            const Flow flow = losses != nullptr ? self.told(in, o, d, e) : d.step(in, out, o, e);
             if (flow != Flow::kNext) {
                 stop = flow == Flow::kEnd ? Stop::kEnd : Stop::kOutput;
                 break;
@@ -172,12 +172,21 @@ private:
         return stop;
     }
 
-    Flow told(Input &in, const Output &out, uint8_t *&o, Decoder &d, Encoder &e) {
+    // On copies, so that the loop can keep its own in registers.
+    [[gnu::always_inline]] Flow told(Input &in, uint8_t *&o, Decoder &d, Encoder &e) {
+        Input in_then = in;
+        uint8_t *o_then = o;
+        Encoder e_then = e;
+        Decoder d_then = d;
+        Flow flow = Flow::kNext;
         if constexpr (Decoder::kCountsLosses) {
-            return told_step(*losses_, position_of(*ctx_, in.p), d, in, out, o, e);
-        } else {
-            return d.step(in, out, o, e);
+            flow = told_step(*losses_, position_of(*ctx_, in.p), d_then, in_then, out, o_then, e_then);
         }
+        in = in_then;
+        o = o_then;
+        e = e_then;
+        new (&d) Decoder(d_then);
+        return flow;
     }
 
     static bool stop_this(Conversion &conversion, const Input &in) {

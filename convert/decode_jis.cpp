@@ -85,10 +85,10 @@ public:
 
     bool fast(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
         const uint8_t b = *p;
+        if (b == kEsc) {
+            return take_escape(p, steps);
+        }
         if (is_two_byte()) {
-            if (b == kEsc) {
-                return false;
-            }
             const uint32_t c = table_.look_up(two_byte_code(p[0], p[1]));
             uint8_t *written = kIsJis<Encoder> && c > 0xFFFF ? nullptr : put_character(o, e, c);
             if (written == nullptr) [[unlikely]] {
@@ -98,7 +98,7 @@ public:
             p += 2;
             return true;
         }
-        if (set_ == kKatakana || shifted_out_ || b == kEsc || b == kSo || b == kSi || !is_ascii(b)) {
+        if (set_ == kKatakana || shifted_out_ || b == kSo || b == kSi || !is_ascii(b)) {
             return false;
         }
         text_.take(p, o, e, steps);
@@ -145,20 +145,26 @@ public:
 
     // --- For told_step.h. ---
 
-    Sequence look(const uint8_t *p, size_t left, const Losses &losses) const {
-        Sequence seen = look_at_jis(p, left, {set_, shifted_out_});
+    Sequence look(const uint8_t *p, size_t left, const Losses &losses) {
+        Sequence seen = look_at_jis(p, left, {set_, is_out_});
+        if (*p == kSo || *p == kSi || *p == kEsc) {
+            is_out_ = *p == kSo ? is_out_ || seen.kind == Sequence::kPlain : is_out_ && seen.kind != Sequence::kPlain;
+        }
         if (seen.kind == Sequence::kCharacter && seen.length == 2) {
             look_up(p, losses, seen);
         }
-        if (losses.is_classic()) {
-            if (seen.kind == Sequence::kAscii) {
-                seen = jkc::ill_formed(1);
-            } else if (seen.kind == Sequence::kCharacter && seen.length == 1 && shifted_out_ && !kShiftsToKatakana) {
-                seen.kind = Sequence::kUnmappable;
-            }
+        if (!losses.is_classic()) {
+            return seen;
+        }
+        if (seen.kind == Sequence::kAscii) {
+            return is_out_ && !shifted_out_ ? plain(1) : jkc::ill_formed(1);
+        }
+        if (seen.kind == Sequence::kCharacter && is_out_ && !(kShiftsToKatakana && shifted_out_)) {
+            seen.kind = Sequence::kUnmappable; // it becomes a letter
         }
         return seen;
     }
+    bool resting() const { return !is_out_; }
     size_t classic_length(const uint8_t *p, size_t left) const {
         if (*p == kEsc) {
             const SeenEscape seen = read_escape(p, left);
@@ -270,6 +276,25 @@ private:
         in.p += length;
     }
 
+    void designate(JisDesignation set) {
+        shifted_out_ = false;
+        set_ = set;
+        select_plane(ctx_, set_);
+        table_.load(ctx_);
+    }
+
+    // A known one, which takes the bytes of two steps.
+    bool take_escape(const uint8_t *&p, size_t &steps) {
+        const SeenEscape seen = read_escape(p, kLookAhead);
+        if (seen.kind != SeenEscape::kKnown) {
+            return false;
+        }
+        designate(seen.set);
+        p += seen.length;
+        steps -= steps > 1 ? 1 : 0;
+        return true;
+    }
+
     Flow escape(Input &in, uint8_t *&o, Encoder &e) {
         const SeenEscape seen = read_escape(in.p, in.left());
         switch (seen.kind) {
@@ -281,9 +306,7 @@ private:
             // A conversion from JIS to JIS ends at an ESC that begins no sequence.
             return kIsJis<Encoder> && seen.length == 1 ? end(JKC_SUCCESS) : Flow::kNext;
         default:
-            set_ = seen.set;
-            select_plane(ctx_, set_);
-            table_.load(ctx_);
+            designate(seen.set);
             in.p += seen.length;
             return Flow::kNext;
         }
@@ -296,6 +319,7 @@ private:
     bool drops_lost_;
     JisDesignation set_ = kAscii;
     bool shifted_out_ = false;
+    bool is_out_ = false; // the same for look(): what is no katakana does not end it
 };
 
 template <class Encoder>

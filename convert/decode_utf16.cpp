@@ -134,14 +134,14 @@ private:
     // Takes code units eight at a time, as long as each is a character and some are not ASCII. Returns whether it took
     // any.
     bool take_mixed(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
-        if (composes_) {
+        if (composes_ || steps <= kUnits || (!kIsUtf16<Encoder> && is_all_ascii(load8<Order>(p)))) {
             return false;
         }
         const size_t before = steps;
         Encoder local = e; // a copy that no store into the output can alias
         while (steps > kUnits) {
             const Units8 units = load8<Order>(p);
-            const bool ascii = !kIsUtf16<Encoder> && !any_unit(~units_between(units, 0, 0x7F));
+            const bool ascii = !kIsUtf16<Encoder> && is_all_ascii(units);
             if (ascii || any_unit(stops(units))) {
                 break;
             }
@@ -172,6 +172,7 @@ private:
         ++steps; // the caller counts one
         return true;
     }
+    static bool is_all_ascii(Units8 units) { return !any_unit(~units_between(units, 0, 0x7F)); }
     Units8 stops(Units8 units) const {
         const Units8 line_ends = text_.keeps_line_ends() ? Units8{} : units_equal(units, kLf) | units_equal(units, kCr);
         Units8 lossy = units_equal_masked<0xF800>(units, 0xD800);

@@ -21,9 +21,6 @@ uint8_t *put(uint8_t *o, JisEncoder &e, uint32_t c) {
     if (code < 0x100) [[unlikely]] {
         return code == 0 ? nullptr : e.ascii(o, static_cast<uint8_t>(code));
     }
-    if (c == kYenSign) [[unlikely]] {
-        return nullptr; // see JisEncoder::put_lossy()
-    }
     uint8_t *written = e.put(o, c);
     bool found = true;
     return written != nullptr ? written : e.put_in_jisx0208(o, c, found);
@@ -76,11 +73,11 @@ public:
             return true;
         }
         if (is_three_byte(get_four_bytes(p))) [[likely]] {
-            return take_three_byte_run(p, o, e, steps);
+            return composes_ ? take_three_byte_run<true>(p, o, e, steps) : take_three_byte_run<false>(p, o, e, steps);
         }
         if ((p[0] & 0xE0) == 0xC0 && p[0] >= kLowestLead && is_trail(p[1])) {
             const uint32_t c = utf8_code_point(p[0], p[1]);
-            if (composes_ && (class_of(c) & kCyrillicBase) != 0) {
+            if ((composes_ && (class_of(c) & kCyrillicBase) != 0) || (kIsJis && c == kYenSign)) {
                 return false;
             }
             uint8_t *written = put_raw(o, e, c, p, 2);
@@ -151,6 +148,11 @@ public:
         return length == kTruncated ? left : std::max<size_t>(length, 1);
     }
     static uint8_t *put_character(uint8_t *o, Encoder &e, uint32_t c) {
+        if constexpr (kIsJis) {
+            if (c == kYenSign && e.entry(c) > 0xFF) {
+                return nullptr; // a code of two bytes in a set of single ones
+            }
+        }
         return c > 0xFFFF ? e.put_supplementary(o, c) : write(o, e, c);
     }
     bool finish_pending(const Output &out, uint8_t *&o, Encoder &e) {
@@ -158,10 +160,11 @@ public:
     }
 
 private:
+    static constexpr bool kIsJis = std::is_same_v<Encoder, JisEncoder>;
     static constexpr uint8_t kLowestLead = 0xC2; // C0 and C1 would begin overlong forms of ASCII
 
     // Whether three bytes may not stand for it: an overlong form or a surrogate.
-    static bool is_ill_formed(uint32_t c) { return ((uint32_t{1} << (c >> 11)) & (1 | 1U << (0xD800 >> 11))) != 0; }
+    static bool is_ill_formed(uint32_t c) { return c - 0x800 >= 0xD800 - 0x800 && (c < 0x800 || is_surrogate(c)); }
 
     // Of four bytes from the start of a character on.
     static bool is_three_byte(uint32_t bytes) { return (bytes & 0xC0C0F0) == 0x8080E0; }
@@ -170,12 +173,13 @@ private:
     }
 
     // Takes the three-byte character at p and those behind it that do not compose. Returns whether it took any.
+    template <bool kComposes>
     bool take_three_byte_run(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
         const uint8_t *const begin = p;
         Encoder local = e; // a copy that no store into the output can alias
         for (uint32_t bytes = get_four_bytes(p); is_three_byte(bytes); bytes = get_four_bytes(p)) {
             const uint32_t c = three_byte_code_point(bytes);
-            if (is_ill_formed(c) || (composes_ && (class_of(c) & kKanaBase) != 0)) [[unlikely]] {
+            if (is_ill_formed(c) || (kComposes && (class_of(c) & kKanaBase) != 0)) [[unlikely]] {
                 break;
             }
             uint8_t *written = put_raw(o, local, c, p, 3);

@@ -5,7 +5,6 @@
 #include "convert/line_type.h"
 #include "core/jis_escape.h"
 #include "core/wide.h"
-#include "tables/characters.h"
 
 namespace jkc {
 
@@ -60,8 +59,6 @@ public:
         const uint32_t code = c < designated_ ? table_[c] : 0;
         return code != 0 ? put_code(o, code, bits_[c]) : nullptr;
     }
-    // The yen sign, where it has two bytes in a set of single ones.
-    uint8_t *put_lossy(uint8_t *o, uint32_t c) { return c == kYenSign ? put(o, c) : nullptr; }
     // As put(), for ASCII too.
     uint8_t *put_mixed(uint8_t *o, uint32_t c) { return c < 0x80 ? ascii(o, static_cast<uint8_t>(c)) : put(o, c); }
     uint8_t *put_code(uint8_t *o, uint32_t code, uint8_t set) { return two_bytes(enter(o, set), code); }

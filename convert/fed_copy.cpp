@@ -94,25 +94,21 @@ public:
 
     explicit JisText(const JkcContext * /*ctx*/) {}
 
-    const uint8_t *well_formed_end(const uint8_t *p, const uint8_t *end) const {
-        if (state_.shifted_out) {
-            return p;
+    const uint8_t *well_formed_end(const uint8_t *p, const uint8_t *end) {
+        for (;;) {
+            const uint8_t *next = pass_set(p, end);
+            if (end - next >= static_cast<ptrdiff_t>(sizeof escape_) && *next == kEsc) {
+                const SeenEscape seen = read_escape(next, sizeof escape_);
+                if (seen.kind == SeenEscape::kKnown) {
+                    designate(next, seen);
+                    next += seen.length;
+                }
+            }
+            if (next == p) {
+                return p;
+            }
+            p = next;
         }
-        if (state_.set == kAscii) {
-            p = skip_ascii<kEsc, kSo, kSi>(p, end);
-            return pass_characters(p, end, [](const uint8_t *at) {
-                return static_cast<size_t>(is_ascii(*at) && *at != kEsc && *at != kSo && *at != kSi);
-            });
-        }
-        const size_t width = state_.is_two_byte() ? 2 : 1;
-        const uint8_t last = state_.is_two_byte() ? 0x7E : 0x5F;
-        while (end - p >= static_cast<ptrdiff_t>(kWide) && !any(~between(load16(p), 0x21, last))) {
-            p += kWide;
-        }
-        return pass_characters(p, end, [=](const uint8_t *at) {
-            const bool well_formed = in_range(at[0], last) && (width == 1 || in_range(at[1], last));
-            return well_formed ? width : 0;
-        });
     }
     Sequence look(const uint8_t *p, size_t left) {
         const Sequence seen = look_at_jis(p, left, state_);
@@ -120,10 +116,7 @@ public:
             return seen;
         }
         if (*p == kEsc) {
-            state_ = {read_escape(p, left).set, false};
-            memcpy(escape_, p, seen.length);
-            escape_length_ = seen.length;
-            is_interrupted_ = false;
+            designate(p, read_escape(p, left));
         } else if (*p == kSo || *p == kSi) {
             state_.shifted_out = *p == kSo;
             is_interrupted_ = false;
@@ -158,6 +151,36 @@ public:
     }
 
 private:
+    // Passes text of the set that is designated.
+    const uint8_t *pass_set(const uint8_t *p, const uint8_t *end) const {
+        if (state_.shifted_out) {
+            return p;
+        }
+        if (state_.set == kAscii) {
+            p = skip_ascii<kEsc, kSo, kSi>(p, end);
+            while (p < end && is_ascii(*p) && *p != kEsc && *p != kSo && *p != kSi) {
+                ++p;
+            }
+            return p;
+        }
+        const bool is_two_byte = state_.is_two_byte();
+        const uint8_t last = is_two_byte ? 0x7E : 0x5F;
+        while (end - p >= static_cast<ptrdiff_t>(kWide) && !any(~between(load16(p), 0x21, last))) {
+            p += kWide;
+        }
+        const ptrdiff_t width = is_two_byte ? 2 : 1;
+        while (end - p >= width && in_range(p[0], last) && in_range(p[width - 1], last)) {
+            p += width;
+        }
+        return p;
+    }
+    void designate(const uint8_t *p, const SeenEscape &seen) {
+        state_ = {seen.set, false};
+        memcpy(escape_, p, seen.length);
+        escape_length_ = seen.length;
+        is_interrupted_ = false;
+    }
+
     static bool in_range(uint8_t b, uint8_t last) { return b >= 0x21 && b <= last; }
 
     JisState state_;

@@ -29,7 +29,8 @@ inline uint32_t replacement_for(JkcContext &ctx, const SourceCode &code) {
 // A character that is put without a loss; null for any other.
 template <class Encoder>
 inline uint8_t *put_found(uint8_t *o, Encoder &e, uint32_t c) {
-    return c > kQuestionMark && !is_high_surrogate(c) ? e.put(o, c) : nullptr;
+    const bool is_lost = c <= kQuestionMark || (std::is_same_v<Encoder, JisEncoder> && is_high_surrogate(c));
+    return is_lost ? nullptr : e.put(o, c);
 }
 template <class Encoder>
 inline uint8_t *put_any(uint8_t *o, Encoder &e, uint32_t c) {

@@ -55,8 +55,8 @@ uint8_t *write_for_loss(const Losses &losses, Decoder &d, uint8_t *o, Encoder &e
 }
 
 template <class Decoder, class Encoder>
-[[gnu::cold, gnu::noinline]] Flow told_step(Losses &losses, int64_t at, Decoder &d, Input &in, const Output &out,
-                                            uint8_t *&o, Encoder &e) {
+[[gnu::noinline]] Flow told_step(Losses &losses, int64_t at, Decoder &d, Input &in, const Output &out, uint8_t *&o,
+                                 Encoder &e) {
     const auto end_pending = [&] { return d.finish_pending(out, o, e) ? d.end(losses.ends_with) : Flow::kFull; };
     if (losses.ends_with != 0) {
         return end_pending();
