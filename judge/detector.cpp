@@ -166,8 +166,8 @@ void JkcDetector::finish() {
     found.utf8_first_error = validity.first_error;
     found.utf8_two_byte = validity.two_byte;
     found.utf8_longer = validity.longer;
-    found.nul_count = control_bytes.nuls;
-    found.control_count = control_bytes.controls;
+    found.nul_count = control_bytes.nuls();
+    found.control_count = control_bytes.controls();
     jkc::decide(found, sample.get(length));
 }
 

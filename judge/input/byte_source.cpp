@@ -133,13 +133,8 @@ void start_first_block(JkcBlock &block) {
 
 void start_next_block(JkcBlock &block) {
     constexpr size_t kCarryRoom = 8; // no scanner leaves more over
-    uint8_t carry[kCarryRoom];
-    memcpy(carry, block.data + block.end - kCarryRoom, kCarryRoom);
-    int32_t scan_start[4];
-    memcpy(scan_start, block.scan_start, sizeof scan_start);
-    reset_block(block);
-    memcpy(block.data + JKC_BLOCK_HEADROOM - kCarryRoom, carry, kCarryRoom);
-    memcpy(block.scan_start, scan_start, sizeof scan_start);
+    memcpy(block.data + JKC_BLOCK_HEADROOM - kCarryRoom, block.data + block.end - kCarryRoom, kCarryRoom);
+    block.end = JKC_BLOCK_HEADROOM;
 }
 
 int keep_block(JkcContext *ctx, const JkcBlock &block) {

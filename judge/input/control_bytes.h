@@ -9,33 +9,49 @@
 
 namespace jkc {
 
-struct ControlBytes {
-    uint64_t nuls = 0;
-    uint64_t controls = 0; // C0 control bytes but NUL, HT, LF, VT, FF, CR, SO, SI, ESC
-
+class ControlBytes {
+public:
     void take(const uint8_t *p, const uint8_t *end) {
-        constexpr ptrdiff_t kMost = 255 * static_cast<ptrdiff_t>(kWide); // what counters of eight bits hold
-        while (end - p >= static_cast<ptrdiff_t>(kWide)) {
-            const uint8_t *const until =
-                p + std::min(kMost, (end - p) / static_cast<ptrdiff_t>(kWide) * static_cast<ptrdiff_t>(kWide));
-            Bytes16 nul_counts{};
-            Bytes16 control_counts{};
-            for (; p != until; p += kWide) {
-                const Bytes16 bytes = load16(p);
-                const Bytes16 is_nul = equals(bytes, 0);
-                nul_counts -= is_nul;
-                control_counts -= between(bytes, 0, 0x1F) & ~(is_nul | between(bytes, '\t', kSi) | equals(bytes, kEsc));
+        constexpr ptrdiff_t kStep = 4 * kWide;
+        constexpr ptrdiff_t kMost = 63 * kStep; // what counters of eight bits hold
+        while (end - p >= kStep) {
+            const uint8_t *const until = p + std::min(kMost, (end - p) / kStep * kStep);
+            Bytes16 nuls{};
+            Bytes16 controls{};
+            for (; p != until; p += kStep) {
+                const Bytes16 found = rare(load16(p)) | rare(load16(p + kWide)) | rare(load16(p + 2 * kWide)) |
+                                      rare(load16(p + 3 * kWide));
+                if (any(found)) {
+                    for (ptrdiff_t at = 0; at < kStep; at += kWide) {
+                        const Bytes16 bytes = load16(p + at);
+                        const Bytes16 is_nul = equals(bytes, 0);
+                        nuls -= is_nul; // all bits are -1
+                        controls -= rare(bytes) & ~(is_nul | equals(bytes, kEsc));
+                    }
+                }
             }
             for (size_t i = 0; i < kWide; ++i) {
-                nuls += nul_counts[i];
-                controls += control_counts[i];
+                nuls_ += nuls[i];
+                controls_ += controls[i];
             }
         }
         for (; p != end; ++p) {
-            nuls += *p == 0 ? 1 : 0;
-            controls += *p < 0x20 && *p != 0 && (*p < '\t' || *p > kSi) && *p != kEsc ? 1 : 0;
+            const bool is_control = *p < 0x20 && (*p < '\t' || *p > kSi) && *p != kEsc;
+            nuls_ += *p == 0 ? 1 : 0;
+            controls_ += is_control && *p != 0 ? 1 : 0;
         }
     }
+
+    uint64_t nuls() const { return nuls_; }
+    // C0 control bytes but NUL, HT, LF, VT, FF, CR, SO, SI, ESC.
+    uint64_t controls() const { return controls_; }
+
+private:
+    // Controls, NUL and ESC.
+    static Bytes16 rare(Bytes16 bytes) { return between(bytes, 0, 0x1F) & ~between(bytes, '\t', kSi); }
+
+    uint64_t nuls_ = 0;
+    uint64_t controls_ = 0;
 };
 
 } // namespace jkc

@@ -17,7 +17,8 @@ bool is_kana_code(uint32_t code) { return (code - 0xA4A1 <= 0x52) | (code - 0xA5
 
 // The EucClass bits of a code.
 uint8_t class_of(uint8_t high, uint8_t low) {
-    return is_ascii(high) || is_ascii(low) ? uint8_t{0} : kEucClasses[euc_class_index(high, low)];
+    const auto none_if_ascii = static_cast<uint8_t>(0 - ((high & low) >> 7)); // no branch: either is as likely
+    return kEucClasses[euc_class_index(high, low)] & none_if_ascii;
 }
 
 bool is_cut(const uint8_t *p, const uint8_t *end) { return end - p < (*p == kSs3 ? 3 : 2); }
@@ -72,7 +73,7 @@ const uint8_t *skip_two_byte_codes(const uint8_t *p, const uint8_t *end) {
         }
         trail = leads >> (kStep - 1);
     }
-    return p + trail;
+    return trail != 0 && p == end ? p - 1 : p + trail;
 }
 
 // Counts a code of `length` bytes that no candidate can win with any more.

@@ -41,37 +41,31 @@ Bytes16 is_special_lead(Bytes16 bytes) {
 // Takes characters of up to three bytes, 32 bytes at a time, as far as their lead bytes are not special.
 const uint8_t *Utf8Validity::take_many(const uint8_t *p, const uint8_t *end) {
     MaskCounts counts;
-    while (end - p >= kStride) {
+    uint32_t cut = 0; // trail bytes that the character in front of p lacks
+    for (; end - p >= kStride; p += kStride) {
         const Bytes16 left = load16(p);
         const Bytes16 right = load16(p + kWide);
         const uint32_t non_ascii = movemask(left, right);
-        if (non_ascii == 0) {
-            p += kStride;
+        if ((non_ascii | cut) == 0) {
             continue;
         }
         const auto upper = [=](auto is) { return non_ascii & movemask(is(left), is(right)); };
         const uint32_t leads = upper([](Bytes16 bytes) { return above_in_upper_half(bytes, 0xBF); });
         const uint32_t long_leads = upper([](Bytes16 bytes) { return above_in_upper_half(bytes, 0xDF); });
-        const uint32_t special = upper(is_special_lead);
-        const uint32_t trails = leads << 1 | long_leads << 2;
-        const uint32_t stops = special | ((non_ascii & ~leads) ^ trails);
+        const uint64_t trails = uint64_t{leads} << 1 | uint64_t{long_leads} << 2 | cut;
+        const uint32_t stops = upper(is_special_lead) | ((non_ascii & ~leads) ^ static_cast<uint32_t>(trails));
         if (stops != 0) [[unlikely]] {
-            const uint32_t before = below_lowest(stops);
-            // A character that a stop cuts is left to a closer look.
-            const uint32_t whole = leads & before & before >> 1 & (~long_leads | before >> 2);
-            counts.add(whole & ~long_leads, whole & long_leads);
-            const uint32_t cut = leads & before & ~whole;
-            p += __builtin_ctz(cut != 0 ? cut : stops);
             break;
         }
-        // What the end cuts is left to the next stride.
-        const uint32_t cut = (leads & 0x80000000U) | (long_leads & 0x40000000U);
-        const uint32_t whole = leads & ~cut;
-        counts.add(whole & ~long_leads, whole & long_leads);
-        p += cut != 0 ? __builtin_ctz(cut) : kStride;
+        counts.add(leads & ~long_leads, long_leads);
+        cut = static_cast<uint32_t>(trails >> kStride);
     }
     two_byte += static_cast<uint64_t>(counts.left());
     longer += static_cast<uint64_t>(counts.right());
+    if (cut != 0) { // back to its lead byte
+        p -= is_trail(p[-1]) ? 2 : 1;
+        (*p >= 0xE0 ? longer : two_byte) -= 1;
+    }
     return p;
 }
 
