@@ -10,9 +10,9 @@ namespace {
 // The scanners' places in JkcBlock::scan_start.
 enum ScanStart : uint8_t { kFromSjis, kFromEuc, kFromUtf16, kFromUtf8 };
 
-// In the first block a scanner is asked after this many bytes whether its encoding is eliminated, and then after as
-// many again each time. Mostly that is settled there; later it is asked once a block.
-constexpr ptrdiff_t kSlice = 128;
+// In the first block a scanner is asked after this many bytes whether its encoding is eliminated, and then after half as
+// many again as it has seen, these at least. Mostly that is settled there; later it is asked once a block.
+constexpr ptrdiff_t kSlice = 64;
 
 } // namespace
 
@@ -32,7 +32,7 @@ void Judgement::feed(int32_t &start, JkcBlock &block, bool last, Scan scan, Watc
         }
         slice_end = end - slice_end > slice ? slice_end + slice : end;
         p = scan(p, slice_end, last && slice_end == end);
-        slice = slice_end - (block.data + JKC_BLOCK_HEADROOM);
+        slice = std::max(slice, (slice_end - (block.data + JKC_BLOCK_HEADROOM)) / 2);
     }
     start = JKC_BLOCK_HEADROOM - static_cast<int32_t>(end - p);
 }
