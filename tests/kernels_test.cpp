@@ -115,7 +115,7 @@ TEST_P(KernelsTest, CodeUnitsAreCountedOtherwise) {
 
 // Runs stop where the plain ones do, but for half-width katakana.
 TEST_P(KernelsTest, OrdinaryTextIsCountedOtherwise) {
-    const auto check = [](CountRun *kernel, const auto &plain, const auto &is_katakana) {
+    const auto check = [](CountRun *kernel, auto plain, auto is_katakana) {
         return [=](const uint8_t *p, const uint8_t *end) {
             if (kernel == nullptr) {
                 return;
@@ -143,7 +143,7 @@ TEST_P(KernelsTest, OrdinaryTextIsCountedOtherwise) {
         };
     };
     const auto never = [](const uint8_t *) { return false; };
-    for_all_places(JKC_TYPE_UTF8, kAlignments, check(set().count_utf8, ordinary_utf8_run, never));
+    for_all_places(JKC_TYPE_UTF8, kAlignments, check(set().count_utf8, &ordinary_utf8_run, never));
     for_all_places(JKC_TYPE_SJIS, kAlignments, check(set().count_sjis, two_byte(OrdinarySjis()), [](const uint8_t *p) {
                        return is_sjis_katakana(*p);
                    }));
