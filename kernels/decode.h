@@ -124,13 +124,14 @@ public:
 private:
     Decoded decoded(const uint8_t *p) const { return {p, static_cast<size_t>(o_ - begin_), stopped_, ascii_}; }
 
-    // Takes what begins in the first `width` bytes of a block. False if it stops there.
+    // Takes what begins in the first `width` bytes of a block. False if it stops in there, at stop_.
     template <class At>
     bool take(const At &at, size_t width) {
         const uint64_t valid = width < kBlock ? low_bits(width) : ~uint64_t{0};
         const Block first = at(0);
         const uint64_t line_ends = mask_of(equals(first, stops_.cr) | equals(first, stops_.lf)) & valid;
-        if ((line_ends | carried_ | (mask_of(top_bits(first)) & valid)) == 0) {
+        const uint64_t non_ascii = mask_of(top_bits(first)) & valid;
+        if ((line_ends | carried_ | non_ascii) == 0) {
             ascii_ = true;
             return false;
         }
@@ -140,6 +141,14 @@ private:
             o_ = put_units(o_, found.high, found.low, found.begins & below_lowest(stops));
             stop_ = lowest(stops);
             stopped_ = true;
+            return false;
+        }
+        // Where half a block of ASCII is left, there is mostly more of it.
+        const size_t others = kBlock - static_cast<size_t>(__builtin_clzll(non_ascii | found.trails() | 1));
+        if (others <= kBlock / 2 && width == kBlock) {
+            o_ = put_units(o_, found.high, found.low, found.begins & low_bits(others));
+            stop_ = others;
+            ascii_ = true;
             return false;
         }
         o_ = put_units(o_, found.high, found.low, found.begins);

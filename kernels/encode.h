@@ -104,24 +104,37 @@ inline uint8_t *designate(uint8_t *o, const Designation &designation, size_t run
     return o + (is_due ? 3 : 0);
 }
 
-// Writes 32 units, or as many as there are, in runs of ASCII and of two bytes by turns, of which some may be empty: a
-// branch for each run could not be predicted.
-inline uint8_t *put_runs(uint8_t *o, Units characters, Units codes, uint32_t ascii, size_t count, const JisTable &table,
-                         uint8_t &set) {
-    uint8_t low_bytes[2 * kBlock];
-    uint8_t two_bytes[2 * kBlock];
-    put_low_bytes(low_bytes, characters);
-    store_units(two_bytes, swapped(codes));
-    const uint64_t end = uint64_t{1} << count;
+// What of a batch is ASCII, as it is written, and as codes.
+struct Runs {
+    uint8_t low_bytes[kMostTogether + kUnitsBehind];
+    uint8_t two_bytes[2 * (kMostTogether + kUnitsBehind)];
+    uint32_t ascii[kMostTogether / kUnits + 2]; // a bit for each unit
+
+    // Of the units from `at` on, 32 at least; the lowest bit is the first one's.
+    uint64_t ascii_from(size_t at) const {
+        uint64_t bits;
+        __builtin_memcpy(&bits, reinterpret_cast<const uint8_t *>(ascii) + at / 8, sizeof bits);
+        return bits >> at % 8;
+    }
+};
+
+// Writes runs of ASCII and of two bytes by turns, of which some may be empty: a branch for each run could not be
+// predicted.
+inline uint8_t *put_runs(uint8_t *o, const Runs &runs, size_t count, const JisTable &table, uint8_t &set) {
+    constexpr uint64_t kLongestRun = uint64_t{1} << kUnits;
+    const auto run_of = [count](uint64_t others, size_t at) {
+        const size_t run = lowest(others | kLongestRun);
+        return run < count - at ? run : count - at;
+    };
     for (size_t at = 0; at < count;) {
-        size_t run = lowest((~uint64_t{ascii} | end) >> at);
+        size_t run = run_of(~runs.ascii_from(at), at);
         o = designate(o, table.ascii, run, set);
-        __builtin_memcpy(o, low_bytes + at, kUnits);
+        __builtin_memcpy(o, runs.low_bytes + at, kUnits);
         o += run;
         at += run;
-        run = lowest((ascii | end) >> at);
+        run = run_of(runs.ascii_from(at), at);
         o = designate(o, table.two_byte, run, set);
-        __builtin_memcpy(o, two_bytes + 2 * at, 2 * kUnits);
+        __builtin_memcpy(o, runs.two_bytes + 2 * at, 2 * kUnits);
         o += 2 * run;
         at += run;
     }
@@ -134,29 +147,26 @@ inline Encoded encode_jis(const uint16_t *units, size_t count, uint8_t *o, const
     uint8_t sets_found[kMostTogether + kUnitsBehind];
     look_up_entries(batch, units, table.codes.entries, codes_found);
     look_up_entries(batch, units, table.sets, sets_found);
-    uint8_t designated = set;
+    Runs runs;
+    size_t taken = batch.count;
     for (size_t i = 0; i < batch.count; i += kUnits) {
         const Units characters = load_units(units + i);
-        size_t width = batch.count - i < kUnits ? batch.count - i : kUnits;
-        if ((batch.beyond_ascii >> (i / kUnits) & 1) == 0) {
-            o = designate(o, table.ascii, width, designated);
-            put_low_bytes(o, characters);
-            o += width;
-            continue;
-        }
-        const Units codes = load_units(codes_found + i);
+        const Units codes = load_units(codes_found + i); // garbage where all are ASCII
         const uint32_t ascii = units_between(characters, 0, kLastAscii);
+        put_low_bytes(runs.low_bytes + i, characters);
+        store_units(runs.two_bytes + 2 * i, swapped(codes));
+        runs.ascii[i / kUnits] = ascii;
         const auto in_set = static_cast<uint32_t>(mask_of(equals(load(sets_found + i), table.two_byte.set)));
-        const uint32_t stops = (units_between(codes, 0, 0xFF) | ~in_set) & ~ascii & lanes_of(width);
-        width = stops != 0 ? lowest(stops) : width;
-        o = put_runs(o, characters, codes, ascii, width, table, designated);
+        const uint32_t stops = (units_between(codes, 0, 0xFF) | ~in_set) & ~ascii & lanes_of(batch.count - i);
         if (stops != 0) [[unlikely]] {
-            set = designated;
-            return {i + width, o};
+            taken = i + lowest(stops);
+            break;
         }
     }
+    uint8_t designated = set;
+    o = put_runs(o, runs, taken, table, designated);
     set = designated;
-    return {batch.count, o};
+    return {taken, o};
 }
 
 inline uint8_t *encode_utf8(const uint16_t *units, size_t count, uint8_t *o) {
