@@ -25,6 +25,7 @@ constexpr uint32_t kJisQuestionMark = 0x2129;
 class JisEncoder : public EncoderBase {
 public:
     static constexpr size_t kFlushAbove = 8159;
+    static constexpr bool kHasKernel = false; // runs of one set are too short
     static constexpr size_t kLongestStep = 6; // an escape sequence of four bytes and a code of two
 
     explicit JisEncoder(JkcContext *ctx)
@@ -82,11 +83,6 @@ public:
 
     uint32_t entry(uint64_t index) const { return index < ctx_->jis_dst_count ? table_[index] : 0; }
 
-    Encoded encode(const uint16_t *units, size_t count, uint8_t *o) {
-        return kernels().encode_jis(units, count, o,
-                                    {{table_, designated_}, bits_, designation(kAscii), designation(kJisX0208)}, set_);
-    }
-
     // The replacement that the table has in the entry of U+0000, or 0.
     uint32_t table_replacement() const { return entry(0); }
     uint8_t *put_table_replacement(uint8_t *o) { return two_bytes(enter(o, kJisX0208), entry(0)); }
@@ -106,10 +102,6 @@ public:
     uint8_t *finish(uint8_t *o) { return enter(o, kAscii); }
 
 private:
-    static Designation designation(uint8_t set) {
-        const uint8_t *bytes = kEscapes[set].bytes;
-        return {set, {bytes[0], bytes[1], bytes[2], bytes[3]}};
-    }
     static uint8_t *two_bytes(uint8_t *o, uint32_t code) {
         o[0] = static_cast<uint8_t>(code >> 8);
         o[1] = static_cast<uint8_t>(code);

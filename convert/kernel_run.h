@@ -55,7 +55,7 @@ public:
             in.p = encoded.count == decoded.count ? decoded.p : behind(in.p, encoded.count);
             batch = std::min(2 * batch, kMostTogether);
             if (decoded.ascii && !stopped) {
-                size_t steps = std::min(out.safe_steps(o + kLongestDesignation, 2 * Encoder::kAsciiWidth),
+                size_t steps = std::min(out.safe_steps(o, kLongestLineEnd * Encoder::kAsciiWidth),
                                         static_cast<size_t>(limit - in.p - 1) / Decoder::kUnitWidth + 1);
                 if (steps == 0) {
                     break;
@@ -73,8 +73,7 @@ public:
 
 private:
     static constexpr size_t kFirstBatch = 64;
-    static constexpr size_t kLongestDesignation =
-        4; // of ASCII, in front of it; behind that, a line end has the most bytes
+    static constexpr size_t kLongestLineEnd = 2; // characters
     static constexpr size_t kLeastRoom = 8;
     // What stopped the kernels stands alone mostly, else there is much of it, and kernels are of no use.
     static constexpr size_t kCloseLook = 4;

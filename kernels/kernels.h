@@ -40,7 +40,7 @@ constexpr size_t kMostTogether = 512;
 constexpr size_t kUnitsBehind = 64;
 constexpr size_t kBytesBehind = 64;
 
-// CR and LF where they need a close look, else kNoStop, which ends no line.
+// CR and LF where they need a close look, else kNoStop. (In UTF-16 that is U+00FF, which stops for nothing.)
 struct LineEndStops {
     static constexpr uint8_t kNoStop = 0xFF;
     uint8_t cr;
@@ -71,20 +71,6 @@ struct Encoded {
 // Half-width katakana, the overline and the yen sign are not taken, nor what has no code or one of a single byte.
 using EncodeLegacy = Encoded(const uint16_t *units, size_t count, uint8_t *o, LookUpTable table);
 
-// A character set of ISO-2022-JP, and what designates it: three bytes and one to spare.
-struct Designation {
-    uint8_t set;
-    uint8_t sequence[4];
-};
-struct JisTable {
-    LookUpTable codes;
-    const uint8_t *sets; // of each character
-    Designation ascii;
-    Designation two_byte; // the only set taken besides
-};
-// `set` is the one that is designated.
-using EncodeJis = Encoded(const uint16_t *units, size_t count, uint8_t *o, const JisTable &table, uint8_t &set);
-
 // Take all units.
 using EncodeUnicode = uint8_t *(const uint16_t *units, size_t count, uint8_t *o);
 
@@ -107,7 +93,6 @@ struct Kernels {
     Decode *decode_utf16le = nullptr;
     LookUp *look_up = nullptr;
     EncodeLegacy *encode_legacy = nullptr;
-    EncodeJis *encode_jis = nullptr;
     EncodeUnicode *encode_utf8 = nullptr;
     EncodeUnicode *encode_utf16be = nullptr;
     EncodeUnicode *encode_utf16le = nullptr;

@@ -45,7 +45,6 @@ constexpr Kernels make_set(const char *name) {
         .decode_utf16le = Clean<decode_utf16<false>>::call,
         .look_up = Clean<look_up_characters>::call,
         .encode_legacy = Clean<encode_legacy>::call,
-        .encode_jis = Clean<encode_jis>::call,
         .encode_utf8 = Clean<encode_utf8>::call,
         .encode_utf16be = Clean<encode_utf16<true>>::call,
         .encode_utf16le = Clean<encode_utf16<false>>::call,
