@@ -7,6 +7,7 @@
 #include "convert/line_type.h"
 #include "core/unicode.h"
 #include "core/wide.h"
+#include "kernels/kernels.h"
 
 namespace jkc {
 
@@ -49,6 +50,12 @@ public:
         : line_type_(ctx), keeps_line_ends_((ctx.mode & JKC_MODE_LINE_TYPE) == JKC_LINE_KEEP) {}
 
     bool keeps_line_ends() const { return keeps_line_ends_; }
+    // An LF that stays one is nothing special.
+    LineEndStops line_end_stops() const {
+        constexpr uint8_t kNoStop = LineEndStops::kNoStop;
+        const bool keeps_lf = line_type_.lf.length == 1 && line_type_.lf.bytes[0] == kLf;
+        return {keeps_line_ends_ ? kNoStop : kCr, keeps_lf ? kNoStop : kLf};
+    }
 
     // Takes the ASCII character at p and those behind it, one step each; the LF of a CR LF counts as one if `steps`
     // allows it. `has_next` tells whether the character behind the first one belongs to the input.

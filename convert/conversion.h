@@ -21,6 +21,7 @@
 #include <new>
 
 #include "convert/input.h"
+#include "convert/kernel_run.h"
 #include "convert/losses.h"
 #include "convert/output.h"
 #include "convert/sequences.h"
@@ -35,6 +36,7 @@ constexpr uint32_t kGetaMark = 0x3013;
 
 // What most decoders have in common.
 struct DecoderBase {
+    static constexpr bool kHasKernel = false;     // else it has what kernel_run.h asks for
     static constexpr bool kCountsLosses = true;   // it has what told_step.h asks for
     static constexpr bool kClosesAfterEnd = true; // a writer's EUEXPEOD is the end of the data, not an error
 
@@ -123,6 +125,7 @@ private:
         Input in = input;
         uint8_t *o = self.o;
         Losses *const losses = self.losses_;
+        KernelRunOf<Decoder, Encoder> kernels(d, e);
         Stop stop;
         for (;;) {
             if (!in.last && in.left() < Decoder::kLookAhead) {
@@ -139,10 +142,15 @@ private:
                 break;
             }
             const bool is_known = losses != nullptr && position_of(*self.ctx_, in.p) < losses->known_until;
-            size_t steps = in.left() < Decoder::kLookAhead || is_known || !d.resting()
-                               ? 0
-                               : std::min(out.safe_steps(o, Encoder::kLongestStep),
-                                          (in.left() - Decoder::kLookAhead) / Decoder::kLongestStep + 1);
+            size_t steps = 0;
+            if (in.left() >= Decoder::kLookAhead && !is_known && d.resting()) {
+                const size_t most = kernels.take(d, in, out, o, e);
+                if (in.left() < Decoder::kLookAhead) {
+                    continue;
+                }
+                steps = std::min({most, out.safe_steps(o, Encoder::kLongestStep),
+                                  (in.left() - Decoder::kLookAhead) / Decoder::kLongestStep + 1});
+            }
             const uint8_t *p = in.p;
             const bool some = steps > 0;
             while (steps > 0 && d.fast(p, o, e, steps)) {

@@ -57,6 +57,17 @@ public:
         }
     }
 
+    // --- For kernel_run.h. ---
+
+    static constexpr bool kHasKernel = true;
+    static constexpr size_t kUnitWidth = 1;
+    static Decode *kernel() { return kernels().decode_sjis; }
+    size_t look_up(uint16_t *units, size_t count) const {
+        return kernels().look_up(units, count, {table_, ctx_.sjis_src_count});
+    }
+    static size_t width_at(const uint8_t *p) { return length_at(*p); }
+    const auto &text() const { return text_; }
+
     // --- For told_step.h. ---
 
     Sequence look(const uint8_t *p, size_t left, const Losses &losses) const {

@@ -96,6 +96,18 @@ public:
         return Flow::kNext;
     }
 
+    // --- For kernel_run.h. ---
+
+    static constexpr bool kHasKernel = !kIsUtf16<Encoder>;
+    static constexpr size_t kUnitWidth = 2;
+    Decode *kernel() const {
+        constexpr bool kBig = std::is_same_v<Order, BigEndian>;
+        return composes_ ? nullptr : kBig ? kernels().decode_utf16be : kernels().decode_utf16le;
+    }
+    static size_t look_up(const uint16_t * /*units*/, size_t count) { return count; }
+    static size_t width_at(const uint8_t * /*p*/) { return 2; }
+    const auto &text() const { return text_; }
+
     // --- For told_step.h. ---
 
     static uint32_t plain_character(const uint8_t *p) { return Order::unit(p); }

@@ -125,6 +125,15 @@ public:
         return JKC_SUCCESS;
     }
 
+    // --- For kernel_run.h. ---
+
+    static constexpr bool kHasKernel = !std::is_same_v<Encoder, Utf8Encoder>;
+    static constexpr size_t kUnitWidth = 1;
+    Decode *kernel() const { return composes_ ? nullptr : kernels().decode_utf8; }
+    static size_t look_up(const uint16_t * /*units*/, size_t count) { return count; }
+    static size_t width_at(const uint8_t *p) { return utf8_length(*p); }
+    const auto &text() const { return text_; }
+
     // --- For told_step.h. ---
 
     Sequence look(const uint8_t *p, size_t left, const Losses & /*losses*/) const {

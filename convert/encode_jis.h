@@ -28,6 +28,7 @@ public:
     static constexpr bool is_lossy(uint32_t c) { return c == kEsc || c == kSo || c == kSi; }
 
     static constexpr size_t kFlushAbove = 8159;
+    static constexpr bool kHasKernel = false; // runs of one set are too short
     static constexpr size_t kLongestStep = 6; // an escape sequence of four bytes and a code of two
 
     explicit JisEncoder(JkcContext *ctx)

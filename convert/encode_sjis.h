@@ -41,6 +41,10 @@ public:
         return code == 0 && c != 0 ? nullptr : one_or_two(o, code);
     }
 
+    Encoded encode(const uint16_t *units, size_t count, uint8_t *o) const {
+        return kernels().encode_legacy(units, count, o, {table_, count_});
+    }
+
     // The replacement that the table has in the entry of U+0000, or 0.
     uint32_t table_replacement() const { return count_ > 0 ? table_[0] : 0; }
     uint8_t *put_table_replacement(uint8_t *o) {

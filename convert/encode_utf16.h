@@ -53,6 +53,10 @@ public:
         return o + kWide;
     }
     uint8_t *put_supplementary(uint8_t *o, uint32_t c) { return unit(unit(o, high_surrogate(c)), low_surrogate(c)); }
+    static Encoded encode(const uint16_t *units, size_t count, uint8_t *o) {
+        constexpr bool kBig = std::is_same_v<Order, BigEndian>;
+        return {count, (kBig ? kernels().encode_utf16be : kernels().encode_utf16le)(units, count, o)};
+    }
     uint8_t *replacement(uint8_t *o) { return unit(o, '?'); }
 };
 

@@ -45,6 +45,10 @@ public:
         return o + 4;
     }
 
+    static Encoded encode(const uint16_t *units, size_t count, uint8_t *o) {
+        return {count, kernels().encode_utf8(units, count, o)};
+    }
+
 private:
     // The lowest byte comes first. The fourth one is written over later.
     static uint32_t three_bytes(uint32_t c) { return 0x8080E0 | c >> 12 | (c & 0xFC0) << 2 | (c & 0x3F) << 16; }

@@ -34,12 +34,15 @@
 #include <cstdint>
 #include <cstring>
 
+#include "kernels/kernels.h"
+
 namespace jkc {
 
 class EncoderBase {
 public:
     // What suits a legacy target.
     static constexpr bool kIsUnicode = false;
+    static constexpr bool kHasKernel = true; // it has what kernel_run.h asks for
     static constexpr size_t kAsciiWidth = 1;
 
     static uint8_t *put_supplementary(uint8_t * /*o*/, uint32_t /*c*/) { return nullptr; }
@@ -51,6 +54,7 @@ public:
         return o + length;
     }
     static uint8_t *finish(uint8_t *o) { return o; }
+    static bool has_kernel() { return true; }
 };
 
 } // namespace jkc

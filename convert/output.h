@@ -1,13 +1,18 @@
 // The pending output.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+
+#include "core/internal.h"
 
 namespace jkc {
 
 class Output {
 public:
+    static constexpr size_t kAreaSize = sizeof(JkcBlock);
+
     // Output is to be handed over as soon as more than `flush_above` bytes are pending in the area.
     Output(uint8_t *area, size_t flush_above) : area_(area), flush_above_(flush_above) {}
 
@@ -20,6 +25,12 @@ public:
     // Steps of at most `longest` bytes that can each begin without being full.
     size_t safe_steps(const uint8_t *o, size_t longest) const {
         return full(o) ? 0 : (flush_above_ - pending(o)) / longest + 1;
+    }
+
+    // Steps behind which one more could begin, and as many bytes as `behind` are left of the area.
+    size_t steps_with_room(const uint8_t *o, size_t longest, size_t behind) const {
+        const size_t left = std::max(kAreaSize - behind, pending(o)) - pending(o);
+        return std::min(safe_steps(o, longest), left / longest + 1) - 1;
     }
 
 private:

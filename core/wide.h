@@ -36,6 +36,27 @@ inline Bytes16 equals_masked(Bytes16 bytes, uint8_t b) {
     return equals(bytes & splat16(kMask), b);
 }
 
+inline Bytes16 none(Bytes16 /*bytes*/) { return Bytes16{}; }
+// Every second place, from the first on.
+inline Bytes16 even_places(Bytes16 /*bytes*/) {
+    return Bytes16{0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0};
+}
+
+template <uint8_t kBits>
+inline Bytes16 flipped(Bytes16 bytes) {
+    return bytes ^ splat16(kBits);
+}
+
+// Compares bytes in one instruction each: SSE2 compares signed bytes only, so these are shifted once.
+struct Ordered {
+    using Signed16 = int8_t __attribute__((vector_size(kWide)));
+    Signed16 shifted;
+};
+inline Ordered ordered(Bytes16 bytes) { return {reinterpret_cast<Ordered::Signed16>(bytes ^ splat16(0x80))}; }
+inline Bytes16 above(Ordered bytes, uint8_t b) {
+    return reinterpret_cast<Bytes16>(bytes.shifted > reinterpret_cast<Ordered::Signed16>(splat16(b ^ 0x80)));
+}
+
 // The top bit of each byte, that of the first one lowest.
 inline uint32_t movemask(Bytes16 bytes) {
 #if defined(__SSE2__)

@@ -96,7 +96,7 @@ void JkcDetector::feed(const uint8_t *data, size_t size) {
         auto filled = static_cast<size_t>(block.end - JKC_BLOCK_HEADROOM);
         if (filled == JKC_BLOCK_READ) { // no earlier: now it is not the last one
             take_block(false);
-            jkc::start_next_block(block);
+            jkc::start_next_block(block, block);
             filled = 0;
         }
         const size_t taken = std::min(size, JKC_BLOCK_READ - filled);

@@ -2,6 +2,7 @@
 // Judgement and hands out its verdict. The public entry points are at the end.
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 #include "core/code_types.h"
 #include "judge/input/byte_source.h"
@@ -72,34 +73,51 @@ int take_rest(JkcContext *ctx, JkcBlock &block, const Answers &answers, int code
     return answers.answer(code_type);
 }
 
-// Feeds a judgement the source from its `count` bytes in the block on, until the answer stands.
+// Feeds a judgement the source from its `count` bytes in the block on, until the answer stands. What is kept is read
+// straight into its record, in which scan_start stays as it was before the scanners went on.
 int feed_source(JkcContext *ctx, Judgement &judgement, JkcBlock &block, size_t count, Wanted wanted,
                 LineEnds &line_ends) {
     ByteSource source(ctx);
     start_first_block(block);
-    for (;; start_next_block(block), count = 0) {
+    int32_t scan_start[sizeof block.scan_start / sizeof *block.scan_start];
+    memcpy(scan_start, block.scan_start, sizeof scan_start);
+    for (const JkcBlock *before = nullptr;; count = 0) {
+        JkcBlock *into = wanted.kept ? add_block(ctx) : &block;
+        if (into == nullptr) {
+            return JKC_EALLOC;
+        }
+        if (before != nullptr) {
+            start_next_block(*into, *before);
+        } else if (into != &block) {
+            memcpy(into->data, block.data, JKC_BLOCK_HEADROOM + count);
+            into->start = JKC_BLOCK_HEADROOM;
+        }
+        memcpy(into->scan_start, scan_start, sizeof scan_start);
         bool last = false;
-        int status = source.read(block.data + JKC_BLOCK_HEADROOM + count, JKC_BLOCK_READ - count, count);
+        int status = source.read(into->data + JKC_BLOCK_HEADROOM + count, JKC_BLOCK_READ - count, count);
         if (status == JKC_SUCCESS) {
             status = source.at_end(last);
-        }
-        block.end = JKC_BLOCK_HEADROOM + static_cast<int32_t>(count);
-        if (status == JKC_SUCCESS && wanted.kept) {
-            status = keep_block(ctx, block);
         }
         if (status != JKC_SUCCESS) {
             return status;
         }
+        into->end = JKC_BLOCK_HEADROOM + static_cast<int32_t>(count);
+        memset(into->data + into->end, 0, sizeof into->data - static_cast<size_t>(into->end));
         if (wanted.line_ends) {
-            judgement.take_line_ends(block.data + block.start, block.data + block.end, line_ends);
+            judgement.take_line_ends(into->data + into->start, into->data + into->end, line_ends);
         }
-        if (judgement.take_block(block, last)) {
+        const bool is_decided = judgement.take_block(*into, last);
+        for (size_t i = 0; i < sizeof scan_start / sizeof *scan_start; ++i) {
+            std::swap(scan_start[i], into->scan_start[i]);
+        }
+        if (is_decided) {
             return JKC_SUCCESS;
         }
         if (last) {
             judgement.decide();
             return JKC_SUCCESS;
         }
+        before = into;
     }
 }
 

@@ -10,9 +10,9 @@ namespace {
 // The scanners' places in JkcBlock::scan_start.
 enum ScanStart : uint8_t { kFromSjis, kFromEuc, kFromUtf16, kFromUtf8 };
 
-// In the first block a scanner is asked after this many bytes whether its encoding is eliminated. Mostly that is
-// settled there; later it is asked once a block.
-constexpr ptrdiff_t kSlice = 128;
+// In the first block a scanner is asked after this many bytes whether its encoding is eliminated, and then after half as
+// many again as it has seen, these at least. Mostly that is settled there; later it is asked once a block.
+constexpr ptrdiff_t kSlice = 64;
 
 } // namespace
 
@@ -22,7 +22,7 @@ template <class Scan, class Watch>
 void Judgement::feed(int32_t &start, JkcBlock &block, bool last, Scan scan, Watch watch) {
     const uint8_t *p = block.data + start;
     const uint8_t *const end = block.data + block.end;
-    const ptrdiff_t slice = total_ == 0 ? kSlice : sizeof block.data;
+    ptrdiff_t slice = total_ == 0 ? kSlice : sizeof block.data;
     const uint8_t *slice_end = p;
     while (slice_end != end) {
         const uint8_t *watched = watch(p, end);
@@ -32,8 +32,21 @@ void Judgement::feed(int32_t &start, JkcBlock &block, bool last, Scan scan, Watc
         }
         slice_end = end - slice_end > slice ? slice_end + slice : end;
         p = scan(p, slice_end, last && slice_end == end);
+        slice = std::max(slice, (slice_end - (block.data + JKC_BLOCK_HEADROOM)) / 2);
     }
     start = JKC_BLOCK_HEADROOM - static_cast<int32_t>(end - p);
+}
+
+// Escape sequences count only until Shift_JIS is eliminated. NULs only lower the byte order of UTF-16 that has more
+// errors, which cannot win anyway.
+void Judgement::feed_sjis(JkcBlock &block, bool last) {
+    feed(
+        block.scan_start[kFromSjis], block, last,
+        [this](const uint8_t *p, const uint8_t *end, bool at_end) { return sjis_.scan(p, end, at_end); },
+        [this](const uint8_t * /*p*/, const uint8_t *end) -> const uint8_t * {
+            const bool is_out = counting_ != Counting::kToTheEnd && sjis_.found.errors >= kTooManyErrors;
+            return is_out || sjis_.jis2004 ? end : nullptr;
+        });
 }
 
 void Judgement::feed_euc(JkcBlock &block, bool last) {
@@ -84,13 +97,7 @@ bool Judgement::take_block(JkcBlock &block, bool last) {
     const uint8_t *end = block.data + block.end;
     sjis_.origin = euc_.origin = utf16_.origin = utf8_.origin = {data, total_};
 
-    // Escape sequences count only until Shift_JIS is eliminated. NULs only lower the byte order of UTF-16 that has more
-    // errors, which cannot win anyway.
-    if (counting_ == Counting::kToTheEnd || sjis_.found.errors < kTooManyErrors) {
-        int32_t &start = block.scan_start[kFromSjis];
-        const uint8_t *stopped = sjis_.scan(block.data + start, end, last);
-        start = JKC_BLOCK_HEADROOM - static_cast<int32_t>(end - stopped);
-    }
+    feed_sjis(block, last);
     if (sjis_.jis2004) {
         verdict = {JKC_TYPE_JIS2004, Verdict::Kind::kSingle};
         return true;

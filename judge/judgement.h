@@ -47,6 +47,7 @@ public:
 private:
     template <class Scan, class Watch>
     void feed(int32_t &start, JkcBlock &block, bool last, Scan scan, Watch watch);
+    void feed_sjis(JkcBlock &block, bool last);
     void feed_euc(JkcBlock &block, bool last);
     void feed_utf16(JkcBlock &block, bool last);
     void feed_utf8(JkcBlock &block, bool last);

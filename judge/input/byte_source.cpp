@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "judge/input/foreign_source.h"
+#include "judge/input/record_list.h"
 
 static_assert(sizeof(JkcBlock) == 8220 && offsetof(JkcBlock, start) == 8192 && offsetof(JkcBlock, scan_start) == 8204,
               "input blocks are handed around as records of this layout");
@@ -131,10 +132,22 @@ void start_first_block(JkcBlock &block) {
     }
 }
 
-void start_next_block(JkcBlock &block) {
+void start_next_block(JkcBlock &block, const JkcBlock &before) {
     constexpr size_t kCarryRoom = 8; // no scanner leaves more over
-    memcpy(block.data + JKC_BLOCK_HEADROOM - kCarryRoom, block.data + block.end - kCarryRoom, kCarryRoom);
+    memcpy(block.data + JKC_BLOCK_HEADROOM - kCarryRoom, before.data + before.end - kCarryRoom, kCarryRoom);
+    block.start = JKC_BLOCK_HEADROOM;
     block.end = JKC_BLOCK_HEADROOM;
+}
+
+JkcBlock *add_block(JkcContext *ctx) {
+    JkcListNode *node = add_record(ctx->blocks->header->last, sizeof(JkcBlock));
+    if (node == nullptr) {
+        ll_clear(ctx->blocks);
+        return nullptr;
+    }
+    auto *block = static_cast<JkcBlock *>(node->data);
+    memset(block->data, 0, JKC_BLOCK_HEADROOM);
+    return block;
 }
 
 int keep_block(JkcContext *ctx, const JkcBlock &block) {

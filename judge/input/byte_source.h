@@ -34,9 +34,13 @@ void reset_block(JkcBlock &block);
 // Sets a block up for the first piece that the scanners see. The rest of the block stays as it is.
 void start_first_block(JkcBlock &block);
 
-// Makes room for the next piece behind a full one. Its last bytes go into the headroom: the scanners may have left them
-// over.
-void start_next_block(JkcBlock &block);
+// Sets a block up for the piece behind that of another one, which is full; both may be the same. The last bytes of that
+// one go into the headroom: the scanners may have left them over.
+void start_next_block(JkcBlock &block, const JkcBlock &before);
+
+// Appends a block to the context's list, to be read into: only its headroom is defined. Null when there is no memory, the
+// list being cleared then.
+JkcBlock *add_block(JkcContext *ctx);
 
 // Appends a copy of the block to the context's list. SUCCESS, or EALLOC with the list cleared.
 int keep_block(JkcContext *ctx, const JkcBlock &block);

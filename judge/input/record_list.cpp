@@ -2,19 +2,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "core/internal.h"
-
-namespace {
-
-void *copy_of(const void *record, size_t size) {
-    void *copy = malloc(size);
-    if (copy != nullptr) {
-        memcpy(copy, record, size);
-    }
-    return copy;
-}
-
-} // namespace
+#include "judge/input/record_list.h"
 
 JkcListNode *ll_create() {
     auto *node = static_cast<JkcListNode *>(calloc(1, sizeof(JkcListNode)));
@@ -31,22 +19,30 @@ JkcListNode *ll_create() {
 }
 
 JkcListNode *ll_add(JkcListNode *node, const void *record, size_t size) {
-    void *copy = copy_of(record, size);
-    if (copy == nullptr) {
+    JkcListNode *added = jkc::add_record(node, size);
+    if (added != nullptr) {
+        memcpy(added->data, record, size);
+    }
+    return added;
+}
+
+JkcListNode *jkc::add_record(JkcListNode *node, size_t size) {
+    void *data = malloc(size);
+    if (data == nullptr) {
         return nullptr;
     }
     JkcListHeader *header = node->header;
     if (node->data == nullptr) {
-        node->data = copy;
+        node->data = data;
         ++header->count;
         return node;
     }
     auto *added = static_cast<JkcListNode *>(calloc(1, sizeof(JkcListNode)));
     if (added == nullptr) {
-        free(copy);
+        free(data);
         return nullptr;
     }
-    added->data = copy;
+    added->data = data;
     added->header = header;
     added->prev = node;
     added->next = node->next;

@@ -156,7 +156,7 @@ void EucScanner::use_20932() {
 
 // Takes codes that every table has. Returns where the rest begins.
 const uint8_t *EucScanner::take_ordinary_text(const uint8_t *p, const uint8_t *end) {
-    const OrdinaryRun run = ordinary_two_byte_run<OrdinaryEuc>(p, end, katakana_);
+    const OrdinaryRun run = count_ordinary_two_byte<OrdinaryEuc>(kernels().count_euc, p, end, katakana_);
     found.valid += run.valid;
     found.kana += run.kana;
     return run.end;

@@ -5,15 +5,9 @@
 #include <cstdint>
 
 #include "core/wide.h"
+#include "kernels/kernels.h"
 
 namespace jkc {
-
-// A run of ASCII and ordinary characters.
-struct OrdinaryRun {
-    const uint8_t *end; // a boundary between characters
-    int64_t valid;      // bytes of non-ASCII characters
-    int64_t kana;       // bytes of kana
-};
 
 // Two vectors, as a step must wait for the one before to tell where a character begins.
 constexpr ptrdiff_t kStride = 2 * kWide;
@@ -23,18 +17,6 @@ inline uint32_t movemask(Bytes16 left, Bytes16 right) { return movemask(left) | 
 
 // The bits below the lowest one of a mask that is not 0.
 constexpr uint32_t below_lowest(uint32_t mask) { return (mask & (0U - mask)) - 1; }
-
-// Compares bytes in one instruction each: SSE2 compares signed bytes only, so these are shifted once.
-class Ordered {
-public:
-    explicit Ordered(Bytes16 bytes) : shifted_(shifted(bytes)) {}
-    Bytes16 above(uint8_t b) const { return reinterpret_cast<Bytes16>(shifted_ > shifted(splat16(b))); }
-
-private:
-    using Signed16 = int8_t __attribute__((vector_size(kWide)));
-    static Signed16 shifted(Bytes16 bytes) { return reinterpret_cast<Signed16>(bytes ^ splat16(0x80)); }
-    Signed16 shifted_;
-};
 
 // Counts the bits of pairs of masks, of 4095 pairs at most. (Not every x86-64 processor has an instruction for that.)
 class MaskCounts {

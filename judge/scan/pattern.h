@@ -2,22 +2,23 @@
 #pragma once
 
 #include "core/wide.h"
+#include "kernels/kernels.h"
 
 namespace jkc {
 
-// Pattern::match(p) has a nonzero byte for each of the positions p to p + 15 at which the pattern begins. It reads at
-// most kPatternReach bytes behind p. Pattern::may_match(p) is a quick test whether there may be any.
+// Patterns are as in kernels/patterns.h. They read at most kPatternReach bytes behind p.
 constexpr size_t kPatternReach = 16 + 3;
 
 // The first position from p on at which the pattern begins, or end. Up to kPatternReach bytes behind `end` must be
 // readable; they may match.
 template <class Pattern>
-inline const uint8_t *find_pattern(const uint8_t *p, const uint8_t *end) {
+inline const uint8_t *find_plain_pattern(const uint8_t *p, const uint8_t *end) {
     for (; p < end; p += sizeof(Bytes16)) {
-        if (!Pattern::may_match(p)) [[likely]] {
+        const auto at = [p](size_t offset) { return load16(p + offset); };
+        if (!any(Pattern::may_match(at))) [[likely]] {
             continue;
         }
-        const Bytes16 hits = Pattern::match(p);
+        const Bytes16 hits = Pattern::match(at);
         for (size_t i = 0; i < sizeof(Bytes16); ++i) {
             if (hits[i] != 0) {
                 return p + i < end ? p + i : end;
@@ -27,13 +28,20 @@ inline const uint8_t *find_pattern(const uint8_t *p, const uint8_t *end) {
     return end;
 }
 
+// The same by the kernel, where there is one.
+template <class Pattern>
+inline const uint8_t *find_pattern(const uint8_t *p, const uint8_t *end) {
+    Find *const kernel = kernels().*Pattern::kKernel;
+    return find_plain_pattern<Pattern>(kernel != nullptr ? kernel(p, end) : p, end);
+}
+
 // The last position before `end` at which the pattern may begin, or null when there is none from `begin` on.
 template <class Pattern>
 inline const uint8_t *find_last_pattern(const uint8_t *begin, const uint8_t *end) {
     constexpr ptrdiff_t kStep = sizeof(Bytes16);
     for (const uint8_t *p = end; p > begin; p -= kStep) {
         const uint8_t *from = p - begin > kStep ? p - kStep : begin;
-        const Bytes16 hits = Pattern::match(from);
+        const Bytes16 hits = Pattern::match([from](size_t offset) { return load16(from + offset); });
         if (any(hits)) {
             for (ptrdiff_t i = p - from; i-- > 0;) {
                 if (hits[i] != 0) {

@@ -16,11 +16,15 @@ bool is_kana_code(uint32_t code) { return (code - 0x829F <= 0x52) | (code - 0x83
 
 // What counts once an escape sequence of CP50221 was seen: a NUL, a byte of 0x80 or more, ESC $ (.
 struct CountsInJis {
-    static bool may_match(const uint8_t *p) { return any(match(p)); }
-    static Bytes16 match(const uint8_t *p) {
-        const Bytes16 first = load16(p);
+    template <class At>
+    static Bytes16 may_match(const At &at) {
+        return match(at);
+    }
+    template <class At>
+    static Bytes16 match(const At &at) {
+        const Bytes16 first = at(0);
         return (first & splat16(0x80)) | equals(first, 0) |
-               (equals(first, kEsc) & equals(load16(p + 1), '$') & equals(load16(p + 2), '('));
+               (equals(first, kEsc) & equals(at(1), '$') & equals(at(2), '('));
     }
 };
 
@@ -50,7 +54,7 @@ const uint8_t *SjisScanner::skip_text(const uint8_t *p, const uint8_t *end) cons
     if (non_ascii && !counts_nuls_) {
         return skip_ascii<kEsc>(p, end);
     }
-    return jis_escape && p < whole ? find_pattern<CountsInJis>(p, whole) : skip_ascii<0, kEsc>(p, end);
+    return jis_escape && p < whole ? find_plain_pattern<CountsInJis>(p, whole) : skip_ascii<0, kEsc>(p, end);
 }
 
 // Takes two-byte codes from p on, up to `until`, as long as the table maps them; returns where they end.
@@ -77,7 +81,7 @@ const uint8_t *SjisScanner::take_mapped_codes(const uint8_t *p, const uint8_t *u
 
 // Takes ordinary text. Returns where the rest begins.
 const uint8_t *SjisScanner::take_ordinary_text(const uint8_t *p, const uint8_t *end) {
-    const OrdinaryRun run = ordinary_two_byte_run<OrdinarySjis>(p, end, katakana_);
+    const OrdinaryRun run = count_ordinary_two_byte<OrdinarySjis>(kernels().count_sjis, p, end, katakana_);
     found.valid += run.valid;
     found.kana += run.kana;
     return run.end;

@@ -5,54 +5,10 @@
 // character by itself.
 #pragma once
 
-#include "core/bytes.h"
-#include "judge/scan/katakana_runs.h"
 #include "judge/scan/ordinary_run.h"
+#include "kernels/ordinary_two_byte.h"
 
 namespace jkc {
-
-// Which codes are ordinary: the rows that make up nearly all of a text, without the unmapped cells.
-//
-// single() tells which bytes are neither lead bytes nor ASCII; code() whether a lead byte and the byte behind it are an
-// ordinary code; kana() whether an ordinary code is a kana; katakana() where half-width katakana begin, if not at a
-// trail byte.
-struct OrdinarySjis {
-    using Katakana = KatakanaRuns<1>;
-    static Bytes16 single(Bytes16 first) { return katakana(first, first) | equals(first, kEsc); }
-    static Bytes16 katakana(Bytes16 first, Bytes16 /*second*/) { return between(first, 0xA1, 0xDF); }
-    static Bytes16 code(Bytes16 first, Bytes16 second) {
-        constexpr uint8_t kJoin = 0xA0; // joins the lead bytes 81 to 9F and E0 to FC
-        const Ordered rows(first ^ splat16(kJoin));
-        const Ordered trails(second);
-        const Bytes16 begins_late = equals(first, 0x82) | equals(first, 0x88);
-        const Bytes16 no_row = rows.above(0xE9 ^ kJoin) | equals_masked<0xFC>(first, 0x84);
-        const Bytes16 no_trail = trails.above(0xFC) | equals(second, 0x7F);
-        const Bytes16 no_symbol = equals(first, 0x81) & trails.above(0xAC);
-        const Bytes16 no_hiragana = equals(first, 0x82) & trails.above(0xF1);
-        const Bytes16 no_katakana = equals(first, 0x83) & trails.above(0x93);
-        const Bytes16 between_levels = equals(first, 0x98) & trails.above(0x72);
-        return rows.above(0x80 ^ kJoin) & trails.above(0x3F) &
-               ~(no_row | no_trail | no_symbol | no_hiragana | no_katakana | between_levels |
-                 (begins_late & ~trails.above(0x9E)));
-    }
-    static Bytes16 kana(Bytes16 first) { return equals_masked<0xFE>(first, 0x82); }
-};
-
-struct OrdinaryEuc {
-    using Katakana = KatakanaRuns<2>;
-    static Bytes16 single(Bytes16 /*first*/) { return Bytes16{}; }
-    static Bytes16 katakana(Bytes16 first, Bytes16 second) { return equals(first, kSs2) & between(second, 0xA1, 0xDF); }
-    static Bytes16 code(Bytes16 first, Bytes16 second) {
-        const Ordered rows(first);
-        const Ordered trails(second);
-        const Bytes16 kanji = rows.above(0xAF) & ~rows.above(0xF3);
-        const Bytes16 no_kana = kana(first) & trails.above(0xF3);
-        const Bytes16 between_levels = equals(first, 0xCF) & trails.above(0xD3);
-        return (kanji | kana(first) | equals(first, 0xA1)) & trails.above(0xA0) &
-               ~(equals(second, 0xFF) | no_kana | between_levels);
-    }
-    static Bytes16 kana(Bytes16 first) { return equals_masked<0xFE>(first, 0xA4); }
-};
 
 // Every second bit of each row of bits in `mask`, from its first on.
 template <class Mask>
@@ -106,6 +62,23 @@ inline OrdinaryRun ordinary_two_byte_run(const uint8_t *p, const uint8_t *end,
         p += kStride - last;
     }
     return {p, 2 * counts.left(), 2 * counts.right()};
+}
+
+// The same by the kernel, where there is one, which leaves half-width katakana to the plain run.
+template <class Ordinary>
+inline OrdinaryRun count_ordinary_two_byte(CountRun *kernel, const uint8_t *p, const uint8_t *end,
+                                           typename Ordinary::Katakana &katakana_runs) {
+    if (kernel == nullptr) {
+        return ordinary_two_byte_run<Ordinary>(p, end, katakana_runs);
+    }
+    const OrdinaryRun run = kernel(p, end);
+    if (run.end != p) {
+        katakana_runs.close();
+    }
+    constexpr ptrdiff_t kClose = 4 * kStride;
+    const OrdinaryRun close =
+        ordinary_two_byte_run<Ordinary>(run.end, end - run.end > kClose ? run.end + kClose : end, katakana_runs);
+    return {close.end, run.valid + close.valid, run.kana + close.kana};
 }
 
 } // namespace jkc

@@ -2,6 +2,7 @@
 
 #include "core/wide_units.h"
 #include "judge/scan/pattern.h"
+#include "kernels/patterns.h"
 #include "tables/scan_classes.h"
 
 namespace jkc {
@@ -94,35 +95,17 @@ void add_run(const Run &run, const uint8_t *p, const Origin &origin, Evidence &f
     found.kana += 2 * run.kana;
 }
 
-// The positions at which code units begin.
-constexpr Bytes16 kUnitBegins = {0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0};
-
-// Surrogate pairs of either byte order, told by the high bytes of their code units: a big-endian pair matches at its
-// first byte, a little-endian one at its second.
-struct Pairs {
-    static bool may_match(const uint8_t *p) { return any(match(p)); }
-    static Bytes16 match(const uint8_t *p) {
-        return equals_masked<0xFC>(load16(p), 0xD8) & equals_masked<0xFC>(load16(p + 2), 0xDC);
-    }
-};
-
 // The combining marks in either byte order (U+0306, U+0308, U+3099, U+309A), and some rare code units more.
 Units8 may_be_marks(Units8 units) {
     return units_equal_masked<0xFFF1>(units, 0x0300) | units_equal_masked<0xF1FF>(units, 0x0003) |
            units_equal_masked<0xFFFC>(units, 0x3098) | units_equal_masked<0xFCFF>(units, 0x9830);
 }
 
-// The combining marks in either byte order.
-struct Marks {
-    static bool may_match(const uint8_t *p) { return any_unit(may_be_marks(reinterpret_cast<Units8>(load16(p)))); }
-    static Bytes16 match(const uint8_t *p) {
-        const Bytes16 first = load16(p);
-        const Bytes16 second = load16(p + 1);
-        return (is_mark(first, second) | is_mark(second, first)) & kUnitBegins;
-    }
-    static Bytes16 is_mark(Bytes16 high, Bytes16 low) {
-        return (equals(high, 0x03) & (equals(low, 0x06) | equals(low, 0x08))) |
-               (equals(high, 0x30) & (equals(low, 0x99) | equals(low, 0x9A)));
+// As Utf16MarkPattern, but with the quick test in place of its own.
+struct Marks : Utf16MarkPattern {
+    template <class At>
+    static Bytes16 may_match(const At &at) {
+        return reinterpret_cast<Bytes16>(may_be_marks(reinterpret_cast<Units8>(at(0))));
     }
 };
 
@@ -133,7 +116,7 @@ struct Marks {
 // the last code units alone, if these are no pair.
 const uint8_t *Utf16Scanner::watch(const uint8_t *p, const uint8_t *end, bool last, Wanted wanted) {
     constexpr ptrdiff_t kTail = 8;
-    const auto has_pairs = [end](const uint8_t *from) { return find_pattern<Pairs>(from, end) != end; };
+    const auto has_pairs = [end](const uint8_t *from) { return find_pattern<PairPattern>(from, end) != end; };
     const bool wanted_here =
         (wanted.surrogates && has_pairs(p)) ||
         ((wanted.surrogates || wanted.decomposed) && find_pattern<Marks>(p, end) != end) ||
@@ -189,6 +172,13 @@ const uint8_t *take_singles_of(Utf16Scanner::Side &side, const Origin &origin, c
     static_assert(kUnits * kScanEvidence < kScanKana);
     Run run;
     const uint8_t *const begin = p;
+    constexpr bool kBig = std::is_base_of_v<BigEndian, Rules>;
+    CountUnits *const kernel = kBig ? kernels().count_utf16be : kernels().count_utf16le;
+    if (kernel != nullptr) {
+        const UnitRun wide = kernel(p, end, kScanClasses.data());
+        run = {0, wide.evidence, wide.kana};
+        p = wide.end;
+    }
     for (; end - p >= kReach; p += kWide) {
         const Units8 units = load8<Rules>(p);
         if (are_ascii(units)) {
@@ -197,7 +187,8 @@ const uint8_t *take_singles_of(Utf16Scanner::Side &side, const Origin &origin, c
         }
         const auto next_units = reinterpret_cast<Units8>(load16(p + 2));
         const Units8 stops =
-            may_be_marks(next_units) | may_be_special(units) | reinterpret_cast<Units8>(Pairs::match(p));
+            may_be_marks(next_units) | may_be_special(units) |
+            reinterpret_cast<Units8>(PairPattern::match([p](size_t offset) { return load16(p + offset); }));
         if (any_unit(stops)) [[unlikely]] {
             break;
         }

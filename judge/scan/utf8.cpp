@@ -6,6 +6,7 @@
 #include "judge/scan/pattern.h"
 #include "judge/scan/resynchronise.h"
 #include "judge/scan/utf8_run.h"
+#include "kernels/patterns.h"
 #include "tables/scan_classes.h"
 
 namespace jkc {
@@ -14,9 +15,10 @@ namespace {
 
 // Where a decisive character may stand: a two-byte one, or one of U+3000 to U+30FF.
 struct Decisive {
-    static Bytes16 match(const uint8_t *p) {
-        const Bytes16 first = load16(p);
-        const Bytes16 second = load16(p + 1);
+    template <class At>
+    static Bytes16 match(const At &at) {
+        const Bytes16 first = at(0);
+        const Bytes16 second = at(1);
         return (equals_masked<0xE0>(first, 0xC0) & equals_masked<0xC0>(second, 0x80)) |
                (equals(first, 0xE3) & equals_masked<0xFC>(second, 0x80));
     }
@@ -64,36 +66,13 @@ struct BaseTracker {
 
 // Where a well-formed sequence may stand.
 struct Valid {
-    static bool may_match(const uint8_t *p) { return any(match(p)); }
-    static Bytes16 match(const uint8_t *p) {
-        return between(load16(p), 0xC0, 0xF7) & equals_masked<0xC0>(load16(p + 1), 0x80);
+    template <class At>
+    static Bytes16 may_match(const At &at) {
+        return match(at);
     }
-};
-
-// Where a four-byte sequence may stand.
-struct FourBytes {
-    static constexpr int kLength = 4;
-    static bool may_match(const uint8_t *p) { return any(equals_masked<0xF8>(load16(p), 0xF0)); }
-    static Bytes16 match(const uint8_t *p) {
-        return equals_masked<0xF8>(load16(p), 0xF0) & equals_masked<0xC0>(load16(p + 1), 0x80) &
-               equals_masked<0xC0>(load16(p + 2), 0x80) & equals_masked<0xC0>(load16(p + 3), 0x80);
-    }
-};
-
-// Where a combining mark may stand: CC 86, CC 88, E3 82 99, E3 82 9A.
-struct Marks {
-    static bool may_match(const uint8_t *p) {
-        const Bytes16 first = load16(p);
-        const Bytes16 second = load16(p + 1);
-        return any((equals(first, 0xCC) & equals_masked<0xF1>(second, 0x80)) |
-                   (equals(first, 0xE3) & equals(second, 0x82)));
-    }
-    static Bytes16 match(const uint8_t *p) {
-        const Bytes16 first = load16(p);
-        const Bytes16 second = load16(p + 1);
-        const Bytes16 third = load16(p + 2);
-        return (equals(first, 0xCC) & (equals(second, 0x86) | equals(second, 0x88))) |
-               (equals(first, 0xE3) & equals(second, 0x82) & (equals(third, 0x99) | equals(third, 0x9A)));
+    template <class At>
+    static Bytes16 match(const At &at) {
+        return between(at(0), 0xC0, 0xF7) & equals_masked<0xC0>(at(1), 0x80);
     }
 };
 
@@ -106,7 +85,7 @@ Utf8Scanner::Place Utf8Scanner::advance(Place from, const uint8_t *to, const uin
 }
 
 bool Utf8Scanner::is_eliminated(const uint8_t *p, const uint8_t *end) const {
-    return found.errors >= kTooManyErrors && (found.valid > 0 || find_pattern<Valid>(p, end) == end);
+    return found.errors >= kTooManyErrors && (found.valid > 0 || find_plain_pattern<Valid>(p, end) == end);
 }
 
 // A match counts only where scan() would begin a character.
@@ -117,14 +96,14 @@ const uint8_t *Utf8Scanner::watch(const uint8_t *p, const uint8_t *end, Wanted w
     const Place begin{p, base_};
     if (wanted.four_byte) {
         Place place = begin;
-        for (const uint8_t *at = p; (at = find_pattern<FourBytes>(at, end)) != end && four_byte == 0; ++at) {
+        for (const uint8_t *at = p; (at = find_pattern<FourBytePattern>(at, end)) != end && four_byte == 0; ++at) {
             place = place.p < at ? advance(place, at, end) : place;
-            four_byte += place.p == at && end - at >= FourBytes::kLength ? FourBytes::kLength : 0;
+            four_byte += place.p == at && end - at >= FourBytePattern::kLength ? FourBytePattern::kLength : 0;
         }
     }
     Place place = begin;
     if (wanted.decomposed) {
-        for (const uint8_t *at = p; (at = find_pattern<Marks>(at, end)) != end && decomposed == 0; ++at) {
+        for (const uint8_t *at = p; (at = find_pattern<Utf8MarkPattern>(at, end)) != end && decomposed == 0; ++at) {
             place = place.p < at ? advance(place, at, end) : place;
             const auto length = static_cast<ptrdiff_t>(utf8_length(*at));
             decomposed += place.p == at && place.base && end - at >= length ? 2 * length : 0;
@@ -203,7 +182,7 @@ struct Utf8Scanner::Tally {
 const uint8_t *Utf8Scanner::scan(const uint8_t *p, const uint8_t *end, bool last) {
     Tally tally{found, origin, four_byte, decomposed, base_, p};
     while (p < end) {
-        const OrdinaryRun run = ordinary_utf8_run(p, end);
+        const OrdinaryRun run = count_ordinary_utf8(p, end);
         const uint8_t *const close = close_look_end(p, run.end, end);
         tally.found.valid += run.valid;
         tally.found.kana += run.kana;
