@@ -1,26 +1,14 @@
 // What stands at a path.
-#include <sys/stat.h>
-
 #include "io/path.h"
 
-namespace {
+#include "core/files.h"
 
-enum PathKind : int32_t { kNothing = 0, kDirectory = 1, kRegularFile = 2, kOther = 9 };
-
-} // namespace
-
-int32_t __check_stat(const char *path) {
-    struct stat found;
-    if (stat(path, &found) != 0) {
-        return kNothing;
-    }
-    return S_ISREG(found.st_mode) ? kRegularFile : S_ISDIR(found.st_mode) ? kDirectory : kOther;
-}
+int32_t __check_stat(const char *path) { return jkc::kind_of(path); }
 
 namespace jkc {
 
 int32_t require_regular_file(const char *path) {
-    switch (__check_stat(path)) {
+    switch (kind_of(path)) {
     case kNothing:
         return JKC_ENOTEXISTS;
     case kRegularFile:

@@ -1,0 +1,75 @@
+#include "core/files.h"
+
+#include <sys/stat.h>
+
+#ifdef _WIN32
+#include <cerrno>
+#include <cstdlib>
+
+#include <windows.h>
+#endif
+
+namespace jkc {
+
+namespace {
+
+#ifdef _WIN32
+
+using Status = struct _stat64;
+
+// Calls `use` with the UTF-16 form of a UTF-8 path. Answers `otherwise`, with errno, when it has none or memory is short.
+template <class Use, class Result>
+Result with_wide(const char *path, Result otherwise, Use use) {
+    const int units = MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, path, -1, nullptr, 0);
+    if (units <= 0) {
+        errno = EILSEQ;
+        return otherwise;
+    }
+    auto *wide = static_cast<wchar_t *>(malloc(static_cast<size_t>(units) * sizeof(wchar_t)));
+    if (wide == nullptr) {
+        return otherwise; // errno is ENOMEM
+    }
+    MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, path, -1, wide, units);
+    const Result result = use(wide);
+    const int error = errno;
+    free(wide);
+    errno = error;
+    return result;
+}
+
+bool look_at(const char *path, Status &found) {
+    return with_wide(path, -1, [&found](const wchar_t *wide) { return _wstat64(wide, &found); }) == 0;
+}
+
+FILE *open_in_mode(const char *path, const wchar_t *mode) {
+    return with_wide(path, static_cast<FILE *>(nullptr), [mode](const wchar_t *wide) { return _wfopen(wide, mode); });
+}
+
+#define JKC_MODE_TEXT(text) L##text
+
+#else
+
+using Status = struct stat;
+
+bool look_at(const char *path, Status &found) { return stat(path, &found) == 0; }
+
+FILE *open_in_mode(const char *path, const char *mode) { return fopen(path, mode); }
+
+#define JKC_MODE_TEXT(text) text
+
+#endif
+
+} // namespace
+
+PathKind kind_of(const char *path) {
+    Status found;
+    if (!look_at(path, found)) {
+        return kNothing;
+    }
+    return S_ISREG(found.st_mode) ? kRegularFile : S_ISDIR(found.st_mode) ? kDirectory : kOther;
+}
+
+FILE *open_to_read(const char *path) { return open_in_mode(path, JKC_MODE_TEXT("rb")); }
+FILE *open_to_write(const char *path) { return open_in_mode(path, JKC_MODE_TEXT("wb")); }
+
+} // namespace jkc
