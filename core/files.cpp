@@ -4,7 +4,6 @@
 
 #ifdef _WIN32
 #include <cerrno>
-#include <cstdlib>
 
 #include <windows.h>
 #endif
@@ -17,24 +16,17 @@ namespace {
 
 using Status = struct _stat64;
 
-// Calls `use` with the UTF-16 form of a UTF-8 path. Answers `otherwise`, with errno, when it has none or memory is short.
+constexpr int kLongestPath = 4096; // in units of UTF-16, with the NUL
+
+// Calls `use` with the UTF-16 form of a UTF-8 path. Answers `otherwise`, with errno, when that has none or a longer one.
 template <class Use, class Result>
 Result with_wide(const char *path, Result otherwise, Use use) {
-    const int units = MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, path, -1, nullptr, 0);
-    if (units <= 0) {
-        errno = EILSEQ;
-        return otherwise;
+    wchar_t wide[kLongestPath];
+    if (MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, path, -1, wide, kLongestPath) > 0) {
+        return use(wide);
     }
-    auto *wide = static_cast<wchar_t *>(malloc(static_cast<size_t>(units) * sizeof(wchar_t)));
-    if (wide == nullptr) {
-        return otherwise; // errno is ENOMEM
-    }
-    MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, path, -1, wide, units);
-    const Result result = use(wide);
-    const int error = errno;
-    free(wide);
-    errno = error;
-    return result;
+    errno = GetLastError() == ERROR_INSUFFICIENT_BUFFER ? ENAMETOOLONG : EILSEQ;
+    return otherwise;
 }
 
 bool look_at(const char *path, Status &found) {
