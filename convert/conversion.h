@@ -6,22 +6,24 @@
 //   Decoder::kLongestStep    bytes that one step of fast() consumes at most
 //   Decoder::fast(p, o, e, steps)
 //                            one step without any check: kLookAhead bytes are visible at p, and the output has room.
-//                            Returns false, and does nothing, where step() must look closer. May take several steps
-//                            at once and lowers `steps` by the additional ones, never to 0. What calls the encoder
+//                            Returns false, and does nothing, where step() must look closer: it takes nothing that is
+//                            lost, so that losses concern step() alone. May take several steps at once and lowers `steps` by the additional ones, never to 0. What calls the encoder
 //                            twice counts as two, if two are left.
 //   Decoder::step(in, out, o, e)
 //                            one step with every check, one byte at least being visible
 //   Decoder::resting()       whether fast() may run now
 //   Decoder::stop(in, o, e)  the writer wants no more in good order: writes what comes before the closing sequence, and
 //                            returns the status with which the conversion ends
-// What an encoder must have is told in encoder_base.h.
+// What an encoder must have is told in encoder_base.h, what a decoder besides, to have its losses counted, in told_step.h.
 #pragma once
 
 #include <algorithm>
 #include <new>
 
 #include "convert/input.h"
+#include "convert/losses.h"
 #include "convert/output.h"
+#include "convert/sequences.h"
 #include "convert/unmappable.h"
 
 namespace jkc {
@@ -29,8 +31,11 @@ namespace jkc {
 // What a step says: go on, the conversion ends with `status`, or output must be handed over before the step goes on.
 enum class Flow : uint8_t { kNext, kEnd, kFull };
 
+constexpr uint32_t kGetaMark = 0x3013;
+
 // What most decoders have in common.
 struct DecoderBase {
+    static constexpr bool kCountsLosses = true;   // it has what told_step.h asks for
     static constexpr bool kClosesAfterEnd = true; // a writer's EUEXPEOD is the end of the data, not an error
 
     static bool resting() { return true; }
@@ -44,8 +49,25 @@ struct DecoderBase {
         return Flow::kEnd;
     }
 
+    // What most need in told_step.h.
+    static uint8_t *resume(uint8_t *o) { return o; }
+    template <class Encoder>
+    static void put_ascii(Input & /*in*/, uint8_t *& /*o*/, Encoder & /*e*/) {}
+    template <class Encoder>
+    static uint8_t *put_mark(uint8_t *o, Encoder &e, bool geta) {
+        return geta ? e.put(o, kGetaMark) : e.ascii(o, '?');
+    }
+    template <class Encoder>
+    static bool finish_pending(const Output & /*out*/, uint8_t *& /*o*/, Encoder & /*e*/) {
+        return true;
+    }
+
     int32_t status = 0;
 };
+
+// As Decoder::step() of the same state, for a conversion whose losses are counted: told_step.h.
+template <class Decoder, class Encoder>
+Flow told_step(Losses &losses, int64_t at, Decoder &d, Input &in, const Output &out, uint8_t *&o, Encoder &e);
 
 // Why a conversion stopped.
 enum class Stop : uint8_t {
@@ -82,8 +104,10 @@ private:
 template <class Decoder, class Encoder>
 class ConversionOf : public Conversion {
 public:
-    ConversionOf(JkcContext *ctx, uint8_t *area, const Encoder &encoder)
-        : Conversion(run_this, stop_this, Output(area, Encoder::kFlushAbove)), e_(encoder), d_(ctx) {}
+    // Without `losses` none are counted.
+    ConversionOf(JkcContext *ctx, uint8_t *area, const Encoder &encoder, Losses *losses)
+        : Conversion(run_this, stop_this, Output(area, Encoder::kFlushAbove)), ctx_(ctx), losses_(losses), e_(encoder),
+          d_(ctx) {}
 
     void write_bom() { o = e_.bom(o); }
 
@@ -96,6 +120,7 @@ private:
         Decoder d = self.d_;
         Input in = input;
         uint8_t *o = self.o;
+        Losses *const losses = self.losses_;
         Stop stop;
         for (;;) {
             if (!in.last && in.left() < Decoder::kLookAhead) {
@@ -111,7 +136,8 @@ private:
                 stop = Stop::kOutput;
                 break;
             }
-            size_t steps = in.left() < Decoder::kLookAhead || !d.resting()
+            const bool is_known = losses != nullptr && position_of(*self.ctx_, in.p) < losses->known_until;
+            size_t steps = in.left() < Decoder::kLookAhead || is_known || !d.resting()
                                ? 0
                                : std::min(out.safe_steps(o, Encoder::kLongestStep),
                                           (in.left() - Decoder::kLookAhead) / Decoder::kLongestStep + 1);
@@ -124,7 +150,7 @@ private:
             if (some && steps == 0) {
                 continue;
             }
-            const Flow flow = d.step(in, out, o, e);
+            const Flow flow = losses != nullptr ? self.told(in, o, d, e) : d.step(in, out, o, e);
             if (flow != Flow::kNext) {
                 stop = flow == Flow::kEnd ? Stop::kEnd : Stop::kOutput;
                 break;
@@ -138,16 +164,41 @@ private:
         return stop;
     }
 
+    // On copies, so that the loop can keep its own in registers.
+    [[gnu::always_inline]] Flow told(Input &in, uint8_t *&o, Decoder &d, Encoder &e) {
+        Input in_then = in;
+        uint8_t *o_then = o;
+        Encoder e_then = e;
+        Decoder d_then = d;
+        Flow flow = Flow::kNext;
+        if constexpr (Decoder::kCountsLosses) {
+            flow = told_step(*losses_, position_of(*ctx_, in.p), d_then, in_then, out, o_then, e_then);
+        }
+        in = in_then;
+        o = o_then;
+        e = e_then;
+        new (&d) Decoder(d_then);
+        return flow;
+    }
+
     static bool stop_this(Conversion &conversion, const Input &in) {
         auto &self = static_cast<ConversionOf &>(conversion);
         if (!Decoder::kClosesAfterEnd) {
             return false;
         }
-        self.status = self.d_.stop(in, self.o, self.e_);
+        if (self.losses_ != nullptr && !self.losses_->is_classic()) { // nothing is lost here
+            Encoder unused = self.e_;
+            uint8_t *o = self.o;
+            self.status = self.d_.stop(in, o, unused);
+        } else {
+            self.status = self.d_.stop(in, self.o, self.e_);
+        }
         self.o = self.e_.finish(self.o);
         return true;
     }
 
+    JkcContext *ctx_;
+    Losses *losses_;
     Encoder e_;
     Decoder d_;
 };
@@ -159,14 +210,14 @@ struct ConversionRoom {
 };
 
 // Makes a conversion in the room, whose output gathers in the area: behind a BOM where one is asked for.
-using MakeConversion = Conversion *(ConversionRoom &room, JkcContext *ctx, uint8_t *area, bool add_bom);
+using MakeConversion = Conversion *(ConversionRoom &room, JkcContext *ctx, uint8_t *area, bool add_bom, Losses *losses);
 
 template <class Decoder, class Encoder>
-Conversion *make_conversion(ConversionRoom &room, JkcContext *ctx, uint8_t *area, bool add_bom) {
+Conversion *make_conversion(ConversionRoom &room, JkcContext *ctx, uint8_t *area, bool add_bom, Losses *losses) {
     using Made = ConversionOf<Decoder, Encoder>;
     static_assert(sizeof(Made) <= ConversionRoom::kSize);
     static_assert(Encoder::kFlushAbove + 2 * Encoder::kLongestStep + 1 <= sizeof(JkcBlock), "the work area overflows");
-    auto *made = new (room.bytes) Made(ctx, area, Encoder(ctx));
+    auto *made = new (room.bytes) Made(ctx, area, Encoder(ctx), losses);
     if constexpr (Encoder::kIsUnicode) {
         if (add_bom) {
             made->write_bom();
@@ -176,3 +227,5 @@ Conversion *make_conversion(ConversionRoom &room, JkcContext *ctx, uint8_t *area
 }
 
 } // namespace jkc
+
+#include "convert/told_step.h"

@@ -20,13 +20,13 @@ public:
     static constexpr size_t kLongestStep = 2;
 };
 
-// Any answer of the writer but 0 ends a copy at once. kVisible code units are looked at together: 1 makes two line ends
-// of a CR LF that is cut.
-template <size_t kVisible>
+// Any answer of the writer but 0 ends a copy at once. One code unit is enough to go on: a CR LF that is cut makes two line
+// ends. Texts were always copied so.
 class ByteCopy : public DecoderBase {
 public:
-    static constexpr size_t kLookAhead = kVisible;
+    static constexpr size_t kLookAhead = 1;
     static constexpr size_t kLongestStep = 1;
+    static constexpr bool kCountsLosses = false;
     static constexpr bool kClosesAfterEnd = false;
 
     explicit ByteCopy(const JkcContext *ctx) : text_(*ctx) {}
@@ -53,11 +53,12 @@ private:
     AsciiText<RawBytes> text_;
 };
 
-template <class Order, size_t kVisible>
+template <class Order>
 class UnitCopy : public DecoderBase {
 public:
-    static constexpr size_t kLookAhead = 2 * kVisible;
+    static constexpr size_t kLookAhead = 2;
     static constexpr size_t kLongestStep = 2;
+    static constexpr bool kCountsLosses = false;
     static constexpr bool kClosesAfterEnd = false;
 
     explicit UnitCopy(const JkcContext *ctx)
@@ -105,27 +106,18 @@ private:
     bool keeps_line_ends_;
 };
 
-void write_front(Conversion &conversion, Front front) {
-    memcpy(conversion.o, front.bytes, sizeof front.bytes);
-    conversion.o += front.length;
-}
-
-// Calls make(copy, encoder) with what copies texts of the family. kVisible code units are looked at together; bytes are
-// handed over above kBytesFlushAbove.
-template <size_t kVisible, size_t kBytesFlushAbove, class Make>
+// Calls make(copy, encoder) with what copies texts of the family. Bytes are handed over above kBytesFlushAbove.
+template <size_t kBytesFlushAbove, class Make>
 auto with_copy_of(Family family, const JkcContext *ctx, Make make) {
     switch (family) {
     case Family::kUtf16Be:
-        return make(std::type_identity<UnitCopy<BigEndian, kVisible>>(), Utf16Encoder<BigEndian>(ctx));
+        return make(std::type_identity<UnitCopy<BigEndian>>(), Utf16Encoder<BigEndian>(ctx));
     case Family::kUtf16Le:
-        return make(std::type_identity<UnitCopy<LittleEndian, kVisible>>(), Utf16Encoder<LittleEndian>(ctx));
+        return make(std::type_identity<UnitCopy<LittleEndian>>(), Utf16Encoder<LittleEndian>(ctx));
     default:
-        return make(std::type_identity<ByteCopy<kVisible>>(), RawEncoder<kBytesFlushAbove>());
+        return make(std::type_identity<ByteCopy>(), RawEncoder<kBytesFlushAbove>());
     }
 }
-
-constexpr size_t kFlushAbove = 8159;
-constexpr size_t kBomFlushAbove = 8187; // where a BOM is added or removed
 
 template <size_t kBytesFlushAbove>
 int32_t copy_blocks(JkcContext *ctx, Family family, Front skipped, Front written) {
@@ -138,21 +130,11 @@ int32_t copy_blocks(JkcContext *ctx, Family family, Front skipped, Front written
     if (skipped.length > 0 && cursor.left() >= skipped.length && memcmp(cursor.p, skipped.bytes, skipped.length) == 0) {
         cursor.p += skipped.length;
     }
-    // A CR at a block's end is a line end of its own, whatever follows: texts were always copied so.
-    return with_copy_of<1, kBytesFlushAbove>(family, ctx, [&](auto copy, const auto &encoder) {
+    return with_copy_of<kBytesFlushAbove>(family, ctx, [&](auto copy, const auto &encoder) {
         ConversionOf<typename decltype(copy)::type, std::decay_t<decltype(encoder)>> conversion(ctx, area.bytes(),
-                                                                                                encoder);
+                                                                                                encoder, nullptr);
         write_front(conversion, written);
         return convert_blocks(ctx, cursor, conversion);
-    });
-}
-
-template <size_t kBytesFlushAbove>
-Conversion *make_copy(ConversionRoom &room, JkcContext *ctx, uint8_t *area, Family family) {
-    return with_copy_of<2, kBytesFlushAbove>(family, ctx, [&](auto copy, const auto &encoder) -> Conversion * {
-        using Made = ConversionOf<typename decltype(copy)::type, std::decay_t<decltype(encoder)>>;
-        static_assert(sizeof(Made) <= ConversionRoom::kSize);
-        return new (room.bytes) Made(ctx, area, encoder);
     });
 }
 
@@ -162,21 +144,18 @@ Family bom_family(int32_t code_type) {
     return is_unicode(family) ? family : Family::kUtf8;
 }
 
-Front bom_of_type(int32_t code_type) { return has_bom(code_type) ? bom_of(family_of(code_type)) : kNothing; }
-
 } // namespace
+
+void write_front(Conversion &conversion, Front front) {
+    memcpy(conversion.o, front.bytes, sizeof front.bytes);
+    conversion.o += front.length;
+}
+
+Front bom_of_type(int32_t code_type) { return has_bom(code_type) ? bom_of(family_of(code_type)) : kNothing; }
 
 Front front_of_copy(int32_t code_type) {
     const Family family = family_of(code_type);
     return family == Family::kJis ? Front{{kEsc, '(', 'B'}, 3} : bom_of(family);
-}
-
-Conversion *make_fed_copy(ConversionRoom &room, JkcContext *ctx, uint8_t *area, int32_t src_type, int32_t dst_type) {
-    const Family family = family_of(dst_type);
-    Conversion *made = src_type == dst_type ? make_copy<kFlushAbove>(room, ctx, area, family)
-                                            : make_copy<kBomFlushAbove>(room, ctx, area, family);
-    write_front(*made, bom_of_type(dst_type));
-    return made;
 }
 
 } // namespace jkc
@@ -190,17 +169,17 @@ int32_t _jkc_copy(JkcContext *ctx, int32_t code_type) {
     }
     // The judgement has taken a BOM off.
     const Front skipped = family == Family::kJis ? front_of_copy(code_type) : kNothing;
-    return copy_blocks<kFlushAbove>(ctx, family, skipped, bom_of_type(code_type));
+    return copy_blocks<kCopyFlushAbove>(ctx, family, skipped, bom_of_type(code_type));
 }
 
 // A BOM that the input still has is skipped, so that there is never a second one.
 int32_t _add_bom(JkcContext *ctx, int32_t dst_type) {
     using namespace jkc;
     const Family family = bom_family(dst_type);
-    return copy_blocks<kBomFlushAbove>(ctx, family, bom_of(family), bom_of(family));
+    return copy_blocks<kBomCopyFlushAbove>(ctx, family, bom_of(family), bom_of(family));
 }
 
 int32_t _delete_bom(JkcContext *ctx, int32_t dst_type) {
     using namespace jkc;
-    return copy_blocks<kBomFlushAbove>(ctx, bom_family(dst_type), kNothing, kNothing);
+    return copy_blocks<kBomCopyFlushAbove>(ctx, bom_family(dst_type), kNothing, kNothing);
 }

@@ -14,7 +14,16 @@ constexpr Front kNothing{{}, 0};
 // text starts anyway.
 Front front_of_copy(int32_t code_type);
 
-// A copy that sees its input without blocks, behind such a front.
-Conversion *make_fed_copy(ConversionRoom &room, JkcContext *ctx, uint8_t *area, int32_t src_type, int32_t dst_type);
+// What the output begins with.
+Front bom_of_type(int32_t code_type);
+void write_front(Conversion &conversion, Front front);
+
+// Pending bytes above which the output of a copy of bytes is handed over.
+constexpr size_t kCopyFlushAbove = 8159;
+constexpr size_t kBomCopyFlushAbove = 8187; // where a BOM is added or removed
+
+// A copy that sees its input without blocks, behind such a front, and counts losses.
+Conversion *make_fed_copy(ConversionRoom &room, JkcContext *ctx, uint8_t *area, int32_t src_type, int32_t dst_type,
+                          Losses *losses);
 
 } // namespace jkc

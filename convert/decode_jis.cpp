@@ -3,6 +3,7 @@
 
 #include "convert/ascii_text.h"
 #include "convert/legacy_decoder.h"
+#include "tables/other_codes.h"
 
 namespace jkc {
 
@@ -84,15 +85,20 @@ public:
 
     bool fast(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
         const uint8_t b = *p;
+        if (b == kEsc) {
+            return take_escape(p, steps);
+        }
         if (is_two_byte()) {
-            if (b == kEsc) {
+            const uint32_t c = table_.look_up(two_byte_code(p[0], p[1]));
+            uint8_t *written = kIsJis<Encoder> && c > 0xFFFF ? nullptr : put_character(o, e, c);
+            if (written == nullptr) [[unlikely]] {
                 return false;
             }
-            o = two_byte(o, e, p);
+            o = written;
             p += 2;
             return true;
         }
-        if (set_ == kKatakana || shifted_out_ || b == kEsc || b == kSo || b == kSi || !is_ascii(b)) {
+        if (set_ == kKatakana || shifted_out_ || b == kSo || b == kSi || !is_ascii(b)) {
             return false;
         }
         text_.take(p, o, e, steps);
@@ -137,7 +143,75 @@ public:
         return Flow::kNext;
     }
 
+    // --- For told_step.h. ---
+
+    Sequence look(const uint8_t *p, size_t left, const Losses &losses) {
+        Sequence seen = look_at_jis(p, left, {set_, is_out_});
+        if (*p == kSo || *p == kSi || *p == kEsc) {
+            is_out_ = *p == kSo ? is_out_ || seen.kind == Sequence::kPlain : is_out_ && seen.kind != Sequence::kPlain;
+        }
+        if (seen.kind == Sequence::kCharacter && seen.length == 2) {
+            look_up(p, losses, seen);
+        }
+        if (!losses.is_classic()) {
+            return seen;
+        }
+        if (seen.kind == Sequence::kAscii) {
+            return is_out_ && !shifted_out_ ? plain(1) : jkc::ill_formed(1);
+        }
+        if (seen.kind == Sequence::kCharacter && is_out_ && !(kShiftsToKatakana && shifted_out_)) {
+            seen.kind = Sequence::kUnmappable; // it becomes a letter
+        }
+        return seen;
+    }
+    bool resting() const { return !is_out_; }
+    size_t classic_length(const uint8_t *p, size_t left) const {
+        if (*p == kEsc) {
+            const SeenEscape seen = read_escape(p, left);
+            return seen.kind == SeenEscape::kTruncated ? left : size_t{seen.length};
+        }
+        return is_two_byte() ? std::min<size_t>(2, left) : 1;
+    }
+    // Null also for what is below U+0080, which no two bytes stand for: the table has the single bytes too.
+    uint8_t *put_character(uint8_t *o, Encoder &e, uint32_t c) const {
+        if (c > 0xFFFF) [[unlikely]] {
+            return e.put_supplementary(o, c);
+        }
+        if (c < 0x80) [[unlikely]] {
+            return nullptr;
+        }
+        if constexpr (!Encoder::kIsUnicode) {
+            if (is_half_width_katakana(c)) [[unlikely]] {
+                return e.katakana(o, sjis_katakana_byte(c));
+            }
+        }
+        return e.put(o, c);
+    }
+    void put_ascii(Input &in, uint8_t *&o, Encoder &e) const {
+        const uint8_t *p = in.p;
+        size_t one = 1;
+        text_.take(p, o, e, one, in.left() > 1);
+        in.p = p;
+    }
+
 private:
+    // Between SO and SI.
+    static constexpr bool kShiftsToKatakana = !Encoder::kIsUnicode && !kIsJis<Encoder>;
+
+    void look_up(const uint8_t *p, const Losses &losses, Sequence &seen) const {
+        const uint32_t code = two_byte_code(p[0], p[1]);
+        seen.c = table_.look_up(code);
+        if (seen.c == 0 && losses.knows_all_codes() && ctx_.jis_src_table == _jis2unibe50221_table) {
+            seen.c = other_jis_code(code);
+            seen.kind = Sequence::kToldOnly;
+        }
+        if (seen.c == 0) {
+            seen = {Sequence::kUnmappable, 2, kNoCharacter};
+        } else if (seen.c > 0xFFFF && kIsJis<Encoder> && losses.is_classic()) {
+            seen.kind = Sequence::kUnmappable;
+        }
+    }
+
     // A Unicode target leaves out a code without a character only when the option is exactly 1.
     static bool drops_lost(const JkcContext &ctx) {
         return Encoder::kIsUnicode ? ctx.suppress == 1 : ctx.suppress != 0;
@@ -202,6 +276,25 @@ private:
         in.p += length;
     }
 
+    void designate(JisDesignation set) {
+        shifted_out_ = false;
+        set_ = set;
+        select_plane(ctx_, set_);
+        table_.load(ctx_);
+    }
+
+    // A known one, which takes the bytes of two steps.
+    bool take_escape(const uint8_t *&p, size_t &steps) {
+        const SeenEscape seen = read_escape(p, kLookAhead);
+        if (seen.kind != SeenEscape::kKnown) {
+            return false;
+        }
+        designate(seen.set);
+        p += seen.length;
+        steps -= steps > 1 ? 1 : 0;
+        return true;
+    }
+
     Flow escape(Input &in, uint8_t *&o, Encoder &e) {
         const SeenEscape seen = read_escape(in.p, in.left());
         switch (seen.kind) {
@@ -213,9 +306,7 @@ private:
             // A conversion from JIS to JIS ends at an ESC that begins no sequence.
             return kIsJis<Encoder> && seen.length == 1 ? end(JKC_SUCCESS) : Flow::kNext;
         default:
-            set_ = seen.set;
-            select_plane(ctx_, set_);
-            table_.load(ctx_);
+            designate(seen.set);
             in.p += seen.length;
             return Flow::kNext;
         }
@@ -228,6 +319,7 @@ private:
     bool drops_lost_;
     JisDesignation set_ = kAscii;
     bool shifted_out_ = false;
+    bool is_out_ = false; // the same for look(): what is no katakana does not end it
 };
 
 template <class Encoder>

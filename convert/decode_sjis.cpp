@@ -19,30 +19,58 @@ public:
         if (is_ascii(b)) {
             text_.take(p, o, e, steps);
         } else if (is_sjis_katakana(b)) {
-            o = katakana(p, o, e);
+            uint8_t *written = katakana(*p, o, e);
+            if (written == nullptr) [[unlikely]] {
+                return false;
+            }
+            o = written;
             ++p;
         } else {
-            const uint32_t code = two_byte_code(p[0], p[1]);
-            o = write_character(ctx_, o, e, table_[code], {code, code, p}, suppress_);
+            uint8_t *written = put_found(o, e, table_[two_byte_code(p[0], p[1])]);
+            if (written == nullptr) [[unlikely]] {
+                return false;
+            }
+            o = written;
             p += 2;
         }
         return true;
     }
 
     Flow step(Input &in, const Output & /*out*/, uint8_t *&o, Encoder &e) {
-        return take_last_character(*this, text_, is_sjis_katakana(*in.p) ? 1 : 2, in, o, e);
+        return take_one_character(*this, text_, length_at(*in.p), in, o, e);
     }
 
-private:
-    uint8_t *katakana(const uint8_t *p, uint8_t *o, Encoder &e) {
-        if constexpr (Encoder::kIsUnicode) {
-            uint32_t c = table_[*p];
-            if (c == 0) [[unlikely]] {
-                c = replacement_for(ctx_, {*p, *p, p}); // `suppress` does not apply
-            }
-            return e.put(o, c);
+    // The character at p, which is not ASCII.
+    void take(const uint8_t *&p, uint8_t *&o, Encoder &e) {
+        if (is_sjis_katakana(*p)) {
+            uint8_t *written = katakana(*p, o, e);
+            // `suppress` does not apply.
+            o = written != nullptr ? written : e.put(o, replacement_for(ctx_, {*p, *p, p}));
+            ++p;
         } else {
-            return e.katakana(o, *p);
+            const uint32_t code = two_byte_code(p[0], p[1]);
+            o = write_character(ctx_, o, e, table_[code], {code, code, p}, suppress_);
+            p += 2;
+        }
+    }
+
+    // --- For told_step.h. ---
+
+    Sequence look(const uint8_t *p, size_t left, const Losses &losses) const {
+        return look_at_sjis(p, left, ctx_, losses.knows_all_codes());
+    }
+    static size_t classic_length(const uint8_t *p, size_t left) { return std::min(length_at(*p), left); }
+    static uint8_t *put_character(uint8_t *o, Encoder &e, uint32_t c) { return put_character_of_any_width(o, e, c); }
+
+private:
+    static size_t length_at(uint8_t b) { return is_ascii(b) || is_sjis_katakana(b) ? 1 : 2; }
+
+    // Null where a table of the caller's has no character.
+    uint8_t *katakana(uint8_t b, uint8_t *o, Encoder &e) const {
+        if constexpr (Encoder::kIsUnicode) {
+            return table_[b] != 0 ? e.put(o, table_[b]) : nullptr;
+        } else {
+            return e.katakana(o, b);
         }
     }
 

@@ -57,8 +57,13 @@ public:
         if (!stands_alone(unit)) [[unlikely]] {
             return false;
         }
-        for (;;) {
-            o = character(o, e, unit, p);
+        for (bool some = false;; some = true) {
+            uint8_t *written = write(o, e, unit);
+            if (written == nullptr) [[unlikely]] {
+                steps += some ? 1 : 0; // the caller counts one
+                return some;
+            }
+            o = written;
             p += 2;
             unit = Order::unit(p);
             if (steps == 1 || unit < 0x80 || !stands_alone(unit)) {
@@ -91,6 +96,25 @@ public:
         return Flow::kNext;
     }
 
+    // --- For told_step.h. ---
+
+    Sequence look(const uint8_t *p, size_t left, const Losses & /*losses*/) const {
+        if (left < 2) {
+            return truncated(left);
+        }
+        const uint32_t unit = Order::unit(p);
+        if (is_surrogate(unit)) {
+            return look_at_surrogate<Order>(p, left);
+        }
+        const uint32_t composed =
+            composes_ && left >= 4 ? compose(unit, ctx_.uni_def_table[unit], Order::unit(p + 2)) : 0;
+        return unit < 0x80 ? plain(2) : composed != 0 ? jkc::character(4, composed) : jkc::character(2, unit);
+    }
+    static size_t classic_length(const uint8_t * /*p*/, size_t left) { return std::min<size_t>(2, left); }
+    static uint8_t *put_character(uint8_t *o, Encoder &e, uint32_t c) {
+        return c > 0xFFFF ? e.put_supplementary(o, c) : Encoder::is_lossy(c) ? nullptr : write(o, e, c);
+    }
+
 private:
     // Within UTF-16 surrogates are copied one by one.
     static bool needs_a_partner(uint32_t unit) { return !kIsUtf16<Encoder> && is_high_surrogate(unit); }
@@ -98,14 +122,14 @@ private:
     // Takes code units eight at a time, as long as each is a character and some are not ASCII. Returns whether it took
     // any.
     bool take_mixed(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
-        if (composes_) {
+        if (composes_ || steps <= kUnits || (!kIsUtf16<Encoder> && is_all_ascii(load8<Order>(p)))) {
             return false;
         }
         const size_t before = steps;
         Encoder local = e; // a copy that no store into the output can alias
         while (steps > kUnits) {
             const Units8 units = load8<Order>(p);
-            const bool ascii = !kIsUtf16<Encoder> && !any_unit(~units_between(units, 0, 0x7F));
+            const bool ascii = !kIsUtf16<Encoder> && is_all_ascii(units);
             if (ascii || any_unit(stops(units))) {
                 break;
             }
@@ -113,9 +137,18 @@ private:
                 o = e.units(o, units);
                 p += kWide;
             } else {
-                for (size_t i = 0; i < kUnits; ++i) {
-                    o = character(o, local, Order::unit(p), p);
+                size_t taken = 0;
+                for (; taken < kUnits; ++taken) {
+                    uint8_t *written = write(o, local, Order::unit(p));
+                    if (written == nullptr) [[unlikely]] {
+                        break;
+                    }
+                    o = written;
                     p += 2;
+                }
+                if (taken < kUnits) [[unlikely]] {
+                    steps -= taken;
+                    break;
                 }
             }
             steps -= kUnits;
@@ -127,20 +160,31 @@ private:
         ++steps; // the caller counts one
         return true;
     }
+    static bool is_all_ascii(Units8 units) { return !any_unit(~units_between(units, 0, 0x7F)); }
     Units8 stops(Units8 units) const {
         const Units8 line_ends = text_.keeps_line_ends() ? Units8{} : units_equal(units, kLf) | units_equal(units, kCr);
-        return kIsUtf16<Encoder> ? line_ends : line_ends | units_equal_masked<0xFC00>(units, 0xD800);
+        Units8 lossy = units_equal_masked<0xF800>(units, 0xD800);
+        if constexpr (!Encoder::kIsUnicode && !std::is_same_v<Encoder, JisEncoder>) {
+            lossy |= units_between(units, 0x80, 0x9F); // unmappable, or is_lossy()
+        }
+        if constexpr (std::is_same_v<Encoder, SjisEncoder>) {
+            lossy |= units_equal_masked<0xFFFC>(units, 0xF8F0);
+        }
+        return line_ends | lossy;
     }
 
+    // Whether the code unit is a character, and one that does not compose, of which write() tells whether it is lost.
     bool stands_alone(uint32_t unit) const {
-        return !needs_a_partner(unit) && !(composes_ && (ctx_.uni_def_table[unit] & kAnyBase) != 0);
+        return !is_surrogate(unit) && !Encoder::is_lossy(unit) &&
+               !(composes_ && (ctx_.uni_def_table[unit] & kAnyBase) != 0);
     }
 
     uint8_t *character(uint8_t *o, Encoder &e, uint32_t c, const uint8_t *p) {
-        if (uint8_t *written = write(o, e, c)) [[likely]] {
-            return written;
+        uint8_t *written = write(o, e, c);
+        if (written == nullptr) {
+            written = e.put_lossy(o, c);
         }
-        return unmappable(o, e, c, p);
+        return written != nullptr ? written : unmappable(o, e, c, p);
     }
 
     // A character that is unmappable in the target.

@@ -73,14 +73,18 @@ public:
             return true;
         }
         if (is_three_byte(get_four_bytes(p))) [[likely]] {
-            return take_three_byte_run(p, o, e, steps);
+            return composes_ ? take_three_byte_run<true>(p, o, e, steps) : take_three_byte_run<false>(p, o, e, steps);
         }
-        if ((p[0] & 0xE0) == 0xC0 && is_trail(p[1])) {
+        if ((p[0] & 0xE0) == 0xC0 && p[0] >= kLowestLead && is_trail(p[1])) {
             const uint32_t c = utf8_code_point(p[0], p[1]);
-            if (composes_ && (class_of(c) & kCyrillicBase) != 0) {
+            if ((composes_ && (class_of(c) & kCyrillicBase) != 0) || (kIsJis && c == kYenSign)) {
                 return false;
             }
-            o = character(o, e, c, p, 2);
+            uint8_t *written = put_raw(o, e, c, p, 2);
+            if (written == nullptr) [[unlikely]] {
+                return false;
+            }
+            o = written;
             p += 2;
             return true;
         }
@@ -118,7 +122,41 @@ public:
         return JKC_SUCCESS;
     }
 
+    // --- For told_step.h. ---
+
+    Sequence look(const uint8_t *p, size_t left, const Losses & /*losses*/) const {
+        Sequence seen = look_at_utf8(p, left);
+        if (seen.kind == Sequence::kCharacter && composes_ && seen.length < 4 && left >= size_t{2} * seen.length) {
+            const uint32_t composed = composed_with(seen.c, p + seen.length, seen.length);
+            if (composed != 0) {
+                seen = jkc::character(size_t{2} * seen.length, composed);
+            }
+        }
+        return seen;
+    }
+    static size_t classic_length(const uint8_t *p, size_t left) {
+        const size_t length = length_at(p, left);
+        return length == kTruncated ? left : std::max<size_t>(length, 1);
+    }
+    static uint8_t *put_character(uint8_t *o, Encoder &e, uint32_t c) {
+        if constexpr (kIsJis) {
+            if (c == kYenSign && e.entry(c) > 0xFF) {
+                return nullptr; // a code of two bytes in a set of single ones
+            }
+        }
+        return c > 0xFFFF ? e.put_supplementary(o, c) : write(o, e, c);
+    }
+    bool finish_pending(const Output &out, uint8_t *&o, Encoder &e) {
+        return ill_formed_ == 0 || write_ill_formed(out, o, e);
+    }
+
 private:
+    static constexpr bool kIsJis = std::is_same_v<Encoder, JisEncoder>;
+    static constexpr uint8_t kLowestLead = 0xC2; // C0 and C1 would begin overlong forms of ASCII
+
+    // Whether three bytes may not stand for it: an overlong form or a surrogate.
+    static bool is_ill_formed(uint32_t c) { return c - 0x800 >= 0xD800 - 0x800 && (c < 0x800 || is_surrogate(c)); }
+
     // Of four bytes from the start of a character on.
     static bool is_three_byte(uint32_t bytes) { return (bytes & 0xC0C0F0) == 0x8080E0; }
     static uint32_t three_byte_code_point(uint32_t bytes) {
@@ -126,15 +164,20 @@ private:
     }
 
     // Takes the three-byte character at p and those behind it that do not compose. Returns whether it took any.
+    template <bool kComposes>
     bool take_three_byte_run(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
         const uint8_t *const begin = p;
         Encoder local = e; // a copy that no store into the output can alias
         for (uint32_t bytes = get_four_bytes(p); is_three_byte(bytes); bytes = get_four_bytes(p)) {
             const uint32_t c = three_byte_code_point(bytes);
-            if (composes_ && (class_of(c) & kKanaBase) != 0) {
+            if (is_ill_formed(c) || (kComposes && (class_of(c) & kKanaBase) != 0)) [[unlikely]] {
                 break;
             }
-            o = character(o, local, c, p, 3);
+            uint8_t *written = put_raw(o, local, c, p, 3);
+            if (written == nullptr) [[unlikely]] {
+                break;
+            }
+            o = written;
             p += 3;
             if (--steps == 0) {
                 break;
@@ -214,7 +257,16 @@ private:
 
     uint16_t class_of(uint32_t c) const { return c < ctx_.uni_def_count ? ctx_.uni_def_table[c] : uint16_t{0}; }
 
-    // The character of `length` bytes at p.
+    // The character of `length` bytes at p; null when it is lost.
+    static uint8_t *put_raw(uint8_t *o, Encoder &e, uint32_t c, const uint8_t *p, size_t length) {
+        if constexpr (std::is_same_v<Encoder, Utf8Encoder>) {
+            return e.raw(o, p, length);
+        } else {
+            return write(o, e, c);
+        }
+    }
+
+    // The same, also with a loss.
     uint8_t *character(uint8_t *o, Encoder &e, uint32_t c, const uint8_t *p, size_t length) {
         if constexpr (std::is_same_v<Encoder, Utf8Encoder>) {
             return e.raw(o, p, length); // also an overlong form or a surrogate
@@ -224,10 +276,11 @@ private:
     }
 
     uint8_t *composed_character(uint8_t *o, Encoder &e, uint32_t c, const uint8_t *p) {
-        if (uint8_t *written = write(o, e, c)) [[likely]] {
-            return written;
+        uint8_t *written = write(o, e, c);
+        if (written == nullptr) {
+            written = e.put_lossy(o, c);
         }
-        return write_replacement(o, e, position_of(ctx_, p), c);
+        return written != nullptr ? written : write_replacement(o, e, position_of(ctx_, p), c);
     }
 
     uint8_t *supplementary(uint8_t *o, Encoder &e, const uint8_t *p) {

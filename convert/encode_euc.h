@@ -32,15 +32,24 @@ public:
     // Writes a BMP character; null, with nothing written, when it is unmappable.
     uint8_t *put(uint8_t *o, uint32_t c) {
         uint32_t code = look_up(c);
+        if (code - 1 < 0xFF) [[unlikely]] {
+            return is_lossy(c) ? nullptr : write(o, code);
+        }
         if (code == 0) [[unlikely]] {
-            if constexpr (kCascade == Cascade::kVariants) {
-                code = try_variants(c);
-            }
+            code = is_lossy(c) ? 0 : try_variants(c);
             if (code == 0) {
                 return nullptr;
             }
         }
         return write(o, code);
+    }
+    // C1 control characters become single bytes, which begin no character. A variant that has one is selected all the
+    // same.
+    static constexpr bool is_lossy(uint32_t c) { return c >= 0x80 && c <= 0x9F; }
+    uint8_t *put_lossy(uint8_t *o, uint32_t c) {
+        uint32_t code = is_lossy(c) ? look_up(c) : 0;
+        code = code == 0 && is_lossy(c) ? try_variants(c) : code;
+        return code != 0 ? write(o, code) : nullptr;
     }
 
     // As put(), for text in which ASCII, which needs no table, and other characters alternate.
@@ -86,7 +95,7 @@ private:
     // In this order. The first that has the character stays selected, so that a text is written in one variant from then
     // on.
     [[gnu::cold]] uint32_t try_variants(uint32_t c) {
-        if (table_ != _unibe2euccommon_table) {
+        if (kCascade == Cascade::kNone || table_ != _unibe2euccommon_table) {
             return 0;
         }
         for (const int32_t type : {JKC_TYPE_EUC_20932, JKC_TYPE_EUC_51932, JKC_TYPE_EUC_MS, JKC_TYPE_EUC}) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "convert/byte_encoder.h"
+#include "core/bytes.h"
 
 namespace jkc {
 
@@ -23,11 +24,14 @@ public:
             o[1] = static_cast<uint8_t>(code);
             return o + 2;
         }
-        if (code == 0) {
-            return nullptr;
-        }
-        *o = static_cast<uint8_t>(code);
-        return o + 1;
+        const auto byte = static_cast<uint8_t>(code);
+        return code != 0 && (is_ascii(byte) || is_sjis_katakana(byte)) ? ascii(o, byte) : nullptr;
+    }
+    // U+0080 and four private-use characters become single bytes that begin no character, or are none.
+    static constexpr bool is_lossy(uint32_t c) { return c == 0x80 || (c >= 0xF8F0 && c <= 0xF8F3); }
+    uint8_t *put_lossy(uint8_t *o, uint32_t c) {
+        const uint32_t code = c < count_ ? table_[c] : 0;
+        return code != 0 ? ascii(o, static_cast<uint8_t>(code)) : nullptr;
     }
 
     // As put(), for text in which ASCII, which needs no table, and other characters alternate.
@@ -39,7 +43,10 @@ public:
 
     // The replacement that the table has in the entry of U+0000, or 0.
     uint32_t table_replacement() const { return count_ > 0 ? table_[0] : 0; }
-    uint8_t *put_table_replacement(uint8_t *o) { return put(o, 0); }
+    uint8_t *put_table_replacement(uint8_t *o) {
+        uint8_t *written = put(o, 0);
+        return written != nullptr ? written : put_lossy(o, 0);
+    }
 
 private:
     const uint16_t *table_;

@@ -11,7 +11,10 @@
 //   ascii(o, b)              an ASCII character
 //   ascii_wide(o, text)      sixteen of them behind ascii(); may be taken back in part
 //   line_end(o, end)         a line end of none to two bytes
-//   put(o, c)                a BMP character that is not ASCII; null, with nothing written, when it is unmappable
+//   put(o, c)                a BMP character that is not ASCII; null, with nothing written, when it is unmappable, or when
+//                            what the table has for it would not be read as a character
+//   put_lossy(o, c)          when put() answers null: what the table has all the same, or null
+//   is_lossy(c)              whether put_mixed() does not tell such a character
 //   put_mixed(o, c)          the same, for ASCII too
 //   put_supplementary(o, c)  a character beyond the BMP; null as above
 //   katakana(o, b)           a half-width katakana by its Shift_JIS byte (legacy targets)
@@ -39,6 +42,8 @@ public:
     static constexpr size_t kAsciiWidth = 1;
 
     static uint8_t *put_supplementary(uint8_t * /*o*/, uint32_t /*c*/) { return nullptr; }
+    static uint8_t *put_lossy(uint8_t * /*o*/, uint32_t /*c*/) { return nullptr; }
+    static constexpr bool is_lossy(uint32_t /*c*/) { return false; }
     static uint8_t *raw(uint8_t *o, const uint8_t *p, size_t length) {
         memcpy(o, p, length);
         return o + length;

@@ -22,6 +22,6 @@ using utf8 = Utf8Encoder;
 // For the lists JKC_CONVERTERS_FROM_...(): defines what makes the conversion of a route. jkc::<source>_to must be there.
 #define JKC_DEFINE_MAKER(source, target)                                                                               \
     jkc::Conversion *jkc::JKC_MAKER(source, target)(ConversionRoom & room, JkcContext * ctx, uint8_t * area,           \
-                                                    bool add_bom) {                                                    \
-        return source##_to<encoders::target>(room, ctx, area, add_bom);                                                \
+                                                    bool add_bom, Losses *losses) {                                    \
+        return source##_to<encoders::target>(room, ctx, area, add_bom, losses);                                        \
     }

@@ -37,6 +37,7 @@ JkcConverterOptions read_options(const JkcConverterOptions *given) {
 
 struct JkcConverter {
     JkcContext ctx; // has no blocks
+    jkc::Losses losses;
     int32_t src_type;
     int32_t dst_type;
     jkc::Conversion *conversion; // in `room`; null: the front of the text has not been looked at
@@ -63,12 +64,14 @@ bool is_copy(const JkcConverter &c) {
 void start_conversion(JkcConverter &c) {
     select_source_tables(c.ctx, c.src_type);
     select_target_tables(c.ctx, c.dst_type);
-    c.conversion = is_copy(c) ? make_fed_copy(c.room, &c.ctx, c.area, c.src_type, c.dst_type)
-                              : find_route(c.src_type, c.dst_type)(c.room, &c.ctx, c.area, has_bom(c.dst_type));
+    c.conversion = is_copy(c)
+                       ? make_fed_copy(c.room, &c.ctx, c.area, c.src_type, c.dst_type, &c.losses)
+                       : find_route(c.src_type, c.dst_type)(c.room, &c.ctx, c.area, has_bom(c.dst_type), &c.losses);
 }
 
 void reset(JkcConverter &c) {
     reset_unmappable(c.ctx);
+    c.losses.reset();
     c.ctx.read_offset = 0;
     c.conversion = nullptr;
     c.stop = Stop::kInput;
@@ -96,6 +99,7 @@ public:
         }
         if (seen == front.length) {
             drop_held(seen);
+            c_.ctx.read_offset = is_unicode(family_of(c_.src_type)) ? 0 : static_cast<int64_t>(seen);
         }
         return seen == front.length;
     }
@@ -237,13 +241,17 @@ int32_t jkc_converter_create(JkcConverter **converter, int32_t src_type, int32_t
     if (!is_line_type(wanted.line_type)) {
         return JKC_ELTYPE;
     }
+    if (wanted.on_loss > JKC_ON_LOSS_ESCAPE) {
+        return JKC_EIOMODE;
+    }
     auto *c = static_cast<JkcConverter *>(calloc(1, sizeof(JkcConverter)));
     if (c == nullptr) {
         return JKC_EALLOC;
     }
     set_defaults(c->ctx);
     c->ctx.mode = wanted.line_type;
-    c->ctx.suppress = wanted.suppress;
+    c->losses.init(wanted);
+    c->ctx.suppress = c->losses.is_classic() ? wanted.suppress : 0;
     c->ctx.utfmac_to = c->ctx.utfmac_exists = wanted.compose != 0;
     c->ctx.srg_exists = wanted.jis_2004 != 0;
     c->src_type = without_ascii(src_type);
@@ -292,7 +300,13 @@ int32_t jkc_converter_run(JkcConverter *converter, const uint8_t **in, size_t *i
 
 void jkc_converter_losses(const JkcConverter *converter, JkcConverterLosses *losses) {
     const JkcContext &ctx = converter->ctx;
-    const JkcConverterLosses told = {losses->size,          ctx.nochar_count, ctx.first_nochar_index,
-                                     ctx.last_nochar_index, ctx.first_nochar, ctx.last_nochar};
+    JkcConverterLosses told = {};
+    told.size = losses->size;
+    converter->losses.tell(told);
+    told.nochar_count = ctx.nochar_count;
+    told.first_nochar_offset = ctx.first_nochar_index;
+    told.last_nochar_offset = ctx.last_nochar_index;
+    told.first_nochar = ctx.first_nochar;
+    told.last_nochar = ctx.last_nochar;
     memcpy(losses, &told, std::min(losses->size, sizeof told));
 }

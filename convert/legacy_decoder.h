@@ -26,6 +26,18 @@ inline uint32_t replacement_for(JkcContext &ctx, const SourceCode &code) {
     return kQuestionMark;
 }
 
+// A character that is put without a loss; null for any other.
+template <class Encoder>
+inline uint8_t *put_found(uint8_t *o, Encoder &e, uint32_t c) {
+    const bool is_lost = c <= kQuestionMark || (std::is_same_v<Encoder, JisEncoder> && is_high_surrogate(c));
+    return is_lost ? nullptr : e.put(o, c);
+}
+template <class Encoder>
+inline uint8_t *put_any(uint8_t *o, Encoder &e, uint32_t c) {
+    uint8_t *written = e.put(o, c);
+    return written != nullptr ? written : e.put_lossy(o, c);
+}
+
 // With a table as target, `suppress` drops every question mark, also one that stood in the text.
 template <class Encoder>
 inline uint8_t *write_character(JkcContext &ctx, uint8_t *o, Encoder &e, uint32_t c, const SourceCode &code,
@@ -36,7 +48,7 @@ inline uint8_t *write_character(JkcContext &ctx, uint8_t *o, Encoder &e, uint32_
     if (c == kQuestionMark && suppress) [[unlikely]] {
         return o;
     }
-    if (uint8_t *written = e.put(o, c)) [[likely]] {
+    if (uint8_t *written = put_any(o, e, c)) {
         return written;
     }
     record_unmappable(ctx, code.p, lossy_unmappable_code(c));
@@ -68,22 +80,33 @@ inline uint8_t *write_character(JkcContext &ctx, uint8_t *o, JisEncoder &e, uint
     if (is_high_surrogate(c)) [[unlikely]] {
         return suppress ? o : write_in_jisx0208(ctx, o, e, 0, 0, code.p);
     }
-    if (uint8_t *written = e.put(o, c)) [[likely]] {
+    if (uint8_t *written = put_any(o, e, c)) {
         return written;
     }
     return suppress ? o : write_in_jisx0208(ctx, o, e, c, c, code.p);
 }
 
-// One step near the end of the input, where less than Decoder::kLookAhead is visible. A character at in.p that is not
-// ASCII needs `needed` bytes, and fast() must take it then.
+// For told_step.h.
+template <class Encoder>
+uint8_t *put_character_of_any_width(uint8_t *o, Encoder &e, uint32_t c) {
+    if constexpr (!Encoder::kIsUnicode) {
+        if (is_half_width_katakana(c)) {
+            return e.katakana(o, sjis_katakana_byte(c));
+        }
+    }
+    return c > 0xFFFF ? e.put_supplementary(o, c) : e.put(o, c);
+}
+
+// One step with every check. A character at in.p that is not ASCII needs `needed` bytes, and take() takes it then, also
+// with a loss.
 template <class Decoder, class Encoder>
-Flow take_last_character(Decoder &d, const AsciiText<Bytes> &text, size_t needed, Input &in, uint8_t *&o, Encoder &e) {
+Flow take_one_character(Decoder &d, const AsciiText<Bytes> &text, size_t needed, Input &in, uint8_t *&o, Encoder &e) {
     const uint8_t *p = in.p;
     size_t one = 1;
     if (is_ascii(*p)) {
         text.take(p, o, e, one, in.left() > 1);
     } else if (in.left() >= needed) {
-        d.fast(p, o, e, one);
+        d.take(p, o, e);
     } else {
         return d.end(JKC_EUEXPEOD);
     }

@@ -11,6 +11,12 @@ namespace {
 
 constexpr size_t kTerminator = 2; // NUL bytes behind the output
 
+// What a legacy target can need for a byte of the text: a plane 2 character in two bytes of JIS becomes &#x20000;, and in
+// JIS a geta mark, in a copy, stands between two designations.
+constexpr size_t kEscapePerByte = kLongestEscape / 2;
+constexpr size_t kLongestMark = 8;
+static_assert(kEscapePerByte >= encoders::euc::kLongestStep && kLongestMark >= encoders::jis::kLongestStep);
+
 // Memory that grows as output comes.
 class GrowingBuffer {
 public:
@@ -122,14 +128,12 @@ size_t jkc_converter_bound(int32_t dst_type, size_t length) {
     size_t longest = 0;
     switch (family_of(dst_type)) {
     case Family::kJis:
-        longest = encoders::jis::kLongestStep;
+        longest = kLongestMark;
         break;
     case Family::kAscii:
     case Family::kSjis:
-        longest = encoders::sjis::kLongestStep;
-        break;
     case Family::kEuc:
-        longest = encoders::euc::kLongestStep;
+        longest = kEscapePerByte;
         break;
     case Family::kUtf16Be:
     case Family::kUtf16Le:

@@ -14,6 +14,8 @@ public:
     uint8_t *begin() const { return area_; }
     size_t pending(const uint8_t *o) const { return static_cast<size_t>(o - area_); }
     bool full(const uint8_t *o) const { return pending(o) > flush_above_; }
+    // Whether so many bytes can be written before it is full.
+    bool has_room(const uint8_t *o, size_t length) const { return pending(o) + length <= flush_above_; }
 
     // Steps of at most `longest` bytes that can each begin without being full.
     size_t safe_steps(const uint8_t *o, size_t longest) const {

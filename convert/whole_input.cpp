@@ -58,7 +58,7 @@ int32_t convert_all(JkcContext *ctx, MakeConversion *make, bool add_bom) {
     }
     BlockCursor cursor(ctx);
     ConversionRoom room;
-    return convert_blocks(ctx, cursor, *make(room, ctx, area.bytes(), add_bom));
+    return convert_blocks(ctx, cursor, *make(room, ctx, area.bytes(), add_bom, nullptr));
 }
 
 } // namespace jkc

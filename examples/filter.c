@@ -32,9 +32,9 @@ int main(int argc, char **argv) {
     JkcConverterLosses losses;
     losses.size = sizeof losses;
     jkc_converter_losses(converter, &losses);
-    if (losses.count > 0) {
-        fprintf(stderr, "%" PRIu64 " without equivalent, the first at byte %" PRId64 "\n", losses.count,
-                losses.first_offset);
+    if (losses.first.kind != 0) {
+        fprintf(stderr, "%" PRIu64 " lost, the first at byte %" PRIu64 "\n",
+                losses.ill_formed + losses.unmappable + losses.truncated, losses.first.offset);
     }
     jkc_converter_release(converter);
     return status == JKC_SUCCESS && !ferror(stdin) ? 0 : 1;

@@ -138,7 +138,8 @@ enum JkcStatus {
     JKC_EBOM = -21,       /**< reserved; nothing reports it */
     JKC_EUEXPEOD = -22,   /**< the data ends inside a character */
     JKC_ECHAR = -23,      /**< a byte that the code type does not allow */
-    JKC_ELTYPE = -24      /**< a line type that does not exist */
+    JKC_ELTYPE = -24,     /**< a line type that does not exist */
+    JKC_ELOSS = -25       /**< a loss, where a converter is to stop at one. It has no message of its own. */
 };
 
 /**

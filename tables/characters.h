@@ -34,6 +34,7 @@ constexpr bool is_half_width_katakana(uint32_t c) {
 constexpr uint32_t kReplacement = 0xFFFD;
 constexpr uint32_t kSwappedReplacement = 0xFDFF;
 
+constexpr bool is_surrogate(uint32_t unit) { return (unit & 0xF800) == 0xD800; }
 constexpr bool is_high_surrogate(uint32_t unit) { return (unit & 0xFC00) == 0xD800; }
 constexpr bool is_low_surrogate(uint32_t unit) { return (unit & 0xFC00) == 0xDC00; }
 

@@ -59,7 +59,7 @@ TEST_P(ConvertTest, ACutOfWhatIsFedShows) {
         }
         SCOPED_TRACE(title(c));
         const Outcome whole = as_fed(convert(c, Way::kBuffer));
-        for (const size_t piece : {1U, 2U, 3U, 7U, 977U, 8128U}) {
+        for (const size_t piece : {size_t{1}, size_t{2}, size_t{3}, size_t{977}, size_t{8128}, kRandomPieces}) {
             EXPECT_EQ(convert_fed(c, piece, false), whole) << piece;
             if (!c.options.has("answer")) {
                 const Outcome filled = convert_fed(c, piece, true);

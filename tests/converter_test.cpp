@@ -1,8 +1,8 @@
 // What a converter that is fed does besides converting: its limits, its end, and whether it can be used again.
 #include <gtest/gtest.h>
 
-#include "core/internal.h"
 #include "support/collecting_writer.h"
+#include "support/conversion.h"
 #include "support/failing_alloc.h"
 
 namespace jkc::testing {
@@ -43,7 +43,9 @@ TEST_F(ConverterTest, ARequestThatCannotBeMetMakesOne) {
         EXPECT_EQ(converter != nullptr, c.status == JKC_SUCCESS);
         jkc_converter_release(converter);
     }
-    converter = nullptr;
+    options.on_loss = JKC_ON_LOSS_ESCAPE + 1;
+    EXPECT_EQ(jkc_converter_create(&converter, 4, 15, &options), JKC_EIOMODE);
+    EXPECT_EQ(converter, nullptr);
     const FailingAlloc failing(1);
     EXPECT_EQ(jkc_converter_create(&converter, 4, 15, nullptr), JKC_EALLOC);
     EXPECT_EQ(converter, nullptr);
@@ -63,11 +65,11 @@ TEST_F(ConverterTest, ARecordOfAnotherSizeIsReadOrWrittenBeyondItsEnd) {
     EXPECT_EQ(writer.text(), "!");
 
     JkcConverterLosses losses = {};
-    losses.size = offsetof(JkcConverterLosses, first_offset);
-    losses.first_offset = -7;
+    losses.size = offsetof(JkcConverterLosses, truncated);
+    losses.truncated = 7;
     jkc_converter_losses(converter, &losses);
-    EXPECT_EQ(losses.count, 1U);
-    EXPECT_EQ(losses.first_offset, -7);
+    EXPECT_EQ(losses.unmappable, 1U);
+    EXPECT_EQ(losses.truncated, 7U);
 
     jkc_converter_release(converter);
     JkcConverterOptions earlier = {};
@@ -100,8 +102,8 @@ TEST_F(ConverterTest, OneThatHasEndedConvertsOnOrIsNotAsGoodAsNewAgain) {
     JkcConverterLosses losses = {};
     losses.size = sizeof losses;
     jkc_converter_losses(converter, &losses);
-    EXPECT_EQ(losses.count, 1U);
-    EXPECT_EQ(losses.first_offset, 0);
+    EXPECT_EQ(losses.unmappable, 1U);
+    EXPECT_EQ(losses.ill_formed + losses.truncated + losses.first.offset, 0U);
 }
 
 // The cases of data/converter.txt, fed in pieces and in memory as a whole.
@@ -148,6 +150,23 @@ TEST_F(ConverterTest, ACaseFedOrInMemory) {
     }
     EXPECT_EQ(jkc_converter_bound(JKC_TYPE_JIS, SIZE_MAX / 2), SIZE_MAX);
     EXPECT_EQ(jkc_converter_bound(10, 5), 0U);
+}
+
+// What becomes of a loss, whatever its place in a piece.
+TEST_F(ConverterTest, ALossIsNotCountedOrWrittenOtherwise) {
+    for (const Case &c : read_cases("losses.txt")) {
+        SCOPED_TRACE(c.name + ", to " + c.options.text("dst") + ", policy " + c.options.text("on_loss"));
+        for (const size_t piece : {size_t{1}, size_t{2}, size_t{3}, size_t{977}, kRandomPieces}) {
+            for (const bool into_buffers : {false, true}) {
+                const Outcome outcome = convert_fed(c, piece, into_buffers);
+                EXPECT_EQ(show_bytes(outcome.text()), show_bytes(parse_bytes(c.output))) << piece;
+                EXPECT_EQ(outcome.status, c.options.number("status")) << piece;
+                EXPECT_EQ(outcome.summary, "losses=" + c.options.text("losses")) << piece;
+                EXPECT_LE(outcome.text().size(),
+                          jkc_converter_bound(static_cast<int32_t>(c.options.number("dst")), c.input.size()));
+            }
+        }
+    }
 }
 
 } // namespace

@@ -18,9 +18,18 @@
  *
  * Where callbacks do not suit, jkc_converter_run() fills the caller's buffer instead.
  *
- * The pieces may be cut anywhere, down to single bytes: the output is that of the whole text. It is what
- * jkc_convert_buffer() makes of a text that it judges to be in the source code type, but for one thing: a line end that
- * lies across two of that call's blocks of input is one line end here.
+ * The pieces may be cut anywhere, down to single bytes: the output is that of the whole text. With `one_code_each` and
+ * #JKC_ON_LOSS_CLASSIC it is what jkc_convert_buffer() makes of a text that it judges to be in the source code type, but
+ * for one thing: a line end that lies across two of that call's blocks of input is one line end here.
+ *
+ * @par Losses
+ * Whatever of a text does not come through as it is, is counted, and told to an observer: bytes that are ill-formed, also
+ * where a text is only copied; codes without a character; characters that the target lacks, or has in a form that would
+ * not be read as a character. Line ends and composed letters that were asked for are no losses, and neither are the
+ * look-alikes: the yen sign and the overline, which become the backslash and the tilde where these stand in their places,
+ * and characters that the tables of several code types tell apart by their code point only. Code types are strict here:
+ * in JIS, control characters, the space and DEL are themselves in every set, unless #JKC_ON_LOSS_CLASSIC reads them as
+ * parts of codes.
  *
  * A converter takes about 10 kB, whatever the length of the text, and allocates nothing once it is made.
  *
@@ -43,7 +52,7 @@ typedef struct JkcConverter JkcConverter;
 /** Why something of a text is lost. */
 enum JkcLossKind {
     JKC_LOSS_ILL_FORMED = 1, /**< bytes that are no character of the source code type */
-    JKC_LOSS_UNMAPPABLE = 2, /**< a character that the target lacks, or a code to which the source assigns none */
+    JKC_LOSS_UNMAPPABLE = 2, /**< a character that is not written as such, or a code to which the source assigns none */
     JKC_LOSS_TRUNCATED = 3   /**< the text ends inside a character */
 };
 
@@ -51,42 +60,45 @@ enum JkcLossKind {
 typedef struct JkcLoss {
     size_t size;        /**< sizeof(JkcLoss) as the library knows it */
     uint64_t offset;    /**< where it stands in the text, behind any byte-order mark */
-    uint32_t length;    /**< its bytes */
+    uint32_t length;    /**< its bytes; with #JKC_ON_LOSS_CLASSIC all that are lost with it */
     int32_t kind;       /**< a JkcLossKind */
     int64_t code;       /**< its bytes as a number, the first one highest; the first four of a longer one */
-    int64_t code_point; /**< the character that the target lacks; -1: no character */
+    int64_t code_point; /**< the character that is unmappable; -1: no character */
 } JkcLoss;
 
 /**
  * Learns of a loss, in the order of the text.
- * @param loss valid only during the call
- * @return 0; any other value ends the conversion in front of the loss and becomes its status
+ * @param loss valid only during the call. It is counted already.
+ * @return 0; any other value ends the conversion in front of the loss and becomes its status. 1 and 2, which jkc_converter_run()
+ *         answers otherwise, count as #JKC_ELOSS.
  */
 typedef int32_t (*JkcLossObserver)(const JkcLoss *loss, void *user_data);
 
 /** What is written for a loss. */
 enum JkcLossPolicy {
     JKC_ON_LOSS_CLASSIC = 0, /**< what jkc_convert_buffer() writes, which depends on the code types */
-    JKC_ON_LOSS_REPLACE = 1, /**< U+FFFD to Unicode, once for each ill-formed sequence as Unicode recommends it; else '?' */
-    JKC_ON_LOSS_OMIT = 2,    /**< nothing */
-    JKC_ON_LOSS_STOP = 3,    /**< the conversion ends in front of the first loss, with #JKC_ELOSS */
-    JKC_ON_LOSS_ESCAPE = 4   /**< `&#x20BB7;` for a character that the target lacks, else as #JKC_ON_LOSS_REPLACE */
+    JKC_ON_LOSS_REPLACE =
+        1, /**< U+FFFD to Unicode, once for each ill-formed sequence as Unicode recommends it; else '?' */
+    JKC_ON_LOSS_OMIT = 2,  /**< nothing */
+    JKC_ON_LOSS_STOP = 3,  /**< the conversion ends in front of the first loss, which is counted, with #JKC_ELOSS */
+    JKC_ON_LOSS_ESCAPE = 4 /**< `&#x20BB7;` for a character that the target lacks, else as #JKC_ON_LOSS_REPLACE */
 };
 
 /** How to convert. Set all to 0 and then `size`, and what is wanted. */
 typedef struct JkcConverterOptions {
-    size_t size;               /**< sizeof(JkcConverterOptions): tells the library which fields there are */
-    uint32_t line_type;        /**< JkcLineType of the output; 0 keeps each line end */
-    uint8_t compose;           /**< not 0: compose letters with their combining marks (Unicode sources) */
-    uint8_t suppress;          /**< as JkcContext::suppress; only with #JKC_ON_LOSS_CLASSIC */
-    uint8_t jis_2004;          /**< not 0: to #JKC_TYPE_JIS, use the tables of JIS X 0213:2004 */
-    uint8_t on_loss;           /**< a JkcLossPolicy */
-    uint8_t geta;              /**< not 0: #JKC_ON_LOSS_REPLACE and #JKC_ON_LOSS_ESCAPE write the geta mark for '?' */
-    uint8_t one_code_each;     /**< not 0: of the codes that code page 932 and its kin have for the same character, only
-                                    the one that is written back is known, as to jkc_convert_buffer() */
-    uint8_t reserved[6];       /**< 0 */
-    JkcLossObserver observer;  /**< null, or learns of each loss */
-    void *observer_data;       /**< passed to the observer */
+    size_t size;              /**< sizeof(JkcConverterOptions): tells the library which fields there are */
+    uint32_t line_type;       /**< JkcLineType of the output; 0 keeps each line end */
+    uint8_t compose;          /**< not 0: compose letters with their combining marks (Unicode sources) */
+    uint8_t suppress;         /**< as JkcContext::suppress; only with #JKC_ON_LOSS_CLASSIC */
+    uint8_t jis_2004;         /**< not 0: to #JKC_TYPE_JIS, use the tables of JIS X 0213:2004 */
+    uint8_t on_loss;          /**< a JkcLossPolicy */
+    uint8_t geta;             /**< not 0: #JKC_ON_LOSS_REPLACE and #JKC_ON_LOSS_ESCAPE write the geta mark for '?' */
+    uint8_t one_code_each;    /**< not 0: of the codes that code page 932 and its kin (50221, 51932, eucJP-ms) have for
+                                    the same character, only the one that is written back is known, as to
+                                    jkc_convert_buffer() */
+    uint8_t reserved[6];      /**< 0 */
+    JkcLossObserver observer; /**< null, or learns of each loss; it may not use the converter that calls it */
+    void *observer_data;      /**< passed to the observer */
 } JkcConverterOptions;
 
 /**
@@ -125,7 +137,7 @@ enum JkcConverterStop {
  *                  with one.
  * @param options   null: all off
  * @return 0; #JKC_ECTYPE for a code type that does not exist, #JKC_TYPE_EMPTY included; #JKC_ELTYPE for a line type that
- *         does not exist; #JKC_EALLOC
+ *         does not exist; #JKC_EIOMODE for a JkcLossPolicy that does not exist; #JKC_EALLOC
  */
 JKC_API int32_t jkc_converter_create(JkcConverter **converter, int32_t src_type, int32_t dst_type,
                                      const JkcConverterOptions *options);
@@ -143,14 +155,16 @@ JKC_API void jkc_converter_reset(JkcConverter *converter);
  * @param writer    receives the output, as for jkc_convert_buffer(); null throws it away. Its answers mean the same.
  * @param user_data passed to the writer
  * @return 0, also when the text has come to an end of its own (the rest is passed over then); else the status with which
- *         the conversion has ended, which every further call gives until jkc_converter_reset()
+ *         the conversion has ended (#JKC_ELOSS or the observer's at a loss), which every further call gives until
+ *         jkc_converter_reset(). The writer has received all that comes in front of the loss then.
  */
 JKC_API int32_t jkc_converter_feed(JkcConverter *converter, const uint8_t *data, size_t length, JkcWriter writer,
                                    void *user_data);
 
 /**
  * Converts what is left when the text has ended, and closes the output.
- * @return as jkc_converter_feed(); #JKC_EUEXPEOD when the text ends inside a character
+ * @return as jkc_converter_feed(); with #JKC_ON_LOSS_CLASSIC also #JKC_EUEXPEOD, from most code types when the text ends
+ *         inside a character. The other policies treat that as any loss.
  */
 JKC_API int32_t jkc_converter_finish(JkcConverter *converter, JkcWriter writer, void *user_data);
 
@@ -162,9 +176,9 @@ JKC_API int32_t jkc_converter_finish(JkcConverter *converter, JkcWriter writer, 
  * @param out        the buffer; moved behind what was written
  * @param out_length its room; lowered by what was written. Any room serves, down to one byte.
  * @param last       whether the text ends with this input
- * @return a JkcConverterStop, or the status with which the conversion has ended (#JKC_EUEXPEOD when the text ends inside a
- *         character): all output is written before either. A status is given by every further call until
- *         jkc_converter_reset().
+ * @return a JkcConverterStop, or the status with which the conversion has ended, as jkc_converter_feed() and
+ *         jkc_converter_finish() give it: all output is written before either. A status is given by every further call
+ *         until jkc_converter_reset().
  */
 JKC_API int32_t jkc_converter_run(JkcConverter *converter, const uint8_t **in, size_t *in_length, uint8_t **out,
                                   size_t *out_length, bool last);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cinttypes>
 #include <optional>
+#include <random>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -59,6 +60,28 @@ struct Session {
         session->ctx->srg_exists = session->options->has("srg");
         session->ctx->utfmac_exists = session->options->has("compose") || session->options->has("composable");
         return static_cast<int32_t>(session->options->number("veto"));
+    }
+};
+
+std::string in_word(const JkcLoss &loss) {
+    std::ostringstream out;
+    out << "-iut"[loss.kind] << loss.offset << '+' << loss.length << ':' << std::hex << std::uppercase << loss.code;
+    if (loss.code_point >= 0) {
+        out << '=' << loss.code_point;
+    }
+    out << ';';
+    return out.str();
+}
+
+struct LossRecorder {
+    std::vector<std::string> told;
+    size_t answer_at = 0;
+    int32_t answer = 0;
+
+    static int32_t observe(const JkcLoss *loss, void *self) {
+        auto *recorder = static_cast<LossRecorder *>(self);
+        recorder->told.push_back(in_word(*loss));
+        return recorder->told.size() == recorder->answer_at ? recorder->answer : 0;
     }
 };
 
@@ -195,6 +218,16 @@ Outcome convert_fed(const Case &c, size_t piece, bool into_buffers, int64_t padd
     options.suppress = static_cast<uint8_t>(c.options.number("suppress"));
     options.compose = c.options.has("compose");
     options.jis_2004 = c.options.has("srg");
+    options.one_code_each = !c.options.has("all_codes");
+    options.on_loss = static_cast<uint8_t>(c.options.number("on_loss"));
+    options.geta = c.options.has("geta");
+    LossRecorder recorder;
+    recorder.answer_at = static_cast<size_t>(c.options.number("observed_at"));
+    recorder.answer = static_cast<int32_t>(c.options.number("observed"));
+    options.observer = LossRecorder::observe;
+    options.observer_data = &recorder;
+    std::minstd_rand random;
+    const auto next_size = [&] { return piece != kRandomPieces ? piece : 1 + random() % 24; };
     JkcConverter *converter = nullptr;
     EXPECT_EQ(jkc_converter_create(&converter, source_type(c), target_type(c), &options), JKC_SUCCESS);
     std::string input = padded(c, padding);
@@ -206,9 +239,10 @@ Outcome convert_fed(const Case &c, size_t piece, bool into_buffers, int64_t padd
     }
     CollectingWriter writer = answering_writer(c.options);
     Outcome outcome;
-    for (size_t at = 0; at <= input.size() && outcome.status == JKC_SUCCESS; at += piece) {
-        const ExactBuffer part(input.substr(at, piece));
-        const bool last = at + piece > input.size();
+    size_t size = next_size();
+    for (size_t at = 0; at <= input.size() && outcome.status == JKC_SUCCESS; at += size, size = next_size()) {
+        const ExactBuffer part(input.substr(at, size));
+        const bool last = at + size > input.size();
         if (!into_buffers) {
             outcome.status = jkc_converter_feed(converter, part.data(), part.size(), CollectingWriter::write, &writer);
             continue;
@@ -217,7 +251,7 @@ Outcome convert_fed(const Case &c, size_t piece, bool into_buffers, int64_t padd
         size_t left = part.size();
         int32_t stop = JKC_STOP_OUTPUT;
         while (stop == JKC_STOP_OUTPUT) {
-            std::string room(piece, '#');
+            std::string room(size, '#');
             auto *out = reinterpret_cast<uint8_t *>(room.data());
             size_t room_left = room.size();
             stop = jkc_converter_run(converter, &in, &left, &out, &room_left, last);
@@ -235,14 +269,25 @@ Outcome convert_fed(const Case &c, size_t piece, bool into_buffers, int64_t padd
     losses.size = sizeof losses;
     jkc_converter_losses(converter, &losses);
     JkcContext record = {};
-    record.nochar_count = static_cast<uint32_t>(losses.count);
-    record.first_nochar_index = losses.first_offset;
-    record.last_nochar_index = losses.last_offset;
-    record.first_nochar = losses.first_code;
-    record.last_nochar = losses.last_code;
+    record.nochar_count = static_cast<uint32_t>(losses.nochar_count);
+    record.first_nochar_index = losses.first_nochar_offset;
+    record.last_nochar_index = losses.last_nochar_offset;
+    record.first_nochar = losses.first_nochar;
+    record.last_nochar = losses.last_nochar;
     outcome.summary = summary_of(record, 0, 0, padding * static_cast<int64_t>(letter_in(source_type(c)).size()));
     jkc_converter_release(converter);
-    return as_fed(outcome);
+    outcome = as_fed(outcome);
+    EXPECT_EQ(losses.ill_formed + losses.unmappable + losses.truncated, recorder.told.size());
+    if (!recorder.told.empty()) {
+        EXPECT_EQ(in_word(losses.first) + in_word(losses.last), recorder.told.front() + recorder.told.back());
+    }
+    if (c.options.has("on_loss")) {
+        outcome.summary = "losses=";
+        for (const std::string &loss : recorder.told) {
+            outcome.summary += loss;
+        }
+    }
+    return outcome;
 }
 
 Outcome as_fed(Outcome outcome) {

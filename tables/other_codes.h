@@ -1,0 +1,14 @@
+// The codes of characters that code page 932 and its kin have at several codes, where these are not the ones that are
+// written back: the mapping tables have no character for them.
+#pragma once
+
+#include <cstdint>
+
+namespace jkc {
+
+// The character of such a code, or 0.
+uint32_t other_sjis_code(uint32_t sjis);
+uint32_t other_jis_code(uint32_t jis);    // of code page 50221: rows 13 and 92
+uint32_t other_euc_ms_code(uint32_t euc); // of eucJP-ms, behind SS3
+
+} // namespace jkc
