@@ -6,7 +6,6 @@
 #include "convert/byte_encoder.h"
 #include "convert/encode_utf16.h"
 #include "convert/whole_input.h"
-#include "core/work_area.h"
 
 namespace jkc {
 
@@ -120,9 +119,8 @@ auto with_copy_of(Family family, const JkcContext *ctx, Make make) {
 }
 
 template <size_t kBytesFlushAbove>
-int32_t copy_blocks(JkcContext *ctx, Family family, Front skipped, Front written) {
+int32_t copy_blocks(JkcContext *ctx, Family family, Front skipped, Front written, const WorkArea &area) {
     reset_unmappable(*ctx);
-    const WorkArea area;
     if (area.block() == nullptr) {
         return end_with(ctx, JKC_EALLOC);
     }
@@ -158,10 +156,7 @@ Front front_of_copy(int32_t code_type) {
     return family == Family::kJis ? Front{{kEsc, '(', 'B'}, 3} : bom_of(family);
 }
 
-} // namespace jkc
-
-int32_t _jkc_copy(JkcContext *ctx, int32_t code_type) {
-    using namespace jkc;
+int32_t copy(JkcContext *ctx, int32_t code_type, const WorkArea &area) {
     const Family family = family_of(code_type);
     if (family == Family::kNone) {
         reset_unmappable(*ctx);
@@ -169,17 +164,21 @@ int32_t _jkc_copy(JkcContext *ctx, int32_t code_type) {
     }
     // The judgement has taken a BOM off.
     const Front skipped = family == Family::kJis ? front_of_copy(code_type) : kNothing;
-    return copy_blocks<kCopyFlushAbove>(ctx, family, skipped, bom_of_type(code_type));
+    return copy_blocks<kCopyFlushAbove>(ctx, family, skipped, bom_of_type(code_type), area);
 }
 
 // A BOM that the input still has is skipped, so that there is never a second one.
-int32_t _add_bom(JkcContext *ctx, int32_t dst_type) {
-    using namespace jkc;
+int32_t add_bom(JkcContext *ctx, int32_t dst_type, const WorkArea &area) {
     const Family family = bom_family(dst_type);
-    return copy_blocks<kBomCopyFlushAbove>(ctx, family, bom_of(family), bom_of(family));
+    return copy_blocks<kBomCopyFlushAbove>(ctx, family, bom_of(family), bom_of(family), area);
 }
 
-int32_t _delete_bom(JkcContext *ctx, int32_t dst_type) {
-    using namespace jkc;
-    return copy_blocks<kBomCopyFlushAbove>(ctx, bom_family(dst_type), kNothing, kNothing);
+int32_t delete_bom(JkcContext *ctx, int32_t dst_type, const WorkArea &area) {
+    return copy_blocks<kBomCopyFlushAbove>(ctx, bom_family(dst_type), kNothing, kNothing, area);
 }
+
+} // namespace jkc
+
+int32_t _jkc_copy(JkcContext *ctx, int32_t code_type) { return jkc::copy(ctx, code_type, jkc::WorkArea()); }
+int32_t _add_bom(JkcContext *ctx, int32_t dst_type) { return jkc::add_bom(ctx, dst_type, jkc::WorkArea()); }
+int32_t _delete_bom(JkcContext *ctx, int32_t dst_type) { return jkc::delete_bom(ctx, dst_type, jkc::WorkArea()); }

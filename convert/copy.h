@@ -3,6 +3,7 @@
 
 #include "convert/conversion.h"
 #include "core/code_types.h"
+#include "core/work_area.h"
 
 namespace jkc {
 
@@ -13,6 +14,11 @@ constexpr Front kNothing{{}, 0};
 // What may stand at the front of a text of the code type and is not copied: a BOM, or a designation of ASCII, in which JIS
 // text starts anyway.
 Front front_of_copy(int32_t code_type);
+
+// As _jkc_copy(), _add_bom() and _delete_bom(), gathering in the area.
+int32_t copy(JkcContext *ctx, int32_t code_type, const WorkArea &area);
+int32_t add_bom(JkcContext *ctx, int32_t dst_type, const WorkArea &area);
+int32_t delete_bom(JkcContext *ctx, int32_t dst_type, const WorkArea &area);
 
 // What the output begins with.
 Front bom_of_type(int32_t code_type);

@@ -1,7 +1,5 @@
 #include "convert/whole_input.h"
 
-#include "core/work_area.h"
-
 namespace jkc {
 
 namespace {
@@ -50,9 +48,8 @@ int32_t convert_blocks(JkcContext *ctx, BlockCursor &cursor, Conversion &convers
     }
 }
 
-int32_t convert_all(JkcContext *ctx, MakeConversion *make, bool add_bom) {
+int32_t convert_all(JkcContext *ctx, MakeConversion *make, bool add_bom, const WorkArea &area) {
     reset_unmappable(*ctx);
-    const WorkArea area;
     if (area.block() == nullptr) {
         return end_with(ctx, JKC_EALLOC);
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "convert/conversion.h"
+#include "core/work_area.h"
 #include "judge/input/block_cursor.h"
 
 namespace jkc {
@@ -13,6 +14,6 @@ int32_t end_with(JkcContext *ctx, int32_t status);
 int32_t convert_blocks(JkcContext *ctx, BlockCursor &cursor, Conversion &conversion);
 
 // A converter: makes the conversion and runs it over all blocks. EALLOC when memory is short.
-int32_t convert_all(JkcContext *ctx, MakeConversion *make, bool add_bom);
+int32_t convert_all(JkcContext *ctx, MakeConversion *make, bool add_bom, const WorkArea &area = WorkArea());
 
 } // namespace jkc

@@ -27,13 +27,14 @@
  * Then the writer receives the output in pieces, and the context tells what the target lacked.
  *
  * **Convert a stream of any length** whose code type you know, in constant memory and in pieces as they come:
- * jkc_converter_create() and its kin in jkc/converter.h.
+ * jkc_converter_create() and its kin in jkc/converter.h. **Detect** the code type of such a stream, and learn what speaks
+ * for each: jkc_detector_create() and its kin in jkc/detector.h.
  *
  * **Read lines, or make one file of another**, without context and callbacks: jkc_io_open(), jkc_io_get_line(),
  * jkc_io_convert_file() and their kin in jkc/slots.h.
  *
  * **Look characters up** in the mapping tables yourself: jkc/tables.h. **Scan lines** of a text in memory, or keep
- * records in a list: jkc/lines.h. This header includes all four. The routines inside the library are exported too, as
+ * records in a list: jkc/lines.h. This header includes all five. The routines inside the library are exported too, as
  * they are: jkc/internal.h declares them.
  *
  * **Threads.** Judgements and conversions on different contexts may run in any number of threads at once; one context is
@@ -481,6 +482,7 @@ JKC_API uint32_t jkc_get_strerror(JkcContext *ctx, int errnum, char *buf, size_t
 #endif
 
 #include "jkc/converter.h"
+#include "jkc/detector.h"
 #include "jkc/lines.h"
 #include "jkc/slots.h"
 #include "jkc/tables.h"

@@ -5,7 +5,6 @@
 
 #include "core/code_types.h"
 #include "core/files.h"
-#include "core/work_area.h"
 #include "judge/input/byte_source.h"
 #include "judge/input/feature_scan.h"
 #include "judge/input/source_bits.h"
@@ -14,9 +13,6 @@
 namespace jkc {
 
 namespace {
-
-// The most bytes that a scanner leaves over at a block's end.
-constexpr size_t kCarryRoom = 8;
 
 // Reads bytes one by one, so that a stream with a BOM is read no further than that. Returns the code type of the BOM, 0
 // without one, or a failure; `count` bytes are at `data` then.
@@ -53,43 +49,50 @@ struct Answers {
     }
 };
 
-// Reads the rest of the source, if it is to be kept, as the code type.
-int take_rest(JkcContext *ctx, JkcBlock &block, const Answers &answers, int code_type, bool keep) {
-    if (keep) {
-        const int status = fill_buffer(ctx, block, code_type);
+// What is to become of the input besides the judgement.
+struct Wanted {
+    bool kept;      // it is to be in ctx->blocks
+    bool line_ends; // they are counted in passing, as the input is not kept
+
+    bool anything() const { return kept || line_ends; }
+};
+
+// Reads the rest of the source, if anything is wanted of it, as the code type.
+int take_rest(JkcContext *ctx, JkcBlock &block, const Answers &answers, int code_type, Wanted wanted,
+              LineEnds &line_ends) {
+    if (wanted.anything()) {
+        const int status =
+            wanted.kept ? fill_buffer(ctx, block, code_type) : look_through_rest(ctx, block, code_type, line_ends);
         if (status != JKC_SUCCESS) {
             return answers.answer(status);
         }
         if (answers.line_out != nullptr) {
-            *answers.line_out = _check_ln(ctx, 0, code_type);
+            *answers.line_out = wanted.kept ? _check_ln(ctx, 0, code_type) : line_ends.of(code_type);
         }
     }
     return answers.answer(code_type);
 }
 
-// Clears the block for the next read, but for its last bytes, which go into the headroom.
-void start_next_block(JkcBlock &block) {
-    uint8_t carry[kCarryRoom];
-    memcpy(carry, block.data + block.end - kCarryRoom, kCarryRoom);
-    int32_t scan_start[4];
-    memcpy(scan_start, block.scan_start, sizeof scan_start);
-    reset_block(block);
-    memcpy(block.data + JKC_BLOCK_HEADROOM - kCarryRoom, carry, kCarryRoom);
-    memcpy(block.scan_start, scan_start, sizeof scan_start);
-}
-
-// Feeds a judgement its blocks until the answer stands. `next(room, count, last)` puts more data behind the `count`
-// bytes that the block has, and returns a status.
-template <class Next>
-int feed_blocks(Judgement &judgement, JkcBlock &block, size_t count, Next next) {
-    for (int32_t &start : block.scan_start) {
-        start = JKC_BLOCK_HEADROOM;
-    }
-    for (;;) {
+// Feeds a judgement the source from its `count` bytes in the block on, until the answer stands.
+int feed_source(JkcContext *ctx, Judgement &judgement, JkcBlock &block, size_t count, Wanted wanted,
+                LineEnds &line_ends) {
+    ByteSource source(ctx);
+    start_first_block(block);
+    for (;; start_next_block(block), count = 0) {
         bool last = false;
-        const int status = next(count, last);
+        int status = source.read(block.data + JKC_BLOCK_HEADROOM + count, JKC_BLOCK_READ - count, count);
+        if (status == JKC_SUCCESS) {
+            status = source.at_end(last);
+        }
+        block.end = JKC_BLOCK_HEADROOM + static_cast<int32_t>(count);
+        if (status == JKC_SUCCESS && wanted.kept) {
+            status = keep_block(ctx, block);
+        }
         if (status != JKC_SUCCESS) {
             return status;
+        }
+        if (wanted.line_ends) {
+            judgement.take_line_ends(block.data + block.start, block.data + block.end, line_ends);
         }
         if (judgement.take_block(block, last)) {
             return JKC_SUCCESS;
@@ -98,52 +101,23 @@ int feed_blocks(Judgement &judgement, JkcBlock &block, size_t count, Next next) 
             judgement.decide();
             return JKC_SUCCESS;
         }
-        start_next_block(block);
-        count = 0;
     }
 }
 
-int feed_source(JkcContext *ctx, Judgement &judgement, JkcBlock &block, size_t count, bool keep) {
-    ByteSource source(ctx);
-    return feed_blocks(judgement, block, count, [&](size_t filled, bool &last) {
-        int status = source.read(block.data + JKC_BLOCK_HEADROOM + filled, JKC_BLOCK_READ - filled, filled);
-        if (status == JKC_SUCCESS) {
-            status = source.at_end(last);
-        }
-        block.end = JKC_BLOCK_HEADROOM + static_cast<int32_t>(filled);
-        return status == JKC_SUCCESS && keep ? keep_block(ctx, block) : status;
-    });
-}
-
-void feed_kept_blocks(const JkcContext *ctx, Judgement &judgement, JkcBlock &block) {
-    const JkcListNode *node = ctx->blocks;
-    feed_blocks(judgement, block, 0, [&node, &block](size_t /*filled*/, bool &last) {
-        const auto *kept = static_cast<const JkcBlock *>(node->data);
-        block.end = kept->end;
-        memcpy(block.data + kept->start, kept->data + kept->start, static_cast<size_t>(kept->end - kept->start));
-        node = node->next;
-        last = node == nullptr;
-        return static_cast<int>(JKC_SUCCESS);
-    });
-}
-
-// Judges again and counts everything, for the set of possible candidates. The input is kept, or in memory at `begin`.
-int32_t count_to_the_end(JkcContext *ctx, JkcBlock &block, int preferred, bool plain_is_preferred, bool keep,
+// Judges a source in memory again, for the set of possible candidates.
+int32_t count_to_the_end(JkcContext *ctx, JkcBlock &block, int preferred, bool plain_is_preferred,
                          const uint8_t *begin) {
     select_first_tables(ctx);
     reset_block(block);
-    Judgement judgement(ctx, preferred, plain_is_preferred, Counting::kToTheEnd);
-    if (keep) {
-        feed_kept_blocks(ctx, judgement, block);
-    } else {
-        ctx->in_ptr = begin;
-        feed_source(ctx, judgement, block, 0, false);
-    }
+    Judgement judgement(ctx, preferred, plain_is_preferred, Counting::kEucToTheEnd);
+    LineEnds unused;
+    ctx->in_ptr = begin;
+    feed_source(ctx, judgement, block, 0, {false, false}, unused);
     return judgement.possible;
 }
 
 int judge_source(JkcContext *ctx, int *type_out, int *line_out, int preferred) {
-    const int result = _jkc_judges(ctx, type_out, line_out, preferred, false, line_out != nullptr);
+    const int result = judge(ctx, WorkArea(), type_out, line_out, preferred, false, false);
     clear_source(ctx);
     ll_clear(ctx->blocks);
     ctx->sts = result;
@@ -152,17 +126,15 @@ int judge_source(JkcContext *ctx, int *type_out, int *line_out, int preferred) {
 
 } // namespace
 
-int judge(JkcContext *ctx, int *type_out, int *line_out, int preferred, bool plain_is_preferred, bool keep,
-          Counting counting) {
+int judge(JkcContext *ctx, const WorkArea &area, int *type_out, int *line_out, int preferred, bool plain_is_preferred,
+          bool keep, Counting counting) {
     const Answers answers{type_out, line_out};
     if (type_out != nullptr) {
         *type_out = -1;
     }
     if (line_out != nullptr) {
         *line_out = 0;
-        keep = true; // the line-end check reads the kept blocks
     }
-    const WorkArea area;
     if (area.block() == nullptr) {
         return answers.answer(JKC_EALLOC);
     }
@@ -171,6 +143,8 @@ int judge(JkcContext *ctx, int *type_out, int *line_out, int preferred, bool pla
     ctx->srg_exists = 0;
     ctx->utfmac_exists = 0;
     const uint8_t *const begin = ctx->in_ptr;
+    const Wanted wanted{keep, line_out != nullptr && !keep};
+    LineEnds line_ends;
 
     ByteSource source(ctx);
     size_t count = 0;
@@ -182,32 +156,31 @@ int judge(JkcContext *ctx, int *type_out, int *line_out, int preferred, bool pla
         return answers.answer(JKC_TYPE_EMPTY);
     }
     if (bom != 0) {
-        return take_rest(ctx, block, answers, bom, keep);
+        return take_rest(ctx, block, answers, bom, wanted, line_ends);
     }
 
     select_first_tables(ctx);
-    const bool can_count_again = keep || source.in_memory();
-    if (counting == Counting::kWhileItCounts && type_out != nullptr && !can_count_again) {
+    if (counting == Counting::kWhileItCounts && type_out != nullptr && !source.in_memory()) {
         counting = Counting::kEucToTheEnd;
     }
     Judgement judgement(ctx, preferred, plain_is_preferred, counting);
-    const int status = feed_source(ctx, judgement, block, count, keep);
+    const int status = feed_source(ctx, judgement, block, count, wanted, line_ends);
     if (status != JKC_SUCCESS) {
         return answers.answer(status);
     }
     const Verdict verdict = judgement.verdict;
     if (verdict.result == JKC_TYPE_JIS2004 || verdict.result == JKC_TYPE_ASCII) {
-        return take_rest(ctx, block, answers, verdict.result, keep);
+        return take_rest(ctx, block, answers, verdict.result, wanted, line_ends);
     }
     if (verdict.kind == Verdict::Kind::kSingle) {
         answers.answer(verdict.result);
     } else if (answers.type_out != nullptr) {
         *answers.type_out = judgement.set_is_right()
                                 ? judgement.possible
-                                : count_to_the_end(ctx, block, preferred, plain_is_preferred, keep, begin);
+                                : count_to_the_end(ctx, block, preferred, plain_is_preferred, begin);
     }
     if (answers.line_out != nullptr && verdict.kind != Verdict::Kind::kSet) {
-        *answers.line_out = _check_ln(ctx, 0, verdict.result);
+        *answers.line_out = wanted.kept ? _check_ln(ctx, 0, verdict.result) : line_ends.of(verdict.result);
     }
     return verdict.result;
 }
@@ -216,7 +189,12 @@ int judge(JkcContext *ctx, int *type_out, int *line_out, int preferred, bool pla
 
 int _jkc_judges(JkcContext *ctx, int *type_out, int *line_out, int preferred, bool plain_is_preferred,
                 bool keep_blocks) {
-    return jkc::judge(ctx, type_out, line_out, preferred, plain_is_preferred, keep_blocks);
+    const bool keep = keep_blocks || line_out != nullptr; // callers find the blocks there
+    return jkc::judge(ctx, jkc::WorkArea(), type_out, line_out, preferred, plain_is_preferred, keep);
+}
+
+int jkc_judge_for_conversion(JkcContext *ctx, const jkc::WorkArea *area, int preferred, bool plain_is_preferred) {
+    return jkc::judge(ctx, *area, nullptr, nullptr, preferred, plain_is_preferred, true);
 }
 
 int jkc_judges_buffer(JkcContext *ctx, int *type_out, int *line_out, const char *buf, size_t len, int preferred) {

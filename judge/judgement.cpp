@@ -40,9 +40,12 @@ void Judgement::feed_euc(JkcBlock &block, bool last) {
     feed(
         block.scan_start[kFromEuc], block, last,
         [this](const uint8_t *p, const uint8_t *end, bool at_end) { return euc_.scan(p, end, at_end); },
-        [this](const uint8_t *p, const uint8_t *end) -> const uint8_t * {
-            if (counting_ != Counting::kWhileItCounts || !euc_.is_eliminated()) {
+        [this, last](const uint8_t *p, const uint8_t *end) -> const uint8_t * {
+            if (counting_ == Counting::kToTheEnd || !euc_.is_eliminated()) {
                 return nullptr;
+            }
+            if (counting_ == Counting::kEucToTheEnd) {
+                return euc_.compare(p, end, last);
             }
             set_is_right_ = false;
             return euc_.watch(p, end);
@@ -79,12 +82,13 @@ void Judgement::feed_utf8(JkcBlock &block, bool last) {
 bool Judgement::take_block(JkcBlock &block, bool last) {
     const uint8_t *data = block.data + block.start;
     const uint8_t *end = block.data + block.end;
+    sjis_.origin = euc_.origin = utf16_.origin = utf8_.origin = {data, total_};
 
     // Escape sequences count only until Shift_JIS is eliminated. NULs only lower the byte order of UTF-16 that has more
     // errors, which cannot win anyway.
     if (counting_ == Counting::kToTheEnd || sjis_.found.errors < kTooManyErrors) {
         int32_t &start = block.scan_start[kFromSjis];
-        const uint8_t *stopped = sjis_.scan(block.data + start, end, last, data, total_);
+        const uint8_t *stopped = sjis_.scan(block.data + start, end, last);
         start = JKC_BLOCK_HEADROOM - static_cast<int32_t>(end - stopped);
     }
     if (sjis_.jis2004) {
@@ -108,6 +112,17 @@ bool Judgement::take_block(JkcBlock &block, bool last) {
     return false;
 }
 
+void Judgement::take_line_ends(const uint8_t *p, const uint8_t *end, LineEnds &line_ends) const {
+    line_ends.bytes.take(p, end);
+    // Plain text may be taken for the UTF-16 that is preferred.
+    if (plain_is_preferred_ || !Utf16Scanner::is_eliminated(utf16_.big)) {
+        line_ends.big.take(p, end);
+    }
+    if (plain_is_preferred_ || !Utf16Scanner::is_eliminated(utf16_.little)) {
+        line_ends.little.take(p, end);
+    }
+}
+
 void Judgement::raise_flags() const {
     if (utf16_.big.surrogates > 0 || utf16_.little.surrogates > 0 || utf8_.four_byte > 0) {
         ctx_->srg_exists = 1;
@@ -117,44 +132,44 @@ void Judgement::raise_flags() const {
     }
 }
 
-// Adds the evidence of the generic table to that of the EUC variants, and drops those that have nothing of their own or
-// the same as another one. Returns the set that is left.
-int32_t Judgement::narrow_euc() {
-    Evidence &generic = euc_.found;
-    Evidence &euc1 = euc_.own[EucScanner::kCp20932];
-    Evidence &euc2 = euc_.own[EucScanner::kCp51932];
-    Evidence &euc3 = euc_.own[EucScanner::kEucMs];
-    if (euc_.cut_two_byte) {
-        generic.errors += 2;
-        for (Evidence &variant : euc_.own) {
-            variant.errors += 2;
-        }
-    }
-    if (euc_.cut_three_byte) {
-        euc1.errors += 3;
-        euc3.errors += 3;
-    }
-    for (Evidence &variant : euc_.own) {
-        variant.valid += generic.valid;
-        variant.kana += generic.kana;
-    }
+// Drops the EUC variants that have nothing of their own or the same as another one. Returns the set that is left.
+int32_t Judgement::narrow_euc() const {
+    const auto &[euc1, euc2, euc3] = euc_.own;
+    static_assert(EucScanner::kCp20932 == 0 && EucScanner::kCp51932 == 1 && EucScanner::kEucMs == 2);
 
     int32_t set = kNonAsciiSet;
     const auto drop = [&set](int type) { set &= ~judged_bit(type); };
     const auto has = [&set](int type) { return (set & judged_bit(type)) != 0; };
     const auto equal = [](const Evidence &a, const Evidence &b) { return a.valid == b.valid && a.errors == b.errors; };
-    if (preferred_ != JKC_TYPE_EUC_20932 && euc1.valid == generic.valid) {
+    if (preferred_ != JKC_TYPE_EUC_20932 && euc1.valid == 0) {
         drop(JKC_TYPE_EUC_20932);
     }
-    if (preferred_ != JKC_TYPE_EUC_51932 && euc2.valid == generic.valid) {
+    if (preferred_ != JKC_TYPE_EUC_51932 && euc2.valid == 0) {
         drop(JKC_TYPE_EUC_51932);
     }
-    if (preferred_ != JKC_TYPE_EUC_MS &&
-        (euc3.valid == generic.valid || (has(JKC_TYPE_EUC_20932) && equal(euc1, euc3)) ||
-         (has(JKC_TYPE_EUC_51932) && equal(euc2, euc3)))) {
+    if (preferred_ != JKC_TYPE_EUC_MS && (euc3.valid == 0 || (has(JKC_TYPE_EUC_20932) && equal(euc1, euc3)) ||
+                                          (has(JKC_TYPE_EUC_51932) && equal(euc2, euc3)))) {
         drop(JKC_TYPE_EUC_MS);
     }
     return set;
+}
+
+void Judgement::tell(Found &found) const {
+    const Evidence *const all[] = {&sjis_.found,
+                                   &euc_.found,
+                                   &euc_.own[EucScanner::kCp20932],
+                                   &euc_.own[EucScanner::kCp51932],
+                                   &euc_.own[EucScanner::kEucMs],
+                                   &utf16_.big.found,
+                                   &utf16_.little.found,
+                                   &utf8_.found};
+    for (int i = 0; i < kCandidates; ++i) {
+        found[i] = *all[i];
+        if (kCandidateTypes[i] >= JKC_TYPE_EUC_20932 && kCandidateTypes[i] <= JKC_TYPE_EUC_MS) {
+            found[i].valid += euc_.found.valid; // what every variant has
+            found[i].kana += euc_.found.kana;
+        }
+    }
 }
 
 void Judgement::reduce_big_endian() { utf16_.big.found.valid -= sjis_.big_units + utf16_.little.surrogates; }
@@ -219,21 +234,13 @@ void Judgement::decide() {
         }
     }
 
-    const Evidence *found[kCandidates] = {
-        &sjis_.found,
-        &euc_.found,
-        &euc_.own[EucScanner::kCp20932],
-        &euc_.own[EucScanner::kCp51932],
-        &euc_.own[EucScanner::kEucMs],
-        &utf16_.big.found,
-        &utf16_.little.found,
-        &utf8_.found,
-    };
+    Found found;
+    tell(found);
     Candidate candidates[kCandidates] = {};
     for (int i = 0; i < kCandidates; ++i) {
         candidates[i].type = kCandidateTypes[i];
         candidates[i].mask = judged_bit(kCandidateTypes[i]);
-        candidates[i].found = *found[i];
+        candidates[i].found = found[i];
     }
     verdict = rank(candidates, possible, total_, preferred_);
 }

@@ -2,6 +2,7 @@
 // each family of encodings, and ranks the candidates by their evidence at the end.
 #pragma once
 
+#include "judge/input/line_ends.h"
 #include "judge/ranking.h"
 #include "judge/scan/euc.h"
 #include "judge/scan/sjis.h"
@@ -14,7 +15,7 @@ namespace jkc {
 // the same, but for the set of possible candidates.
 enum class Counting : uint8_t {
     kToTheEnd,    // everything is counted
-    kEucToTheEnd, // the EUC variants are, which makes the set right
+    kEucToTheEnd, // what tells the EUC variants apart is, which makes the set right
     kWhileItCounts,
 };
 
@@ -37,6 +38,12 @@ public:
 
     int32_t possible = -1; // the set of candidates that could win; -1 before decide()
 
+    // What is found so far, in the order of kCandidateTypes.
+    using Found = Evidence[kCandidates];
+    void tell(Found &found) const;
+    // Gathers the line ends of a piece, in the units of every code type that the verdict may still be.
+    void take_line_ends(const uint8_t *p, const uint8_t *end, LineEnds &line_ends) const;
+
 private:
     template <class Scan, class Watch>
     void feed(int32_t &start, JkcBlock &block, bool last, Scan scan, Watch watch);
@@ -44,7 +51,7 @@ private:
     void feed_utf16(JkcBlock &block, bool last);
     void feed_utf8(JkcBlock &block, bool last);
     void raise_flags() const;
-    int32_t narrow_euc();
+    int32_t narrow_euc() const;
     bool weigh_utf16();
     void balance_utf16();
     void reduce_big_endian();

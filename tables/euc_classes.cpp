@@ -1,5 +1,7 @@
 #include "tables/euc_classes.h"
 
+#include <algorithm>
+
 #include "tables/euc.h"
 
 namespace jkc {
@@ -44,5 +46,11 @@ static_assert(suits_index(tables::euc_standard().characters) && suits_index(tabl
 } // namespace
 
 constexpr Classes kEucClasses = make_classes();
+
+static_assert(std::all_of(kEucClasses.begin(), kEucClasses.end(),
+                          [](uint8_t classes) {
+                              return (classes & (kInGeneric | kInMs)) == 0 || (classes & kIn51932) != 0;
+                          }),
+              "the scanner relies on CP51932 to have every two-byte code");
 
 } // namespace jkc

@@ -93,8 +93,8 @@ string seen(const string &text, const Request &request, Counting counting) {
     ctx->mode = JKC_MODE_BUFFER;
     int type = 0;
     int ends = 0;
-    const int result =
-        judge(ctx, &type, request.line_ends ? &ends : nullptr, request.preferred, request.hint, request.keep, counting);
+    const int result = judge(ctx, WorkArea(), &type, request.line_ends ? &ends : nullptr, request.preferred,
+                             request.hint, request.keep, counting);
     string found =
         std::to_string(result) + " type=" + std::to_string(type) + " eol=" + std::to_string(ends) + judged_state(*ctx);
     release_jkc(ctx);

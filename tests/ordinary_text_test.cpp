@@ -118,21 +118,18 @@ TEST(OrdinaryTextTest, IsolatedHalfWidthKatakanaAreMiscounted) {
         JkcContext *ctx = create_jkc();
         SjisScanner sjis_scanner(*ctx, false);
         EucScanner euc_scanner(ctx);
-        const auto scan = [&random](const std::string &text, const auto &scan_to) {
+        const auto scan = [&random](const std::string &text, auto &scanner) {
             const std::string readable = text + std::string(JKC_BLOCK_HEADROOM, '\0');
             const auto *begin = reinterpret_cast<const uint8_t *>(readable.data());
             const uint8_t *p = begin;
+            scanner.origin.at = begin;
             for (size_t end = 0; end < text.size();) {
                 end = std::min(text.size(), end + 1 + random() % 300);
-                p = scan_to(p, begin + end, end == text.size(), begin);
+                p = scanner.scan(p, begin + end, end == text.size());
             }
         };
-        scan(sjis, [&](const uint8_t *p, const uint8_t *end, bool last, const uint8_t *begin) {
-            return sjis_scanner.scan(p, end, last, begin, 0);
-        });
-        scan(euc, [&](const uint8_t *p, const uint8_t *end, bool last, const uint8_t * /*begin*/) {
-            return euc_scanner.scan(p, end, last);
-        });
+        scan(sjis, sjis_scanner);
+        scan(euc, euc_scanner);
         ASSERT_EQ(sjis_scanner.found.penalty, isolated) << round;
         ASSERT_EQ(euc_scanner.found.penalty, 2 * isolated) << round;
         ASSERT_EQ(sjis_scanner.found.valid, euc_scanner.found.valid) << round;

@@ -100,6 +100,21 @@ std::string feed(const Route &route, const Inside &inside) {
     return session.seen.str();
 }
 
+// With a detector that is fed.
+std::string detect(const Route &route) {
+    constexpr size_t kPiece = 977;
+    JkcDetector *detector = nullptr;
+    EXPECT_EQ(jkc_detector_create(&detector, nullptr), JKC_SUCCESS);
+    for (size_t at = 0; at < route.text.size(); at += kPiece) {
+        jkc_detector_feed(detector, bytes(route.text) + at, std::min(kPiece, route.text.size() - at));
+    }
+    JkcDetection found = {};
+    found.size = sizeof found;
+    jkc_detector_finish(detector, &found);
+    jkc_detector_release(detector);
+    return {reinterpret_cast<const char *>(&found), sizeof found};
+}
+
 std::string judge(const Case &c) {
     int type = 0;
     int line = 0;
@@ -191,6 +206,7 @@ std::vector<Job> make_jobs() {
         add([route](const Inside &) { return route.number % 2 == 0 ? read_slots(route) : convert_into_file(route); });
         if (route.number % 3 == 0) {
             add([route](const Inside &inside) { return feed(route, inside); });
+            add([route](const Inside &) { return detect(route); });
             add([](const Inside &) { return messages(); });
         }
     }

@@ -23,7 +23,8 @@
  * that it is no text. Each decision names the rule that made it. The program and the bindings go by the decision.
  *
  * The pieces may be cut anywhere: the answers are those of the whole text. A detector takes less than 64 kB, whatever the
- * length of the text, and allocates nothing once it is made.
+ * length of the text, and allocates nothing once it is made. It does not stop early: text behind a byte-order mark is
+ * looked at to its end, for line ends and for what is told of its bytes.
  *
  * @par Threads
  * Different detectors may be used in any number of threads at once, one detector by one thread at a time.
@@ -47,7 +48,10 @@ typedef struct JkcDetectorOptions {
     int32_t reserved;  /**< 0 */
 } JkcDetectorOptions;
 
-/** What was found for one candidate. All numbers but the offset are in bytes. */
+/**
+ * What was found for one candidate. All numbers but the offset are in bytes. A candidate is out with 11 bytes in
+ * `ill_formed`, and not counted on then; behind a byte-order mark, and once ISO-2022-JP is certain, none is counted.
+ */
 typedef struct JkcEvidence {
     int32_t type;        /**< the JkcCodeType of the candidate */
     int32_t reserved;    /**< 0 */
@@ -74,25 +78,26 @@ typedef struct JkcDetection {
     uint64_t length;                      /**< of the text */
     int32_t judged;                       /**< as jkc_judges_buffer() returns it */
     int32_t judged_set;                   /**< as its `type_out` */
-    int32_t line_ends;                    /**< as its `line_out` */
+    int32_t line_ends;                    /**< as its `line_out`: JkcLineType bits, 0 or #JKC_ECTYPE */
     uint8_t srg_exists;                   /**< as JkcContext::srg_exists afterwards */
     uint8_t utfmac_exists;                /**< as JkcContext::utfmac_exists afterwards */
     uint8_t reserved[2];                  /**< 0 */
-    JkcEvidence evidence[JKC_CANDIDATES]; /**< of each candidate; that of one that is out early is not complete */
-    int64_t utf8_first_error;             /**< where the text is ill-formed as UTF-8 by the standard; -1: nowhere */
-    uint64_t utf8_two_byte;               /**< well-formed UTF-8 characters of two bytes before that */
-    uint64_t utf8_longer;                 /**< the same of three and four bytes */
-    uint64_t nul_count;                   /**< NUL bytes */
-    uint64_t control_count;               /**< C0 control bytes but NUL, HT, LF, VT, FF, CR, SO, SI, ESC */
-    int32_t decision;                     /**< a JkcCodeType, or a JkcDecision */
-    int32_t open;                         /**< undecided: the JKC_JUDGED_BIT()s of the likely code types; else 0 */
-    int32_t rule;                         /**< the rule that decided: jkc_rule_name() */
-    int32_t confidence;                   /**< how sure the decision is, 0 to 100 */
+    JkcEvidence evidence[JKC_CANDIDATES]; /**< of SJIS, the four EUC types, UTF-16BE, UTF-16LE and UTF-8 */
+    int64_t utf8_first_error; /**< offset where the text is ill-formed as UTF-8 by the standard, which allows
+                                               neither longer forms nor surrogates nor an end inside a character; -1: nowhere */
+    uint64_t utf8_two_byte;   /**< well-formed UTF-8 characters of two bytes before that */
+    uint64_t utf8_longer;     /**< the same of three and four bytes */
+    uint64_t nul_count;       /**< NUL bytes */
+    uint64_t control_count;   /**< C0 control bytes but NUL, HT, LF, VT, FF, CR, SO, SI, ESC */
+    int32_t decision;         /**< a JkcCodeType, or a JkcDecision */
+    int32_t open;             /**< undecided: the JKC_JUDGED_BIT()s of the likely code types; else 0 */
+    int32_t rule;             /**< the rule that decided: jkc_rule_name() */
+    int32_t confidence;       /**< how sure the decision is, 0 to 100 */
 } JkcDetection;
 
 /**
- * Makes a detector.
- * @param detector receives it; null after a failure
+ * Makes a detector. Threads: any.
+ * @param detector receives it, to be freed with jkc_detector_release(); null after a failure
  * @param options  null: nothing preferred
  * @return 0 or #JKC_EALLOC
  */
@@ -117,10 +122,10 @@ JKC_API void jkc_detector_feed(JkcDetector *detector, const uint8_t *data, size_
  */
 JKC_API void jkc_detector_finish(JkcDetector *detector, JkcDetection *found);
 
-/** @return the name of a rule, such as "well-formed UTF-8"; "" for a number that is none */
+/** Threads: any. @return the name of a rule, such as "well-formed UTF-8"; "" for a number that is none */
 JKC_API const char *jkc_rule_name(int32_t rule);
 
-/** @return the name of a code type, or of a JkcDecision ("undecided", "unknown", "binary"); "" for other numbers */
+/** Threads: any. @return the name of a code type, or of a JkcDecision ("undecided", "unknown", "binary"); "" for other numbers */
 JKC_API const char *jkc_decision_name(int32_t decision);
 
 #ifdef __cplusplus

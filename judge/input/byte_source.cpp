@@ -122,6 +122,18 @@ void reset_block(JkcBlock &block) {
     block.end = JKC_BLOCK_HEADROOM;
 }
 
+void start_first_block(JkcBlock &block) {
+    for (int32_t &start : block.scan_start) {
+        start = JKC_BLOCK_HEADROOM;
+    }
+}
+
+void start_next_block(JkcBlock &block) {
+    constexpr size_t kCarryRoom = 8; // no scanner leaves more over
+    memcpy(block.data + JKC_BLOCK_HEADROOM - kCarryRoom, block.data + block.end - kCarryRoom, kCarryRoom);
+    block.end = JKC_BLOCK_HEADROOM;
+}
+
 int keep_block(JkcContext *ctx, const JkcBlock &block) {
     if (ll_add(ctx->blocks->header->last, &block, sizeof block) != nullptr) {
         return JKC_SUCCESS;

@@ -31,6 +31,13 @@ private:
 // Clears a block and sets it up for reading.
 void reset_block(JkcBlock &block);
 
+// Sets a block up for the first piece that the scanners see. The rest of the block stays as it is.
+void start_first_block(JkcBlock &block);
+
+// Makes room for the next piece behind a full one. Its last bytes go into the headroom: the scanners may have left them
+// over.
+void start_next_block(JkcBlock &block);
+
 // Appends a copy of the block to the context's list. SUCCESS, or EALLOC with the list cleared.
 int keep_block(JkcContext *ctx, const JkcBlock &block);
 

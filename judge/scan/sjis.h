@@ -15,10 +15,10 @@ public:
         : table_(ctx.sjis_src_table), count_(ctx.sjis_src_count), classes_(ctx.uni_def_table),
           counts_nuls_(counts_nuls) {}
 
-    // Takes the bytes from p to end; `origin` is at `offset` in the input. Returns where it stopped: at `end`, or at a
-    // character that `end` cuts.
-    const uint8_t *scan(const uint8_t *p, const uint8_t *end, bool last, const uint8_t *origin, int64_t offset);
+    // Takes the bytes from p to end. Returns where it stopped: at `end`, or at a character that `end` cuts.
+    const uint8_t *scan(const uint8_t *p, const uint8_t *end, bool last);
 
+    Origin origin;
     Evidence found;
     bool non_ascii = false;   // a NUL or a byte of 0x80 or more was seen
     bool jis_escape = false;  // an escape sequence of CP50221 was seen
@@ -27,10 +27,11 @@ public:
     int64_t little_units = 0; // the same for little-endian
 
 private:
-    const uint8_t *scan_text(const uint8_t *p, const uint8_t *end, bool last, const uint8_t *origin, int64_t offset);
+    const uint8_t *scan_text(const uint8_t *p, const uint8_t *end, bool last);
     const uint8_t *skip_text(const uint8_t *p, const uint8_t *end) const;
     const uint8_t *take_ordinary_text(const uint8_t *p, const uint8_t *end);
     const uint8_t *take_mapped_codes(const uint8_t *p, const uint8_t *until, const uint8_t *end);
+    void add_unmapped(const uint8_t *p);
     bool is_latin(uint8_t b) const;
     size_t take_escape(const uint8_t *p, size_t left, int64_t offset);
 

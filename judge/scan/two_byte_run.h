@@ -55,14 +55,15 @@ struct OrdinaryEuc {
 };
 
 // Every second bit of each row of bits in `mask`, from its first on.
-constexpr uint32_t every_second(uint32_t mask) {
-    constexpr uint32_t kEven = 0x55555555;
-    const uint32_t begins = mask & ~(mask << 1);
+template <class Mask>
+constexpr Mask every_second(Mask mask) {
+    constexpr auto kEven = static_cast<Mask>(0x5555555555555555);
+    const Mask begins = mask & ~(mask << 1);
     // Adding its first bit to a row carries through all of it.
-    const uint32_t from_even = mask & ~(mask + (begins & kEven));
+    const Mask from_even = mask & ~(mask + (begins & kEven));
     return (from_even & kEven) | (mask & ~from_even & ~kEven);
 }
-static_assert(every_second(0b0011'1101'1011) == 0b0001'0100'1001);
+static_assert(every_second<uint32_t>(0b0011'1101'1011) == 0b0001'0100'1001);
 
 // Counts from p, a boundary, to the first character that is neither ASCII nor an ordinary code nor a half-width
 // katakana, or to the last 32 bytes. The text lies in one block; a byte behind `end` must be readable.

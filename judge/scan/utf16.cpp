@@ -44,9 +44,9 @@ bool is_cut(const uint8_t *p, const uint8_t *end) {
     return wants_partner(little_unit) && end - p < 2;
 }
 
-// Counts a code unit; `next` is the one behind it. Returns whether the two are a pair.
+// Counts the code unit that is at `offset` in the text; `next` is the one behind it. Returns whether the two are a pair.
 template <class Rules>
-bool take(Utf16Scanner::Side &side, uint32_t unit, const uint8_t *next, const uint8_t *end) {
+bool take(Utf16Scanner::Side &side, int64_t offset, uint32_t unit, const uint8_t *next, const uint8_t *end) {
     const bool pair = wants_partner(unit) && end - next >= 2 && has_partner<Rules>(unit, next);
     if ((kScanClasses[unit] & kScanEvidence) != 0) {
         side.found.valid += pair ? 4 : 2;
@@ -56,9 +56,13 @@ bool take(Utf16Scanner::Side &side, uint32_t unit, const uint8_t *next, const ui
         side.found.valid += 4;
         side.surrogates += 4;
     } else if (is_high_surrogate(unit)) {
-        side.found.errors += Rules::kLoneSurrogateErrors;
+        if (Rules::kLoneSurrogateErrors > 0) {
+            side.found.add_errors(Rules::kLoneSurrogateErrors, offset);
+        }
+    } else if (unit == Rules::kExempt) {
+        side.found.valid += 2;
     } else {
-        (unit == Rules::kExempt ? side.found.valid : side.found.errors) += 2;
+        side.found.add_errors(2, offset);
     }
     return pair;
 }
@@ -73,13 +77,22 @@ struct Run {
         evidence += scan_class & kScanEvidence;
         kana += scan_class / kScanKana & 1;
     }
-    void add_to(Evidence &found) const {
-        found.valid += 2 * evidence;
-        found.errors += 2 * (units - evidence);
-        found.kana += 2 * kana;
-    }
 };
 static_assert(kScanEvidence == 1);
+
+// Adds the run from p on.
+template <class Order>
+void add_run(const Run &run, const uint8_t *p, const Origin &origin, Evidence &found) {
+    const int64_t errors = 2 * (run.units - run.evidence);
+    if (errors > 0) {
+        while (found.errors == 0 && (kScanClasses[Order::unit(p)] & kScanEvidence) != 0) {
+            p += 2;
+        }
+        found.add_errors(errors, origin.offset_of(p));
+    }
+    found.valid += 2 * run.evidence;
+    found.kana += 2 * run.kana;
+}
 
 // The positions at which code units begin.
 constexpr Bytes16 kUnitBegins = {0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0, 0xFF, 0};
@@ -154,8 +167,8 @@ const uint8_t *Utf16Scanner::take_singles(const uint8_t *p, const uint8_t *end) 
         p += 2;
     }
     big_run.units = little_run.units = (p - begin) / 2;
-    big_run.add_to(big.found);
-    little_run.add_to(little.found);
+    add_run<BigEndian>(big_run, begin, origin, big.found);
+    add_run<LittleEndian>(little_run, begin, origin, little.found);
     return p;
 }
 
@@ -171,7 +184,7 @@ Units8 may_be_special(Units8 units) {
 // Takes code units from p on, eight at a time, and counts them for one byte order alone. Stops at eight that may hold a
 // pair or a special one, in either byte order, and before the last nine.
 template <class Rules>
-const uint8_t *take_singles_of(Utf16Scanner::Side &side, const uint8_t *p, const uint8_t *end) {
+const uint8_t *take_singles_of(Utf16Scanner::Side &side, const Origin &origin, const uint8_t *p, const uint8_t *end) {
     constexpr ptrdiff_t kReach = kWide + 2; // the code unit behind the last one may be its combining mark
     static_assert(kUnits * kScanEvidence < kScanKana);
     Run run;
@@ -196,7 +209,7 @@ const uint8_t *take_singles_of(Utf16Scanner::Side &side, const uint8_t *p, const
         run.kana += sum / kScanKana;
     }
     run.units = (p - begin) / 2;
-    run.add_to(side.found);
+    add_run<Rules>(run, begin, origin, side.found);
     return p;
 }
 
@@ -207,8 +220,8 @@ const uint8_t *Utf16Scanner::scan(const uint8_t *p, const uint8_t *end, bool las
     const bool one_side = drops_sides_ && is_eliminated(big) != is_eliminated(little);
     while (end - p >= 2) {
         if (one_side) {
-            p = is_eliminated(big) ? take_singles_of<LittleRules>(little, p, end)
-                                   : take_singles_of<BigRules>(big, p, end);
+            p = is_eliminated(big) ? take_singles_of<LittleRules>(little, origin, p, end)
+                                   : take_singles_of<BigRules>(big, origin, p, end);
         }
         const uint8_t *const close = one_side && end - p > kCloseLook ? p + kCloseLook : end;
         while (close - p >= 2) {
@@ -220,18 +233,19 @@ const uint8_t *Utf16Scanner::scan(const uint8_t *p, const uint8_t *end, bool las
             }
             const uint32_t big_unit = BigEndian::unit(p);
             const uint32_t little_unit = LittleEndian::unit(p);
+            const int64_t offset = origin.offset_of(p);
             p += 2;
-            if (take<BigRules>(big, big_unit, p, end)) {
+            if (take<BigRules>(big, offset, big_unit, p, end)) {
                 p += 2;
             }
-            if (take<LittleRules>(little, little_unit, p, end)) {
+            if (take<LittleRules>(little, offset, little_unit, p, end)) {
                 p += 2;
             }
         }
     }
     if (last && p < end) {
-        big.found.errors += 2;
-        little.found.errors += 2;
+        big.found.add_errors(2, origin.offset_of(p));
+        little.found.add_errors(2, origin.offset_of(p));
     }
     return p;
 }

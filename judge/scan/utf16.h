@@ -31,11 +31,13 @@ public:
     // Whether neither byte order can win any more.
     bool is_eliminated() const { return is_eliminated(big) && is_eliminated(little); }
 
+    Origin origin;
     Side big;
     Side little;
 
-private:
     static bool is_eliminated(const Side &side) { return side.found.errors >= kTooManyErrors; }
+
+private:
     const uint8_t *take_singles(const uint8_t *p, const uint8_t *end);
 
     bool drops_sides_;

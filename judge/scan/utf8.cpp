@@ -111,8 +111,8 @@ bool Utf8Scanner::is_eliminated(const uint8_t *p, const uint8_t *end) const {
 
 // A match counts only where scan() would begin a character.
 const uint8_t *Utf8Scanner::watch(const uint8_t *p, const uint8_t *end, Wanted wanted) {
-    if (!wanted.four_byte && !wanted.decomposed) {
-        return end; // nothing is left to find, so boundaries no longer matter
+    if (!wanted.four_byte && !wanted.decomposed && found.valid > 0) {
+        return end; // nothing is left to find, not even a valid character, so boundaries no longer matter
     }
     const Place begin{p, base_};
     if (wanted.four_byte) {
@@ -138,6 +138,7 @@ const uint8_t *Utf8Scanner::watch(const uint8_t *p, const uint8_t *end, Wanted w
 // The counters of a scan, on the stack so that they stay in registers.
 struct Utf8Scanner::Tally {
     Evidence found;
+    Origin origin;
     int64_t four_byte;
     int64_t decomposed;
     // Whether the last decisive character before `known_at` takes a combining mark. Runs are counted without looking at
@@ -163,7 +164,7 @@ struct Utf8Scanner::Tally {
     size_t two_byte(const uint8_t *p, const uint8_t *end) {
         const uint8_t scan_class = kScanClasses[utf8_code_point(p[0], p[1])];
         if (!is_trail(p[1]) || (scan_class & kScanText) == 0) {
-            found.errors += 2;
+            found.add_errors(2, origin.offset_of(p));
             return 2;
         }
         found.valid += 2;
@@ -176,7 +177,7 @@ struct Utf8Scanner::Tally {
     size_t three_byte(const uint8_t *p, const uint8_t *end) {
         const uint8_t scan_class = kScanClasses[utf8_code_point(p[0], p[1], p[2])];
         if (!is_trail(p[1]) || !is_trail(p[2]) || (scan_class & kScanText) == 0) {
-            found.errors += 3;
+            found.add_errors(3, origin.offset_of(p));
             return 3;
         }
         found.valid += 3;
@@ -194,13 +195,13 @@ struct Utf8Scanner::Tally {
             four_byte += 4;
             return 4;
         }
-        found.errors += 1;
+        found.add_errors(1, origin.offset_of(p));
         return 1;
     }
 };
 
 const uint8_t *Utf8Scanner::scan(const uint8_t *p, const uint8_t *end, bool last) {
-    Tally tally{found, four_byte, decomposed, base_, p};
+    Tally tally{found, origin, four_byte, decomposed, base_, p};
     while (p < end) {
         const OrdinaryRun run = ordinary_utf8_run(p, end);
         const uint8_t *const close = close_look_end(p, run.end, end);
@@ -212,7 +213,9 @@ const uint8_t *Utf8Scanner::scan(const uint8_t *p, const uint8_t *end, bool last
             const auto left = static_cast<size_t>(end - p);
             if (length > left) {
                 // Goes on in the next block; at the end of the input the cut bytes count, and one more.
-                tally.found.errors += last ? static_cast<int64_t>(left) + 1 : 0;
+                if (last) {
+                    tally.found.add_errors(static_cast<int64_t>(left) + 1, origin.offset_of(p));
+                }
                 end = p;
                 break;
             }

@@ -23,6 +23,7 @@ public:
     // counted, or not be there from p to end.
     bool is_eliminated(const uint8_t *p, const uint8_t *end) const;
 
+    Origin origin;
     Evidence found;
     int64_t four_byte = 0;  // bytes of four-byte sequences
     int64_t decomposed = 0; // bytes of bases with their combining marks

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include "judge/input/feature_scan.h"
+#include "judge/judge.h"
 #include "support/collecting_writer.h"
 #include "support/encoded.h"
 #include "support/exact_buffer.h"
@@ -307,18 +309,17 @@ std::string recoded(const std::string &text, int from, int to) {
 
 // The linker wraps the driver's call of the judgement, by these names.
 extern "C" {
-int __real__jkc_judges(JkcContext *ctx, int *type_out, int *line_out, int preferred, bool plain_is_preferred,
-                       bool keep_blocks);
+int __real_jkc_judge_for_conversion(JkcContext *ctx, const jkc::WorkArea *area, int preferred, bool plain_is_preferred);
 
-int __wrap__jkc_judges(JkcContext *ctx, int *type_out, int *line_out, int preferred, bool plain_is_preferred,
-                       bool keep_blocks) {
+int __wrap_jkc_judge_for_conversion(JkcContext *ctx, const jkc::WorkArea *area, int preferred,
+                                    bool plain_is_preferred) {
     using jkc::testing::forced_type;
     if (!forced_type) {
-        return __real__jkc_judges(ctx, type_out, line_out, preferred, plain_is_preferred, keep_blocks);
+        return __real_jkc_judge_for_conversion(ctx, area, preferred, plain_is_preferred);
     }
     ctx->srg_exists = 0;
     ctx->utfmac_exists = 0;
-    const int status = _fill_buffer(ctx, JKC_TYPE_SJIS); // a type that is read and not looked at
+    const int status = jkc::fill_buffer(ctx, *area->block(), JKC_TYPE_SJIS); // a type that is read and not looked at
     return status == JKC_SUCCESS ? *forced_type : status;
 }
 }
