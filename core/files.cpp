@@ -56,9 +56,11 @@ FILE *open_in_mode(const char *path, const char *mode) { return fopen(path, mode
 PathKind kind_of(const char *path) {
     Status found;
     if (!look_at(path, found)) {
-        return kNothing;
+        return PathKind::kNothing;
     }
-    return S_ISREG(found.st_mode) ? kRegularFile : S_ISDIR(found.st_mode) ? kDirectory : kOther;
+    return S_ISREG(found.st_mode)   ? PathKind::kRegularFile
+           : S_ISDIR(found.st_mode) ? PathKind::kDirectory
+                                    : PathKind::kOther;
 }
 
 FILE *open_to_read(const char *path) { return open_in_mode(path, JKC_MODE_TEXT("rb")); }

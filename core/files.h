@@ -6,7 +6,7 @@
 
 namespace jkc {
 
-enum PathKind : int32_t { kNothing = 0, kDirectory = 1, kRegularFile = 2, kOther = 9 };
+enum class PathKind : int32_t { kNothing = 0, kDirectory = 1, kRegularFile = 2, kOther = 9 };
 
 // What stands at a path.
 PathKind kind_of(const char *path);

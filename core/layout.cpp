@@ -111,4 +111,72 @@ JKC_FIELD(FileSlot, src_type, 48, 8, 36, 8);
 JKC_FIELD(FileSlot, dst_type, 56, 8, 44, 8);
 JKC_FIELD(FileSlot, jis_state, 64, 4, 52, 4);
 
+JKC_RECORD(JkcLoss, 40, 36);
+JKC_FIELD(JkcLoss, size, 0, 8, 0, 4);
+JKC_FIELD(JkcLoss, offset, 8, 8, 4, 8);
+JKC_FIELD(JkcLoss, length, 16, 4, 12, 4);
+JKC_FIELD(JkcLoss, kind, 20, 4, 16, 4);
+JKC_FIELD(JkcLoss, code, 24, 8, 20, 8);
+JKC_FIELD(JkcLoss, code_point, 32, 8, 28, 8);
+
+JKC_RECORD(JkcConverterOptions, 40, 28);
+JKC_FIELD(JkcConverterOptions, size, 0, 8, 0, 4);
+JKC_FIELD(JkcConverterOptions, line_type, 8, 4, 4, 4);
+JKC_FIELD(JkcConverterOptions, compose, 12, 1, 8, 1);
+JKC_FIELD(JkcConverterOptions, suppress, 13, 1, 9, 1);
+JKC_FIELD(JkcConverterOptions, jis_2004, 14, 1, 10, 1);
+JKC_FIELD(JkcConverterOptions, on_loss, 15, 1, 11, 1);
+JKC_FIELD(JkcConverterOptions, geta, 16, 1, 12, 1);
+JKC_FIELD(JkcConverterOptions, one_code_each, 17, 1, 13, 1);
+JKC_FIELD(JkcConverterOptions, reserved, 18, 6, 14, 6);
+JKC_FIELD(JkcConverterOptions, observer, 24, 8, 20, 4);
+JKC_FIELD(JkcConverterOptions, observer_data, 32, 8, 24, 4);
+
+JKC_RECORD(JkcConverterLosses, 152, 140);
+JKC_FIELD(JkcConverterLosses, size, 0, 8, 0, 4);
+JKC_FIELD(JkcConverterLosses, ill_formed, 8, 8, 4, 8);
+JKC_FIELD(JkcConverterLosses, unmappable, 16, 8, 12, 8);
+JKC_FIELD(JkcConverterLosses, truncated, 24, 8, 20, 8);
+JKC_FIELD(JkcConverterLosses, first, 32, 40, 28, 36);
+JKC_FIELD(JkcConverterLosses, last, 72, 40, 64, 36);
+JKC_FIELD(JkcConverterLosses, nochar_count, 112, 8, 100, 8);
+JKC_FIELD(JkcConverterLosses, first_nochar_offset, 120, 8, 108, 8);
+JKC_FIELD(JkcConverterLosses, last_nochar_offset, 128, 8, 116, 8);
+JKC_FIELD(JkcConverterLosses, first_nochar, 136, 8, 124, 8);
+JKC_FIELD(JkcConverterLosses, last_nochar, 144, 8, 132, 8);
+
+JKC_RECORD(JkcDetectorOptions, 16, 12);
+JKC_FIELD(JkcDetectorOptions, size, 0, 8, 0, 4);
+JKC_FIELD(JkcDetectorOptions, preferred, 8, 4, 4, 4);
+JKC_FIELD(JkcDetectorOptions, reserved, 12, 4, 8, 4);
+
+JKC_RECORD(JkcEvidence, 48, 48);
+JKC_FIELD(JkcEvidence, type, 0, 4, 0, 4);
+JKC_FIELD(JkcEvidence, reserved, 4, 4, 4, 4);
+JKC_FIELD(JkcEvidence, valid, 8, 8, 8, 8);
+JKC_FIELD(JkcEvidence, ill_formed, 16, 8, 16, 8);
+JKC_FIELD(JkcEvidence, kana, 24, 8, 24, 8);
+JKC_FIELD(JkcEvidence, penalty, 32, 8, 32, 8);
+JKC_FIELD(JkcEvidence, first_error, 40, 8, 40, 8);
+
+JKC_RECORD(JkcDetection, 472, 468);
+JKC_FIELD(JkcDetection, size, 0, 8, 0, 4);
+JKC_FIELD(JkcDetection, length, 8, 8, 4, 8);
+JKC_FIELD(JkcDetection, judged, 16, 4, 12, 4);
+JKC_FIELD(JkcDetection, judged_set, 20, 4, 16, 4);
+JKC_FIELD(JkcDetection, line_ends, 24, 4, 20, 4);
+JKC_FIELD(JkcDetection, srg_exists, 28, 1, 24, 1);
+JKC_FIELD(JkcDetection, utfmac_exists, 29, 1, 25, 1);
+JKC_FIELD(JkcDetection, reserved, 30, 2, 26, 2);
+JKC_FIELD(JkcDetection, evidence, 32, 384, 28, 384);
+JKC_FIELD(JkcDetection, utf8_first_error, 416, 8, 412, 8);
+JKC_FIELD(JkcDetection, utf8_two_byte, 424, 8, 420, 8);
+JKC_FIELD(JkcDetection, utf8_longer, 432, 8, 428, 8);
+JKC_FIELD(JkcDetection, nul_count, 440, 8, 436, 8);
+JKC_FIELD(JkcDetection, control_count, 448, 8, 444, 8);
+JKC_FIELD(JkcDetection, decision, 456, 4, 452, 4);
+JKC_FIELD(JkcDetection, open, 460, 4, 456, 4);
+JKC_FIELD(JkcDetection, rule, 464, 4, 460, 4);
+JKC_FIELD(JkcDetection, confidence, 468, 4, 464, 4);
+
 } // namespace

@@ -3,15 +3,15 @@
 
 #include "core/files.h"
 
-int32_t __check_stat(const char *path) { return jkc::kind_of(path); }
+int32_t __check_stat(const char *path) { return static_cast<int32_t>(jkc::kind_of(path)); }
 
 namespace jkc {
 
 int32_t require_regular_file(const char *path) {
     switch (kind_of(path)) {
-    case kNothing:
+    case PathKind::kNothing:
         return JKC_ENOTEXISTS;
-    case kRegularFile:
+    case PathKind::kRegularFile:
         return JKC_SUCCESS;
     default:
         return JKC_ENOTFILE;

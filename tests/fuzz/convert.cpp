@@ -46,6 +46,30 @@ struct Order {
         options.compose = choices.yes() ? 1 : 0;
         options.suppress = choices.below(8) == 0 ? 1 : 0;
         options.jis_2004 = choices.below(4) == 0 ? 1 : 0;
+        options.on_loss = static_cast<uint8_t>(choices.below(JKC_ON_LOSS_ESCAPE + 1));
+        options.geta = choices.yes() ? 1 : 0;
+        options.one_code_each = choices.yes() ? 1 : 0;
+    }
+};
+
+// Counts what it learns of, which must come in the order of the text.
+struct Observer {
+    uint64_t losses[JKC_LOSS_TRUNCATED + 1] = {};
+    uint64_t last_offset = 0;
+    uint64_t text_size = 0;
+
+    static int32_t learn(const JkcLoss *loss, void *self) {
+        auto *observer = static_cast<Observer *>(self);
+        JKC_EXPECT(loss->kind >= JKC_LOSS_ILL_FORMED && loss->kind <= JKC_LOSS_TRUNCATED && loss->length > 0);
+        JKC_EXPECT(loss->offset >= observer->last_offset && loss->offset + loss->length <= observer->text_size);
+        ++observer->losses[loss->kind];
+        observer->last_offset = loss->offset;
+        return 0;
+    }
+    void expect(const JkcConverterLosses &told) const {
+        JKC_EXPECT(told.ill_formed == losses[JKC_LOSS_ILL_FORMED]);
+        JKC_EXPECT(told.unmappable == losses[JKC_LOSS_UNMAPPABLE]);
+        JKC_EXPECT(told.truncated == losses[JKC_LOSS_TRUNCATED] && told.truncated <= 1);
     }
 };
 
@@ -56,6 +80,7 @@ struct Fed {
     Writer writer;
     JkcConverterLosses losses = {};
 
+    uint64_t lost() const { return losses.ill_formed + losses.unmappable + losses.truncated; }
     bool operator==(const Fed &other) const {
         return status == other.status && writer == other.writer && memcmp(&losses, &other.losses, sizeof losses) == 0;
     }
@@ -140,6 +165,17 @@ void convert_in_memory(const Order &order, const Bytes &text, const Fed &whole) 
     jkc_free(out);
 }
 
+// A mark is taken off, and not put back.
+bool has_any_bom(const Bytes &text) {
+    for (const Family family : {Family::kUtf8, Family::kUtf16Be, Family::kUtf16Le}) {
+        const Bom bom = bom_of(family);
+        if (text.size() >= bom.length && memcmp(text.data(), bom.bytes, bom.length) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
 // The bytes 80 to A0 but for 8E and 8F are no EUC: decoders of EUC take them as they are, and so does UTF-8.
 bool has_no_controls(const Bytes &text) {
     return std::none_of(text.data(), text.data() + text.size(),
@@ -174,6 +210,31 @@ bool is_well_formed(int32_t type, const Bytes &text) {
     }
 }
 
+// The classic policy writes what is ill-formed as it is, or in ways of its own. The others write nothing that is.
+void expect_well_formed(const Order &order, const Bytes &text, const Fed &whole) {
+    const bool classic = order.options.on_loss == JKC_ON_LOSS_CLASSIC;
+    if (!is_unicode(family_of(order.dst)) || whole.status != JKC_SUCCESS ||
+        (classic && (order.options.compose != 0 || !is_well_formed(order.src, text)))) {
+        return;
+    }
+    JKC_EXPECT(is_well_formed(order.dst, whole.writer.output));
+}
+
+// Without a loss, text in a Unicode form comes back as it was.
+void come_back(Order order, const Bytes &text, const Fed &whole) {
+    const bool as_it_is = order.options.line_type == JKC_LINE_KEEP && order.options.compose == 0 &&
+                          order.options.one_code_each != 0 && order.options.on_loss != JKC_ON_LOSS_CLASSIC;
+    const Family source = family_of(order.src);
+    if (!as_it_is || !is_unicode(family_of(order.dst)) || whole.status != JKC_SUCCESS || whole.lost() > 0 ||
+        !(source == Family::kSjis || is_unicode(source)) || has_bom(order.src) || has_any_bom(text)) {
+        return;
+    }
+    std::swap(order.src, order.dst);
+    Fed back;
+    feed_whole(order, whole.writer.output, back);
+    JKC_EXPECT(back.status == JKC_SUCCESS && back.lost() == 0 && back.writer.output == text);
+}
+
 // UTF-16 in the other byte order becomes the same; and to it, the same in the other order.
 void mirror(Order order, const Bytes &text, const Fed &expected) {
     const auto mirrored = [](int32_t type) {
@@ -203,9 +264,17 @@ void mirror(Order order, const Bytes &text, const Fed &expected) {
     JKC_EXPECT(fed.status == expected.status && fed.writer.output == expected.writer.output);
 }
 
-void run_fed(const Order &order, Choices &choices, const Bytes &text) {
+void run_fed(Order order, Choices &choices, const Bytes &text) {
     Fed whole;
+    Observer observer;
+    observer.text_size = text.size();
+    order.options.observer = Observer::learn;
+    order.options.observer_data = &observer;
     feed_whole(order, text, whole);
+    observer.expect(whole.losses);
+    order.options.observer = nullptr;
+    JKC_EXPECT((whole.status == JKC_ELOSS) == (order.options.on_loss == JKC_ON_LOSS_STOP && whole.lost() > 0) ||
+               order.refuse_at != 0);
     Fed cut;
     feed(order, text, cut, [&](size_t) { return choices.piece(); });
     JKC_EXPECT(cut == whole);
@@ -215,9 +284,8 @@ void run_fed(const Order &order, Choices &choices, const Bytes &text) {
         JKC_EXPECT(filled.status == whole.status && filled.writer.output == whole.writer.output);
         JKC_EXPECT(memcmp(&filled.losses, &whole.losses, sizeof whole.losses) == 0);
         convert_in_memory(order, text, whole);
-        if (whole.status == JKC_SUCCESS && order.options.compose == 0 && is_well_formed(order.src, text)) {
-            JKC_EXPECT((!is_unicode(family_of(order.dst)) || is_well_formed(order.dst, whole.writer.output)));
-        }
+        expect_well_formed(order, text, whole);
+        come_back(order, text, whole);
     }
     mirror(order, text, whole);
 }
@@ -294,8 +362,13 @@ void run_called(Order order, Choices &choices, const Bytes &text) {
     }
     // A converter that is told this type makes the same of it.
     const bool across_blocks = order.options.line_type != JKC_LINE_KEEP && text.size() > JKC_BLOCK_READ;
-    if (family_of(from_memory.told) != Family::kNone && !across_blocks) {
+    // A whole call that is to compose, and thinks that it can, writes nothing where legacy text needs no conversion.
+    const Family family = family_of(from_memory.told);
+    const bool composes_legacy = order.options.compose != 0 && from_memory.has_marks && !is_unicode(family);
+    if (family != Family::kNone && !across_blocks && !composes_legacy) {
         order.src = from_memory.told;
+        order.options.on_loss = JKC_ON_LOSS_CLASSIC;
+        order.options.one_code_each = 1;
         order.options.jis_2004 = from_memory.jis_2004 ? 1 : 0;
         // Only a whole call knows that there is nothing to compose, and copies then.
         order.options.compose = from_memory.has_marks ? order.options.compose : 0;

@@ -42,7 +42,7 @@ Answers counting(const Request &request, const Bytes &text, Counting how, bool h
         ctx->in_ptr = text.data();
         ctx->in_end = text.data() + text.size();
         ctx->mode = JKC_MODE_BUFFER;
-        return judge(ctx, type, line, request.preferred, hint, keep, how);
+        return judge(ctx, WorkArea(), type, line, request.preferred, hint, keep, how);
     });
 }
 

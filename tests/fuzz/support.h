@@ -31,14 +31,12 @@ public:
 
     void append(const uint8_t *data, size_t size) {
         if (size > 0) {
-            data_ = static_cast<uint8_t *>(realloc(data_, size_ + size));
-            memcpy(data_ + size_, data, size);
-            size_ += size;
+            memcpy(grow(size), data, size);
         }
     }
     void fill(uint8_t byte, size_t count) {
-        for (; count > 0; --count) {
-            append(&byte, 1);
+        if (count > 0) {
+            memset(grow(count), byte, count);
         }
     }
 
@@ -50,6 +48,12 @@ public:
     }
 
 private:
+    uint8_t *grow(size_t more) {
+        data_ = static_cast<uint8_t *>(realloc(data_, size_ + more));
+        size_ += more;
+        return data_ + size_ - more;
+    }
+
     uint8_t *data_ = nullptr;
     size_t size_ = 0;
 };
@@ -84,10 +88,10 @@ public:
     void take_text(Bytes &text, size_t width = 1, size_t letter_at = 0) {
         constexpr size_t kNear = 64;
         if (below(4) == 0) {
-            for (size_t letters = JKC_BLOCK_READ / width - below(kNear); letters > 0; --letters) {
-                for (size_t i = 0; i < width; ++i) {
-                    text.fill(i == letter_at ? 'a' : 0, 1);
-                }
+            const size_t length = (JKC_BLOCK_READ / width - below(kNear)) * width;
+            text.fill(width == 1 ? 'a' : 0, length);
+            for (size_t i = letter_at; i < length; i += width) {
+                text.data()[i] = 'a';
             }
         }
         text.append(text_, text_size_);
