@@ -18,3 +18,19 @@ fuzz() {
         -dict=tests/fuzz/dictionary.txt -artifact_prefix="$found/$1-" -max_len=2048 -timeout=20 -print_final_stats=1 \
         "${@:2}"
 }
+
+# fuzz_coverage TARGET...: regions, functions, lines and branches of the library that the seeds and the corpora run.
+fuzz_coverage() {
+    local target profiles=() programs=()
+    configure coverage -DJKC_BUILD_TESTS=ON
+    build coverage jkc_fuzz
+    for target in "$@"; do
+        programs+=("build/coverage/bin/jkc_fuzz_$target")
+        profiles+=("build/coverage/$target.profraw")
+        find build/fuzz/seeds "build/fuzz/corpus/$target" -type f |
+            JKC_FUZZ_DIR=build/coverage LLVM_PROFILE_FILE=${profiles[-1]} "${programs[-1]}"
+    done
+    llvm-profdata merge -o build/coverage/all.profdata "${profiles[@]}"
+    llvm-cov report -instr-profile=build/coverage/all.profdata "${programs[0]}" "${programs[@]/#/-object=}" \
+        -ignore-filename-regex='/tests/|/usr/'
+}
