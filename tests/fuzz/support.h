@@ -113,7 +113,9 @@ constexpr uint32_t kCodeTypeCount = sizeof kCodeTypes / sizeof kCodeTypes[0];
 
 // The text as a reader gives it that has nothing now and then.
 struct CutReader : JkcReader {
-    CutReader(const Bytes &bytes, Choices &source) : JkcReader{}, text(bytes), choices(source) {
+    CutReader(const Bytes &bytes, Choices &source) : text(bytes), choices(source) {
+        taken = filled = 0;
+        ended = false;
         read = [](JkcReader *self, uint8_t *dst, size_t room) {
             return static_cast<CutReader *>(self)->next(dst, room);
         };
