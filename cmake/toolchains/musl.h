@@ -9,6 +9,7 @@
 #ifdef __cplusplus
 extern "C"
 #endif
-int pthread_cond_clockwait(pthread_cond_t *, pthread_mutex_t *, clockid_t, const struct timespec *);
+    int
+    pthread_cond_clockwait(pthread_cond_t *, pthread_mutex_t *, clockid_t, const struct timespec *);
 
 #endif
