@@ -7,9 +7,7 @@
 
 #include <pthread.h>
 #ifdef __cplusplus
-extern "C"
+extern "C" int pthread_cond_clockwait(pthread_cond_t *, pthread_mutex_t *, clockid_t, const struct timespec *);
 #endif
-    int
-    pthread_cond_clockwait(pthread_cond_t *, pthread_mutex_t *, clockid_t, const struct timespec *);
 
 #endif
