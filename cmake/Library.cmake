@@ -19,8 +19,10 @@ if(JKC_BUILD_SHARED)
     set_target_properties(jkc PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
         LINK_DEPENDS ${JKC_VERSION_SCRIPT})
     # The library uses nothing of libstdc++, which the compiler links all the same: as-needed leaves it out again.
-    target_link_options(jkc PRIVATE -Wl,--version-script=${JKC_VERSION_SCRIPT} -Wl,--as-needed)
-    if(NOT JKC_SANITIZE)
+    if(NOT WIN32) # where what is exported is marked in the code, and only what is used is needed
+        target_link_options(jkc PRIVATE -Wl,--version-script=${JKC_VERSION_SCRIPT} -Wl,--as-needed)
+    endif()
+    if(NOT JKC_SANITIZE AND NOT WIN32)
         # Whatever the C library does not have is found here, not by the user's linker.
         target_link_options(jkc PRIVATE -Wl,-z,defs)
     endif()

@@ -5,6 +5,7 @@
 #include "convert/copy.h"
 #include "convert/routes.h"
 #include "convert/whole_input.h"
+#include "core/files.h"
 #include "judge/input/source_bits.h"
 #include "judge/judge.h"
 
@@ -93,7 +94,7 @@ int32_t jkc_convert_stream(JkcContext *ctx, FILE *fp, int32_t src_type, int32_t 
 
 int32_t jkc_convert_file(JkcContext *ctx, const char *path, int32_t src_type, int32_t dst_type, bool source_hint,
                          JkcObserver observer, JkcWriter writer, void *user_data) {
-    FILE *fp = fopen(path, "rb");
+    FILE *fp = jkc::open_to_read(path);
     int32_t result = JKC_EROPEN;
     int error = errno;
     if (fp != nullptr) {

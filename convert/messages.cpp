@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "core/bytes.h"
 #include "core/messages.h"
 #include "core/unicode.h"
 
@@ -28,7 +29,7 @@ int32_t gather(const uint8_t *data, uint64_t length, void *user_data) {
         area->overflowed = true;
         return JKC_EWRITE;
     }
-    memcpy(area->text + area->used, data, length);
+    memcpy(area->text + area->used, data, jkc::as_size(length));
     area->used += length;
     return JKC_SUCCESS;
 }
@@ -66,7 +67,7 @@ uint32_t recode(JkcContext *ctx, char *text, uint64_t len, int32_t dst_type, uin
         len = without_last_character(text, len); // too long: cut at a character, so that JIS still closes
     }
     ctx->user_data = nullptr; // the area ends here
-    memcpy(text, area.text, area.used);
+    memcpy(text, area.text, jkc::as_size(area.used));
     if (area.used != original) {
         text[area.used] = '\0';
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -26,6 +27,9 @@ constexpr uint32_t two_byte_code(uint8_t high, uint8_t low) { return static_cast
 constexpr uint32_t select(bool condition, uint32_t then, uint32_t otherwise) {
     return otherwise ^ ((then ^ otherwise) & (0U - static_cast<uint32_t>(condition)));
 }
+
+// A length as the C library takes it: one that no memory has stays one, also where addresses have 32 bits.
+constexpr size_t as_size(uint64_t length) { return length < SIZE_MAX ? static_cast<size_t>(length) : SIZE_MAX; }
 
 // Four bytes as a number, the first one lowest, whatever the processor's order.
 constexpr uint32_t lowest_first(uint32_t value) {

@@ -43,7 +43,8 @@
  * works or calls back, so that no callback can dead-lock. Each group below says what else holds for it.
  *
  * **Conventions.** Pointers must not be null and strings end with a NUL byte, unless a function says otherwise. Every
- * length, size and offset is in bytes.
+ * length, size and offset is in bytes. Names of files are UTF-8 on Windows, and elsewhere bytes as the system takes them.
+ * Streams must be open in binary mode and belong to the C library that libjkc is linked to (on Windows: msvcrt).
  */
 #ifndef JKC_H
 #define JKC_H

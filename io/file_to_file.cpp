@@ -1,6 +1,8 @@
 // Converts a file into a file.
 #include <atomic>
 
+#include "core/bytes.h"
+#include "core/files.h"
 #include "io/outcome.h"
 #include "io/path.h"
 
@@ -22,7 +24,7 @@ int32_t make_destination(FileConversion &conversion, int32_t code_type) {
     if (!take_judged(conversion.outcome, code_type)) {
         return answer_undecided(code_type);
     }
-    conversion.file = fopen(conversion.destination, "wb");
+    conversion.file = open_to_write(conversion.destination);
     std::atomic_ref(_dfp).store(conversion.file);
     if (conversion.file == nullptr) {
         conversion.outcome.code_type = JKC_EWOPEN;
@@ -34,7 +36,7 @@ int32_t make_destination(FileConversion &conversion, int32_t code_type) {
 
 // JIS X 0213 text is converted although no destination was made for it.
 int32_t write_to(FILE *file, const uint8_t *data, uint64_t length) {
-    return file != nullptr && fwrite(data, 1, length, file) == length ? JKC_SUCCESS : JKC_EWRITE;
+    return file != nullptr && fwrite(data, 1, as_size(length), file) == length ? JKC_SUCCESS : JKC_EWRITE;
 }
 
 int32_t observe(int32_t code_type, void *conversion) {

@@ -23,7 +23,7 @@ struct Line {
     int32_t characters = 0;
     int line_end = 0; // bytes of the line end behind p, once it is found
 
-    uint64_t left() const { return static_cast<uint64_t>(end - p); }
+    size_t left() const { return static_cast<size_t>(end - p); }
 
     Scan take(int bytes) {
         p += bytes;
@@ -85,7 +85,7 @@ int32_t scan_line(Scanner scanner, JkcContext *ctx, void *buf, uint64_t size, ui
     }
     *length = static_cast<uint64_t>(line.p - start);
     if (*length > 0) {
-        memcpy(buf, start, *length);
+        memcpy(buf, start, as_size(*length));
     }
     *position = line.p + line.line_end;
     ctx->sts = scan == Scan::kNext ? JKC_SUCCESS : static_cast<int32_t>(scan);

@@ -1,4 +1,5 @@
 // The functions on names and messages under the names of this layer, with results of 64 bits.
+#include "core/bytes.h"
 #include "core/internal.h"
 
 namespace {
@@ -18,10 +19,10 @@ int64_t jkc_io_typeto_name(char *buf, int64_t code_type) {
 int64_t jkc_io_nameto_type(const char *name) { return widen(jkc_nameto_type(name)); }
 
 int64_t jkc_io_multi_type_names(char *buf, uint64_t size, int64_t mask_or_type) {
-    return widen(jkc_multi_type_names(buf, size, static_cast<int>(mask_or_type)));
+    return widen(jkc_multi_type_names(buf, jkc::as_size(size), static_cast<int>(mask_or_type)));
 }
 
-int64_t jkc_io_all_type_names(char *buf, uint64_t size) { return widen(jkc_all_type_names(buf, size)); }
+int64_t jkc_io_all_type_names(char *buf, uint64_t size) { return widen(jkc_all_type_names(buf, jkc::as_size(size))); }
 
 int64_t jkc_io_all_type_names_length() { return widen(jkc_all_type_names_length()); }
 

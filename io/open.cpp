@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "core/bytes.h"
 #include "io/outcome.h"
 #include "io/slots.h"
 
@@ -32,7 +33,7 @@ bool grow(FileSlot &slot, uint64_t needed) {
     while (capacity < needed) {
         capacity *= 2;
     }
-    auto *data = static_cast<uint8_t *>(realloc(slot.data, capacity));
+    auto *data = static_cast<uint8_t *>(realloc(slot.data, as_size(capacity)));
     if (data == nullptr) {
         return false;
     }
@@ -62,7 +63,7 @@ int32_t append(FileSlot &slot, const uint8_t *data, uint64_t length) {
     if (slot.size + length > slot.capacity && !grow(slot, slot.size + length)) {
         return JKC_EALLOC;
     }
-    memcpy(slot.data + slot.size, data, length);
+    memcpy(slot.data + slot.size, data, as_size(length));
     slot.size += length;
     return JKC_SUCCESS;
 }

@@ -1,29 +1,17 @@
 // What stands at a path.
-#include <sys/stat.h>
-
 #include "io/path.h"
 
-namespace {
+#include "core/files.h"
 
-enum PathKind : int32_t { kNothing = 0, kDirectory = 1, kRegularFile = 2, kOther = 9 };
-
-} // namespace
-
-int32_t __check_stat(const char *path) {
-    struct stat found;
-    if (stat(path, &found) != 0) {
-        return kNothing;
-    }
-    return S_ISREG(found.st_mode) ? kRegularFile : S_ISDIR(found.st_mode) ? kDirectory : kOther;
-}
+int32_t __check_stat(const char *path) { return static_cast<int32_t>(jkc::kind_of(path)); }
 
 namespace jkc {
 
 int32_t require_regular_file(const char *path) {
-    switch (__check_stat(path)) {
-    case kNothing:
+    switch (kind_of(path)) {
+    case PathKind::kNothing:
         return JKC_ENOTEXISTS;
-    case kRegularFile:
+    case PathKind::kRegularFile:
         return JKC_SUCCESS;
     default:
         return JKC_ENOTFILE;

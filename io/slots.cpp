@@ -3,6 +3,8 @@
 #include <atomic>
 #include <cstdlib>
 
+#include "core/bytes.h"
+
 int64_t _fd = 0;
 
 namespace jkc {
@@ -117,7 +119,8 @@ int64_t jkc_io_get_errno(int64_t slot) {
 
 int64_t jkc_io_get_strerror(int64_t slot, int64_t errnum, char *buf, uint64_t size, int64_t code_type) {
     return jkc::with_slot(slot, [&](const FileSlot &open) -> int64_t {
-        return jkc_get_strerror(open.context, static_cast<int>(errnum), buf, size, static_cast<int>(code_type));
+        return jkc_get_strerror(open.context, static_cast<int>(errnum), buf, jkc::as_size(size),
+                                static_cast<int>(code_type));
     });
 }
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/code_types.h"
+#include "core/files.h"
 #include "judge/input/byte_source.h"
 #include "judge/input/feature_scan.h"
 #include "judge/input/source_bits.h"
@@ -228,7 +229,7 @@ int jkc_judges_stream(JkcContext *ctx, int *type_out, int *line_out, FILE *fp, i
 }
 
 int jkc_judges_file(JkcContext *ctx, int *type_out, int *line_out, const char *path, int preferred) {
-    FILE *fp = fopen(path, "rb");
+    FILE *fp = jkc::open_to_read(path);
     if (fp == nullptr) {
         ctx->sys_errno = errno;
         ctx->sts = JKC_EROPEN;

@@ -135,7 +135,7 @@ TEST_F(ConverterTest, ACaseFedOrInMemory) {
             const auto *in = reinterpret_cast<const uint8_t *>(c.input.data());
             const int32_t result = jkc_convert_memory(src, dst, in, c.input.size(), &options, &out, &length, nullptr);
             if (result == JKC_SUCCESS) {
-                EXPECT_TRUE(c.options.has("any") || std::string(reinterpret_cast<char *>(out), length) == output);
+                EXPECT_TRUE(c.options.has("any") || std::string_view(reinterpret_cast<char *>(out), length) == output);
                 EXPECT_EQ(out[length] | out[length + 1], 0);
                 EXPECT_LE(length, jkc_converter_bound(dst, c.input.size()));
             }

@@ -19,6 +19,15 @@ const std::string kText = parse_bytes("E38182*9000 0A");
 
 int32_t swallow(const uint8_t * /*data*/, uint64_t /*length*/, void * /*user_data*/) { return 0; }
 
+// What reading a directory comes to.
+constexpr struct {
+    int status, error;
+#ifdef _WIN32
+} kDirectory = {JKC_EROPEN, EACCES};
+#else
+} kDirectory = {JKC_EREAD, EISDIR};
+#endif
+
 void expect_usable(JkcContext *ctx) {
     EXPECT_EQ(ctx->blocks->data, nullptr);
     EXPECT_EQ(ctx->mode, 0U);
@@ -120,7 +129,9 @@ TEST(FaultsTest, AStreamFailsAtAnyByteOrAFileIsNone) {
     int type = 0;
     int line = 0;
     for (const std::string &text :
-         {kText, "\xEF\xBB\xBF" + kText, parse_bytes("FEFF 3042*9000"), std::string(20000, 'a')}) {
+         !TestStream::kCanFail
+             ? std::vector<std::string>()
+             : std::vector{kText, "\xEF\xBB\xBF" + kText, parse_bytes("FEFF 3042*9000"), std::string(20000, 'a')}) {
         for (const size_t at : {0U, 1U, 2U, 3U, 4U, 100U, 8127U, 8128U, 8129U, 8130U, 8131U, 16256U, 17000U}) {
             SCOPED_TRACE(at);
             TestStream judged(text, TestStream::kNever, at);
@@ -133,7 +144,7 @@ TEST(FaultsTest, AStreamFailsAtAnyByteOrAFileIsNone) {
     }
     const TempDir dir;
     for (const auto &[path, status, error] : {std::tuple(dir.path("missing"), int{JKC_EROPEN}, ENOENT),
-                                              std::tuple(dir.path("."), int{JKC_EREAD}, EISDIR)}) {
+                                              std::tuple(dir.path("."), kDirectory.status, kDirectory.error)}) {
         expect_failure(ctx, jkc_judges_file(ctx, &type, &line, path.c_str(), 0), status, error);
         EXPECT_EQ(type, status);
         expect_failure(ctx, jkc_convert_file(ctx, path.c_str(), 0, 4, false, nullptr, swallow, nullptr), status, error);

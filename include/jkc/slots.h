@@ -8,6 +8,8 @@
  * All results are 64 bits wide. Each function that takes a slot gives #JKC_EIOFDRANGE for a number that is not 0 to 99
  * and #JKC_EIONOTOPEN for a slot that is not open.
  *
+ * Names of files are UTF-8 on Windows, and elsewhere bytes as the system takes them.
+ *
  * Threads: slots may be opened, and different slots read and closed, in any number of threads at once, beside whatever
  * else the library does. One slot is used by one thread at a time.
  */
@@ -44,7 +46,7 @@ enum JkcOperation {
  * @return the slot, to be freed with jkc_io_close(). Where several code types fit, the slot holds nothing,
  *         *judged_type is their set (64 or more) and jkc_io_is_decided() tells 0. Else a negative status:
  *         #JKC_EIOMODE for another @p mode, #JKC_EIOMAX when all slots are open, #JKC_EALLOC, #JKC_EROPEN,
- *         #JKC_EREAD (also for a directory), -1 when no code type fits, #JKC_EUEXPEOD when a character is cut
+ *         #JKC_EREAD (also for a directory; on Windows #JKC_EROPEN), -1 when no code type fits, #JKC_EUEXPEOD when a character is cut
  *         off by the end of the file. The slot is free then.
  */
 JKC_API int64_t jkc_io_open(const char *path, int64_t mode, int64_t src_type, int64_t dst_type, uint8_t source_hint,

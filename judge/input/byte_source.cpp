@@ -7,9 +7,6 @@
 #include "judge/input/foreign_source.h"
 #include "judge/input/record_list.h"
 
-static_assert(sizeof(JkcBlock) == 8220 && offsetof(JkcBlock, start) == 8192 && offsetof(JkcBlock, scan_start) == 8204,
-              "input blocks are handed around as records of this layout");
-
 namespace jkc {
 
 namespace {

@@ -15,6 +15,18 @@ declare -A package_probe=(
     [default-jdk-headless]=javac
     [junit4]=/usr/share/java/junit4.jar
     [libbenchmark-dev]=/usr/include/benchmark/benchmark.h
+    [python3]=python3
+    [valgrind]=valgrind
+    [llvm]=llvm-cov
+    [googletest]=/usr/src/googletest/CMakeLists.txt
+    [musl-tools]=musl-gcc
+    [g++-i686-linux-gnu]=i686-linux-gnu-g++
+    [g++-aarch64-linux-gnu]=aarch64-linux-gnu-g++
+    [g++-s390x-linux-gnu]=s390x-linux-gnu-g++
+    [g++-mingw-w64-x86-64-posix]=x86_64-w64-mingw32-g++-posix
+    [qemu-user]=qemu-s390x
+    [wine]=wine
+    [wine64]=/usr/lib/wine/wine64
     [libicu-dev]=/usr/include/unicode/ucnv.h
 )
 

@@ -7,7 +7,11 @@ export LC_ALL=C
 names=$(dirname "$0")/names.txt
 of_java='^(Java_|_jjkc_|_jni_)'
 
-exported=$(nm -D --defined-only "$2" | awk '$2 != "A" { sub(/@.*/, "", $3); print $3 }' | sort) # A: a version node
+if [[ $2 == *.dll ]]; then
+    exported=$("${OBJDUMP:-objdump}" -p "$2" | sed -nE 's/^\t\[ *[0-9]+\] (\+base\[ *[0-9]+\] )?( *[0-9a-f]{4} )?([A-Za-z_0-9]+)$/\3/p' | sort)
+else # A: a version node
+    exported=$("${NM:-nm}" -D --defined-only "$2" | awk '$2 != "A" { sub(/@.*/, "", $3); print $3 }' | sort)
+fi
 listed=$(sort "$names")
 case $1 in
 update)

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <optional>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -12,9 +13,19 @@
 namespace {
 jkc::testing::FailingAlloc *active = nullptr;
 
+// Notes something where there is someone to do so, whose own allocations do not count: a C++ library that is linked
+// statically is wrapped, too.
+template <class Note>
+void note(Note note) {
+    if (auto *noting = std::exchange(active, nullptr)) {
+        note(*noting);
+        active = noting;
+    }
+}
+
 void *noted(void *p) {
-    if (active != nullptr && p != nullptr) {
-        active->note_alloc(p);
+    if (p != nullptr) {
+        note([p](auto &alloc) { alloc.note_alloc(p); });
     }
     return p;
 }
@@ -65,17 +76,15 @@ void *__wrap_realloc(void *p, size_t size) {
     // Noted before the call: afterwards the old address must not be used at all.
     auto old = reinterpret_cast<uintptr_t>(p);
     void *moved = __real_realloc(p, size);
-    if (active != nullptr && moved != nullptr) {
-        active->note_free(reinterpret_cast<const void *>(old));
-        active->note_alloc(moved);
+    if (moved != nullptr) {
+        note([old](auto &alloc) { alloc.note_free(reinterpret_cast<const void *>(old)); });
+        noted(moved);
     }
     return moved;
 }
 
 void __wrap_free(void *p) {
-    if (active != nullptr) {
-        active->note_free(p);
-    }
+    note([p](auto &alloc) { alloc.note_free(p); });
     __real_free(p);
 }
 }

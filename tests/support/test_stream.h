@@ -1,4 +1,5 @@
-// Streams over memory that read in short pieces or fail at a byte.
+// Streams over memory that read in short pieces or fail at a byte; where the C library has none, they are files that do
+// neither.
 #pragma once
 
 #include <algorithm>
@@ -10,11 +11,15 @@
 #include <string>
 #include <utility>
 
+#include "support/temp_dir.h"
+
 namespace jkc::testing {
 
 class TestStream {
 public:
     static constexpr size_t kNever = SIZE_MAX;
+#ifdef __linux__
+    static constexpr bool kCanFail = true;
 
     // Each read gives at most `piece` bytes; the one that reaches `fail_at` fails with EIO.
     explicit TestStream(std::string bytes, size_t piece = kNever, size_t fail_at = kNever)
@@ -24,6 +29,12 @@ public:
         file_ = fopencookie(this, "rb", functions);
         setvbuf(file_, nullptr, _IONBF, 0);
     }
+#else
+    static constexpr bool kCanFail = false;
+
+    explicit TestStream(const std::string &bytes, size_t /*piece*/ = kNever, size_t /*fail_at*/ = kNever)
+        : file_(fopen(dir_.write("stream", bytes).c_str(), "rb")) {}
+#endif
     ~TestStream() { fclose(file_); }
     TestStream(const TestStream &) = delete;
     TestStream &operator=(const TestStream &) = delete;
@@ -31,6 +42,7 @@ public:
     FILE *file() { return file_; }
 
 private:
+#ifdef __linux__
     static ssize_t read(void *cookie, char *to, size_t size) {
         auto *self = static_cast<TestStream *>(cookie);
         if (self->position_ >= self->fail_at_) {
@@ -48,6 +60,9 @@ private:
     size_t piece_;
     size_t fail_at_;
     size_t position_ = 0;
+#else
+    TempDir dir_;
+#endif
     FILE *file_ = nullptr;
 };
 
