@@ -18,8 +18,8 @@ constexpr int kTexts = 10000;
 constexpr int kTexts = 100000;
 #endif
 
-constexpr int kEncodings[] = {JKC_TYPE_UTF8,    JKC_TYPE_SJIS,    JKC_TYPE_EUC,    JKC_TYPE_EUC_MS, JKC_TYPE_JIS,
-                              JKC_TYPE_UTF16LE, JKC_TYPE_UTF16BE, JKC_TYPE_UTF8_BOM};
+constexpr int kEncodings[] = {JKC_TYPE_UTF8, JKC_TYPE_SJIS,    JKC_TYPE_EUC,     JKC_TYPE_EUC_MS,
+                              JKC_TYPE_JIS,  JKC_TYPE_UTF16LE, JKC_TYPE_UTF16BE, JKC_TYPE_UTF8_BOM};
 
 struct Converted {
     std::string text;
@@ -132,7 +132,8 @@ TEST(Trust, WhatIsConvertedWithoutALossComesBack) {
         // JIS text may designate a set twice, and code page 932 has characters twice: the text is the same then.
         if (back.lost > 0 || (back.text != text && read_as(back.text, source) != read_as(text, source))) {
             ++failed;
-            ADD_FAILURE() << "case " << i << ": " << source << " to " << target << ": " << ::testing::PrintToString(text);
+            ADD_FAILURE() << "case " << i << ": " << source << " to " << target << ": "
+                          << ::testing::PrintToString(text);
         }
     }
     EXPECT_GT(compared, kTexts / 2);

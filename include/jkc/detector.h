@@ -74,17 +74,17 @@ enum JkcDecision {
 
 /** What a detector has found. */
 typedef struct JkcDetection {
-    size_t size;                          /**< sizeof(JkcDetection), set by the caller */
-    uint64_t length;                      /**< of the text */
-    int32_t judged;                       /**< as jkc_judges_buffer() returns it */
-    int32_t judged_set;                   /**< as its `type_out` */
-    int32_t line_ends;                    /**< as its `line_out`: JkcLineType bits, 0 or #JKC_ECTYPE */
-    uint8_t srg_exists;                   /**< as JkcContext::srg_exists afterwards */
-    uint8_t utfmac_exists;                /**< as JkcContext::utfmac_exists afterwards */
-    uint8_t line_ends_bytes;              /**< the kinds of line ends, as JkcLineType bits, of the text as bytes */
-    uint8_t line_ends_utf16be;            /**< the same of its big-endian UTF-16 code units */
-    uint8_t line_ends_utf16le;            /**< the same of its little-endian ones; both 0 for text that is out as UTF-16 */
-    uint8_t reserved[7];                  /**< 0 */
+    size_t size;               /**< sizeof(JkcDetection), set by the caller */
+    uint64_t length;           /**< of the text */
+    int32_t judged;            /**< as jkc_judges_buffer() returns it */
+    int32_t judged_set;        /**< as its `type_out` */
+    int32_t line_ends;         /**< as its `line_out`: JkcLineType bits, 0 or #JKC_ECTYPE */
+    uint8_t srg_exists;        /**< as JkcContext::srg_exists afterwards */
+    uint8_t utfmac_exists;     /**< as JkcContext::utfmac_exists afterwards */
+    uint8_t line_ends_bytes;   /**< the kinds of line ends, as JkcLineType bits, of the text as bytes */
+    uint8_t line_ends_utf16be; /**< the same of its big-endian UTF-16 code units */
+    uint8_t line_ends_utf16le; /**< the same of its little-endian ones; both 0 for text that is out as UTF-16 */
+    uint8_t reserved[7];       /**< 0 */
     JkcEvidence evidence[JKC_CANDIDATES]; /**< of SJIS, the four EUC types, UTF-16BE, UTF-16LE and UTF-8 */
     int64_t utf8_first_error; /**< offset where the text is ill-formed as UTF-8 by the standard, which allows
                                                neither longer forms nor surrogates nor an end inside a character; -1: nowhere */
