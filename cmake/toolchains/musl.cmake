@@ -1,14 +1,14 @@
-# Debian's musl-tools, which know C only. g++ takes their specs, and its own headers beside those of musl. There is no C++
-# library for musl here: what needs one is not built.
+# Debian's musl-tools, which know C only. g++ takes the options of their wrapper, and its own headers beside those of
+# musl. There is no C++ library for musl here: what needs one is not built.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR ${CMAKE_HOST_SYSTEM_PROCESSOR})
 set(CMAKE_C_COMPILER musl-gcc)
 set(CMAKE_CXX_COMPILER g++)
-set(specs -specs=/usr/lib/${CMAKE_HOST_SYSTEM_PROCESSOR}-linux-musl/musl-gcc.specs)
+set(wrapper_options -specs=/usr/lib/${CMAKE_HOST_SYSTEM_PROCESSOR}-linux-musl/musl-gcc.specs)
 file(GLOB folders /usr/include/c++/[0-9]* /usr/include/${CMAKE_HOST_SYSTEM_PROCESSOR}-linux-gnu/c++/[0-9]*)
 list(TRANSFORM folders PREPEND "-isystem ")
 list(JOIN folders " " folders)
-set(CMAKE_CXX_FLAGS_INIT "${specs} ${folders} -include ${CMAKE_CURRENT_LIST_DIR}/musl.h")
+set(CMAKE_CXX_FLAGS_INIT "${wrapper_options} ${folders} -include ${CMAKE_CURRENT_LIST_DIR}/musl.h")
 foreach(kind IN ITEMS EXE SHARED)
     set(CMAKE_${kind}_LINKER_FLAGS_INIT -nodefaultlibs)
 endforeach()
