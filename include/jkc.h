@@ -358,7 +358,7 @@ JKC_API int jkc_judges_file(JkcContext *ctx, int *type_out, int *line_out, const
  *   plus the low byte of that if Shift_JIS or EUC does. 0 stands for invalid bytes.
  * - Counted twice can be, on the way to JIS: a code of Shift_JIS or EUC that is no character; a pair of surrogates.
  * - Not recorded: characters that ctx->suppress leaves out on the way to JIS, unless from UTF-8; invalid bytes of JIS,
- *   and those at the very end of UTF-8; look-alikes that share a code (the README lists them).
+ *   and those at the very end of UTF-8; look-alikes that share a code (docs/encodings.md lists them).
  * - A call that runs no converter leaves the record of the call before as it is: one whose source is empty, undecided
  *   or unreadable, whose target does not exist, or that the observer stopped.
  *
