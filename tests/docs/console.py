@@ -4,7 +4,8 @@
 PREFIX is where libjkc is installed; pages name /usr/local. A block of the language console has commands behind "$ " and
 what they print; "..." stands for any lines. Each page has a folder of its own with the examples, in which its commands run
 one after the other. A block of another language that begins with the name of a file, as a comment, is that file there.
-Pages in Japanese (ja/, .ja.md) run in a Japanese locale; without one they are passed over, and the status is 77.
+Pages in Japanese (ja/, .ja.md) run in a Japanese locale; without one they are passed over, and the status is 77. So is a
+page with the comment <!-- needs COMMAND --> where there is no such command.
 With JKC_UPDATE=1 in the environment, pages get what was printed wherever they show something else.
 """
 import difflib
@@ -18,6 +19,7 @@ import tempfile
 
 EXAMPLES = pathlib.Path(__file__).parents[2] / "examples"
 BLOCK = re.compile(r"^```(\w+)\n(.*?)^```$", re.M | re.S)
+NEEDED = re.compile(r"^<!-- needs (\S+) -->$", re.M)
 NAMED = re.compile(r"(?:/\*|//|#) ([\w.-]+\.\w+)(?: \*/)?\n")
 
 
@@ -96,8 +98,11 @@ def main():
     with tempfile.TemporaryDirectory() as folder:
         locale = japanese_locale(folder)
         for page in pages:
+            missing = [name for name in NEEDED.findall(page.read_text()) if not shutil.which(name)]
             if is_japanese(page) and locale is None:
-                print(f"{page}: passed over, no Japanese locale can be made")
+                missing.append("Japanese locale")
+            if missing:
+                print(f"{page}: passed over, there is no {', '.join(missing)}")
                 status = status or 77
                 continue
             count, failed = run_page(page, prefix, locale if is_japanese(page) else {"LC_ALL": "C.UTF-8"})
