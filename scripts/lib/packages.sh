@@ -27,6 +27,9 @@ declare -A package_probe=(
     [qemu-user]=qemu-s390x
     [wine]=wine
     [wine64]=/usr/lib/wine/wine64
+    [doxygen]=doxygen
+    [python3-matplotlib]=/usr/lib/python3/dist-packages/matplotlib
+    [locales]=/usr/share/i18n/locales/ja_JP
     [libicu-dev]=/usr/include/unicode/ucnv.h
 )
 
