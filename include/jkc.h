@@ -60,15 +60,20 @@
 
 /** @name Version of this header; the build takes the library's from here. jkc_version_number() tells that. */
 /** @{ */
+/** Changes when a program that was built with an older one may fail. */
 #define JKC_VERSION_MAJOR 2
+/** Changes when something is added. */
 #define JKC_VERSION_MINOR 2
+/** Changes otherwise. */
 #define JKC_VERSION_PATCH 0
 /** One number that can be compared: 20200 for 2.2.0. */
 #define JKC_VERSION_NUMBER (JKC_VERSION_MAJOR * 10000 + JKC_VERSION_MINOR * 100 + JKC_VERSION_PATCH)
 /** "2.2.0" */
 #define JKC_VERSION_STRING                                                                                             \
     JKC_TO_STRING(JKC_VERSION_MAJOR) "." JKC_TO_STRING(JKC_VERSION_MINOR) "." JKC_TO_STRING(JKC_VERSION_PATCH)
+/** What a macro expands to, as a string. */
 #define JKC_TO_STRING(macro) JKC_TO_STRING_OF(macro)
+/** What is given, as a string. */
 #define JKC_TO_STRING_OF(text) #text
 /** @} */
 
