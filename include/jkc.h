@@ -1,6 +1,6 @@
 /**
  * @file jkc.h
- * @brief libjkc: judge which Japanese encoding a text is in, and convert it.
+ * @brief Judges which Japanese encoding a text is in, and converts it.
  *
  * **Judge.** Make a context, ask, print the answer:
  *
