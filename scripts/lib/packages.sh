@@ -28,6 +28,7 @@ declare -A package_probe=(
     [wine]=wine
     [wine64]=/usr/lib/wine/wine64
     [doxygen]=doxygen
+    [nkf]=nkf
     [python3-matplotlib]=/usr/lib/python3/dist-packages/matplotlib
     [locales]=/usr/share/i18n/locales/ja_JP
     [libicu-dev]=/usr/include/unicode/ucnv.h
