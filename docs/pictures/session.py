@@ -68,7 +68,7 @@ def draw(screen, columns):
                    for i, c in enumerate(("#e5665c", "#e3b341", "#57ab5a")))
     return (f'<svg xmlns="http://www.w3.org/2000/svg" width="{wide}" height="{high}" viewBox="0 0 {wide} {high}" '
             f'font-family="{FONTS}" font-size="{SIZE}">\n'
-            f'<rect width="{wide}" height="{high}" rx="8" fill="#161b22"/>\n{dots}\n' + "\n".join(rows) + "\n</svg>\n")
+            f'<rect x="0.5" y="0.5" width="{wide - 1}" height="{high - 1}" rx="8" fill="#161b22" stroke="#3d4650"/>\n{dots}\n' + "\n".join(rows) + "\n</svg>\n")
 
 
 def session(prefix, locale, columns=92):
