@@ -31,6 +31,10 @@ using CountUnits = UnitRun(const uint8_t *p, const uint8_t *end, const uint8_t *
 // read.
 using Find = const uint8_t *(const uint8_t *p, const uint8_t *end);
 
+// Behind the last place in front of `end` at which something may begin, or where less than a step is left behind
+// `begin`. Up to three bytes behind `end` must be readable.
+using FindLast = const uint8_t *(const uint8_t *begin, const uint8_t *end);
+
 // --- Conversion. It goes in batches: a source is decoded to units of UTF-16, these are encoded in a target. Neither takes
 // --- what is lost or needs a close look. ---
 
@@ -86,6 +90,7 @@ struct Kernels {
     Find *find_utf8_marks = nullptr;
     Find *find_pairs = nullptr;
     Find *find_utf16_marks = nullptr;
+    FindLast *find_last_decisive = nullptr;
     Decode *decode_utf8 = nullptr;
     Decode *decode_sjis = nullptr;
     Decode *decode_euc = nullptr;

@@ -43,6 +43,20 @@ struct Utf8MarkPattern {
     }
 };
 
+// Where a character of UTF-8 may stand that tells whether a combining mark behind it is one: a two-byte one, or one of
+// U+3000 to U+30FF.
+struct DecisivePattern {
+    static constexpr FindLast *Kernels::*kKernel = &Kernels::find_last_decisive;
+
+    template <class At>
+    static auto match(const At &at) {
+        const auto first = at(0);
+        const auto second = at(1);
+        return (equals_masked<0xE0>(first, 0xC0) & equals_masked<0xC0>(second, 0x80)) |
+               (equals(first, 0xE3) & equals_masked<0xFC>(second, 0x80));
+    }
+};
+
 // Surrogate pairs of either byte order, told by the high bytes of their code units: a big-endian pair matches at its
 // first byte, a little-endian one at its second.
 struct PairPattern {
@@ -63,8 +77,8 @@ struct Utf16MarkPattern {
     static constexpr Find *Kernels::*kKernel = &Kernels::find_utf16_marks;
 
     template <class At>
-    static auto may_match(const At &at) {
-        return match(at);
+    static auto may_match(const At &at) { // the high bytes
+        return equals(at(0), 0x03) | equals(at(0), 0x30);
     }
     template <class At>
     static auto match(const At &at) {

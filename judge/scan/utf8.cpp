@@ -13,17 +13,6 @@ namespace jkc {
 
 namespace {
 
-// Where a decisive character may stand: a two-byte one, or one of U+3000 to U+30FF.
-struct Decisive {
-    template <class At>
-    static Bytes16 match(const At &at) {
-        const Bytes16 first = at(0);
-        const Bytes16 second = at(1);
-        return (equals_masked<0xE0>(first, 0xC0) & equals_masked<0xC0>(second, 0x80)) |
-               (equals(first, 0xE3) & equals_masked<0xFC>(second, 0x80));
-    }
-};
-
 // Tracks whether the last decisive character takes a combining mark.
 struct BaseTracker {
     enum class State : uint8_t { kUnknown, kNo, kYes };
@@ -31,7 +20,7 @@ struct BaseTracker {
     static constexpr size_t kLongest = 4;
 
     static const uint8_t *last_decisive(const uint8_t *begin, const uint8_t *to) {
-        return find_last_pattern<Decisive>(begin, to);
+        return find_last_pattern<DecisivePattern>(begin, to);
     }
 
     static const uint8_t *pass(const uint8_t *p, const uint8_t *end, State &state) {
