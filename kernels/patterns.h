@@ -77,8 +77,11 @@ struct Utf16MarkPattern {
     static constexpr Find *Kernels::*kKernel = &Kernels::find_utf16_marks;
 
     template <class At>
-    static auto may_match(const At &at) { // the high bytes
-        return equals(at(0), 0x03) | equals(at(0), 0x30);
+    static auto may_match(const At &at) {
+        const auto first = at(0);
+        const auto second = at(1);
+        return (equals(first, 0x30) & equals_masked<0xFC>(second, 0x98)) |
+               (equals_masked<0xFC>(first, 0x98) & equals(second, 0x30)) | equals(first, 0x03);
     }
     template <class At>
     static auto match(const At &at) {
