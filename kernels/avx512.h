@@ -100,6 +100,15 @@ inline uint32_t units_between(Units v, uint16_t first, uint16_t last) {
     return _mm512_cmple_epu16_mask(_mm512_sub_epi16(v.units, _mm512_set1_epi16(static_cast<int16_t>(first))),
                                    _mm512_set1_epi16(static_cast<int16_t>(last - first)));
 }
+// The bits of kMask in which units differ from `unit`.
+template <uint16_t kMask>
+inline Units differing(Units v, uint16_t unit) {
+    return {_mm512_and_si512(_mm512_xor_si512(v.units, _mm512_set1_epi16(static_cast<int16_t>(unit))),
+                             _mm512_set1_epi16(static_cast<int16_t>(kMask)))};
+}
+inline Units least(Units a, Units b) { return {_mm512_min_epu16(a.units, b.units)}; }
+inline Units either(Units a, Units b) { return {_mm512_or_si512(a.units, b.units)}; }
+inline uint32_t zero_units(Units v) { return _mm512_testn_epi16_mask(v.units, v.units); }
 inline Units units_chosen(uint32_t mask, Units then, Units otherwise) {
     return {_mm512_mask_blend_epi16(mask, otherwise.units, then.units)};
 }
