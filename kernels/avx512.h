@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <immintrin.h>
 
+#include "kernels/masks.h"
+
 namespace jkc::avx512 {
 
 struct Block {
@@ -123,6 +125,27 @@ inline uint8_t *put_codes(uint8_t *o, Units codes, uint32_t one_byte, size_t cou
     _mm512_storeu_si512(o, _mm512_maskz_compress_epi8(~_pdep_u64(one_byte, kHighBytes), swapped(codes).units));
     const uint32_t counted = count < kUnits ? one_byte & ((uint32_t{1} << count) - 1) : one_byte;
     return o + 2 * count - static_cast<size_t>(__builtin_popcount(counted));
+}
+
+// Writes the first `count` codes, whose bytes are swapped: those of `two` as two bytes, the others as one, and in front
+// of those in `changes` the escape sequence that designates their set. May write as many bytes as a block has.
+inline uint8_t *put_designated(uint8_t *o, Units codes, uint32_t two, uint32_t changes, size_t count) {
+    constexpr size_t kTogether = 8;
+    constexpr uint64_t kEachFirst = 0x0101010101010101;
+    constexpr int64_t kToAscii = 0x42281B; // ESC ( B
+    constexpr int64_t kToTwoBytes = 0x42241B;
+    for (size_t i = 0; i < count; i += kTogether, two >>= kTogether, changes >>= kTogether) {
+        const __m512i wide = _mm512_slli_epi64(_mm512_cvtepu16_epi64(_mm512_castsi512_si128(codes.units)), 24);
+        codes.units = _mm512_alignr_epi64(codes.units, codes.units, 2);
+        const __m512i escapes = _mm512_mask_blend_epi64(static_cast<__mmask8>(two), _mm512_set1_epi64(kToAscii),
+                                                        _mm512_set1_epi64(kToTwoBytes));
+        const uint64_t lanes = count - i < kTogether ? low_bits(8 * (count - i)) : ~uint64_t{0};
+        const uint64_t kept =
+            (_pdep_u64(changes, kEachFirst) * 0x07 | _pdep_u64(two, kEachFirst << 3) | kEachFirst << 4) & lanes;
+        _mm512_storeu_si512(o, _mm512_maskz_compress_epi8(kept, _mm512_or_si512(wide, escapes)));
+        o += __builtin_popcountll(kept);
+    }
+    return o;
 }
 
 // Writes the first `count` characters in UTF-8. May write a block's bytes behind them.

@@ -75,6 +75,20 @@ struct Encoded {
 // Half-width katakana, the overline and the yen sign are not taken, nor what has no code or one of a single byte.
 using EncodeLegacy = Encoded(const uint16_t *units, size_t count, uint8_t *o, LookUpTable table);
 
+struct JisTables {
+    const uint16_t *codes;
+    const uint8_t *sets; // the designation of each
+    uint64_t count;
+};
+struct EncodedJis {
+    size_t count; // of units that were taken
+    uint8_t *o;   // behind what was written
+    bool two_byte;
+};
+// Takes ASCII and JIS X 0208, between which it writes escape sequences; `two_byte` tells which of them is designated.
+// What EncodeLegacy does not take, ESC, SO and SI are not taken.
+using EncodeJis = EncodedJis(const uint16_t *units, size_t count, uint8_t *o, JisTables tables, bool two_byte);
+
 // Take all units.
 using EncodeUnicode = uint8_t *(const uint16_t *units, size_t count, uint8_t *o);
 
@@ -98,6 +112,7 @@ struct Kernels {
     Decode *decode_utf16le = nullptr;
     LookUp *look_up = nullptr;
     EncodeLegacy *encode_legacy = nullptr;
+    EncodeJis *encode_jis = nullptr;
     EncodeUnicode *encode_utf8 = nullptr;
     EncodeUnicode *encode_utf16be = nullptr;
     EncodeUnicode *encode_utf16le = nullptr;

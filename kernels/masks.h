@@ -1,6 +1,9 @@
 // Arithmetic on masks of 64 bits, one for each byte of a block.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+
 namespace jkc::JKC_KERNEL_SET {
 
 inline size_t lowest(uint64_t mask) { return static_cast<size_t>(__builtin_ctzll(mask)); }
