@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
-# encodings.sh PROGRAM: what jkc_encodings(7) says to be written and read is what the program writes and reads. Each table
-# is converted at once, a line for each row.
+# encodings.sh PROGRAM: what jkc_encodings(7) says to be written and read, in all languages, is what the program writes and
+# reads. Each table is converted at once, a line for each row.
 set -uo pipefail
 export LC_ALL=C
 program=$1
-page=$(dirname "$0")/../../docs/man/jkc_encodings.7
-lines=$(sed 's/\\-/-/g' "$page")
+pages=$(dirname "$0")/../../docs/man
+pages=("$pages"/jkc_encodings.7 "$pages"/*/jkc_encodings.7)
+lines=$(sed 's/\\-/-/g' "${pages[@]}")
 failures=0
 checked=0
 
@@ -56,7 +57,7 @@ compare() {
 read -ra kinds <<<"$(grep -E '^ +SJIS +JIS ' <<<"$lines")"
 for i in "${!kinds[@]}"; do
     compare "to ${kinds[i]}" UTF-8 "${kinds[i]}" < <(
-        grep -E '^U\+[0-9A-F]+ ( *[A-Z]?[0-9A-F-]+){7}$' <<<"$lines" | while read -r point codes; do
+        grep -E '^U\+[0-9A-F]+ ( *[A-Z]?[0-9A-F-]+){7}( |$)' <<<"$lines" | while read -r point codes; do
             read -ra codes <<<"$codes"
             echo "$point:${utf8[$point]}:$(bytes "${kinds[i]}" "${codes[i]}")"
         done
@@ -81,5 +82,5 @@ for kind in "${kinds[@]}"; do
     )
 done
 
-[ $checked -gt 300 ] || { echo "only $checked codes were found in the page"; exit 1; }
+[ $checked -gt $((300 * ${#pages[@]})) ] || { echo "only $checked codes were found in the pages"; exit 1; }
 exit $((failures > 0))
