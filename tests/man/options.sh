@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # options.sh PROGRAM: the page of each command describes the options that its help does, and no others. So do
-# translations.
+# translations. The page of detect has the rules of the decision in their order.
 set -uo pipefail
 export LC_ALL=C
 program=$1
@@ -34,5 +34,13 @@ for command in $commands; do
             fi
         done
     done
+done
+
+rules=$(sed -nE 's/^    \{"(.*)", [a-z0-9_]+\},$/\1/p' "$pages/../../judge/decision.cpp")
+[ "$(wc -l <<<"$rules")" -gt 10 ] || fail "the rules of judge/decision.cpp are not where they were"
+for page in "$pages"/jkc-detect.1 "$pages"/*/jkc-detect.1; do
+    told=$(sed -n '/^\.SH \(RULES\|規則\)$/,/^\.SH/p' "$page" | sed -n '/^\.TP/{n;p}' |
+        sed 's/^\.BR\? //; s/" ", " /\n/g; s/"//g; s/\\f[BI]//g; s/\\f[PR], /\n/g; s/\\f[PR]//g; s/ ", " /\n/g; s/\\-/-/g')
+    difference=$(diff <(echo "$rules") <(echo "$told")) || fail "< rules, > in $page:" "$difference"
 done
 exit $((failures > 0))
