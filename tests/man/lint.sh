@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# lint.sh: mandoc has nothing to say about the pages, and every page that they refer to is there.
+# lint.sh: mandoc and groff have nothing to say about the pages, and every page that they refer to is there.
 set -uo pipefail
 cd "$(dirname "$0")/../../docs/man" || exit 1
 failures=0
@@ -16,8 +16,23 @@ for reference in $(grep -hoE '\\fB[A-Za-z0-9_\\-]+\\fR\([1-8]\)|^\.BR.*' -- *.[1
         failures=$((failures + 1))
     fi
 done
-[ $failures = 0 ] || exit 1
 
-command -v mandoc >/dev/null || { echo "SKIPPED: there is no mandoc"; exit 77; }
-# A line of Japanese text has no spaces at which it could be broken.
-! mandoc -Tlint -Wall -- *.[137] */*.[137] | grep -v '^mandoc: [a-z]*/.*: STYLE: input text line longer than 80 bytes'
+for page in *.[137] */*.[137]; do
+    command -v groff >/dev/null || break
+    language=(-m "$(dirname "$page")") # its rules where lines may be broken, as man takes them
+    [ "${language[1]}" != . ] || language=()
+    if ! said=$(timeout 20 groff -Kutf8 "${language[@]}" -man -Tutf8 -ww "$page" 2>&1 >/dev/null) || [ -n "$said" ]; then
+        echo "groff cannot cope with $page: $said"
+        failures=$((failures + 1))
+    fi
+done
+
+if command -v mandoc >/dev/null; then
+    # A line of Japanese text has no spaces at which it could be broken.
+    ! mandoc -Tlint -Wall -- *.[137] */*.[137] | grep -v '^mandoc: [a-z]*/.*: STYLE: input text line longer than 80 bytes' ||
+        failures=$((failures + 1))
+fi
+[ $failures = 0 ] || exit 1
+for tool in groff mandoc; do
+    command -v $tool >/dev/null || { echo "SKIPPED, for there is no $tool"; exit 77; }
+done
