@@ -1,12 +1,9 @@
 #include "report.h"
 
-#include <unistd.h>
-
-#include <array>
 #include <cerrno>
-#include <climits>
 #include <cstdio>
 
+#include "platform.h"
 #include "quoting.h"
 #include "translate.h"
 
@@ -17,13 +14,13 @@ bool wipe_line = false;
 Spoken *collected = nullptr;
 std::FILE *report_stream = stdout;
 
-// A link is there, whatever the system says of what it points to.
 std::string reason_of(const std::string &file, int error) {
-    std::array<char, PATH_MAX> target{};
-    const ssize_t length = error == ENOENT ? readlink(file.c_str(), target.data(), target.size()) : -1;
-    return length < 0 ? system_text(error)
-                      : format(tr("a symbolic link to '%s', which does not exist"),
-                               shown({target.data(), static_cast<size_t>(length)}).c_str());
+    // A link is there, whatever the system says of what it points to.
+    const auto target = error == ENOENT ? link_target(file) : std::nullopt;
+    if (target) {
+        return format(tr("a symbolic link to '%s', which does not exist"), shown(*target).c_str());
+    }
+    return error == EILSEQ ? tr("a name that is not well-formed Unicode") : system_text(error);
 }
 
 void write(std::FILE *stream, const std::string &text) {
