@@ -224,7 +224,7 @@ bool wants_bar(const Options &options) {
 ExitCode convert(const Options &options) {
     // A report would stand among the text.
     const bool text_goes_out = !options.writes_each() && !options.dry_run && options.output.value_or("-") == "-";
-    report_to(text_goes_out ? stderr : stdout);
+    report_to(text_goes_out ? kStandardError : kStandardOutput);
     const FileList list = list_files(options);
     Progress progress(list, wants_bar(options));
     return options.writes_each() || options.dry_run ? EachFile(options, list, progress).run()

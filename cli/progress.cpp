@@ -1,8 +1,8 @@
 #include "progress.h"
 
 #include <algorithm>
-#include <cstdio>
 
+#include "descriptor.h"
 #include "platform.h"
 #include "report.h"
 #include "translate.h"
@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 constexpr auto kLongWork = 1s; // what is done sooner needs no bar
 constexpr auto kInterval = 100ms;
 
-void show(const std::string &text) { std::fwrite(text.data(), 1, text.size(), stderr); }
+void show(const std::string &text) { write_all(kStandardError, text.data(), text.size()); }
 
 uint64_t size_of(const std::string &name) {
     const auto file = name == "-" ? std::nullopt : status_of(name);

@@ -1,8 +1,8 @@
 #include "report.h"
 
 #include <cerrno>
-#include <cstdio>
 
+#include "descriptor.h"
 #include "platform.h"
 #include "quoting.h"
 #include "translate.h"
@@ -12,7 +12,7 @@ namespace {
 
 bool wipe_line = false;
 Spoken *collected = nullptr;
-std::FILE *report_stream = stdout;
+int report_descriptor = kStandardOutput;
 
 std::string reason_of(const std::string &file, int error) {
     // A link is there, whatever the system says of what it points to.
@@ -23,10 +23,7 @@ std::string reason_of(const std::string &file, int error) {
     return error == EILSEQ ? tr("a name that is not well-formed Unicode") : system_text(error);
 }
 
-void write(std::FILE *stream, const std::string &text) {
-    std::fwrite(text.data(), 1, text.size(), stream);
-    std::fflush(stream);
-}
+void write(int descriptor, const std::string &text) { write_all(descriptor, text.data(), text.size()); }
 
 void put(const std::string &line) {
     if (collected != nullptr) {
@@ -59,16 +56,16 @@ void report_text(const std::string &lines) {
     }
 }
 
-void report_to(std::FILE *stream) { report_stream = stream; }
+void report_to(int descriptor) { report_descriptor = descriptor; }
 
 void collect(Spoken *spoken) { collected = spoken; }
 
 void pass_on(const Spoken &spoken) {
     if (!spoken.messages.empty()) {
-        write(stderr, (wipe_line ? kWipeLine : "") + spoken.messages);
+        write(kStandardError, (wipe_line ? kWipeLine : "") + spoken.messages);
     }
     if (!spoken.report.empty()) {
-        write(report_stream, spoken.report);
+        write(report_descriptor, spoken.report);
     }
 }
 
