@@ -1,8 +1,11 @@
 #include "attributes.h"
 
 #include <sys/stat.h>
-#include <sys/xattr.h>
 #include <unistd.h>
+
+#if defined(__linux__)
+#include <sys/xattr.h>
+#endif
 
 #include <algorithm>
 #include <cerrno>
@@ -16,6 +19,19 @@
 
 namespace jkc::cli {
 namespace {
+
+#if !defined(__linux__)
+// Other systems have these by other names, or not at all: owner and mode are all that is kept there.
+ssize_t none() {
+    errno = ENOTSUP;
+    return -1;
+}
+ssize_t listxattr(const char *, char *, size_t) { return none(); }
+ssize_t getxattr(const char *, const char *, char *, size_t) { return none(); }
+ssize_t fgetxattr(int, const char *, char *, size_t) { return none(); }
+ssize_t fsetxattr(int, const char *, const char *, size_t, int) { return none(); }
+ssize_t fremovexattr(int, const char *) { return none(); }
+#endif
 
 constexpr const char *kAccessList = "system.posix_acl_access";
 
