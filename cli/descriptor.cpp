@@ -1,5 +1,6 @@
 #include "descriptor.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -56,6 +57,13 @@ bool copy_content(int from, int to) {
 }
 
 bool sync_to_disk(int descriptor) { return fsync(descriptor) == 0 || errno == EINVAL; }
+
+void sync_folder(const std::string &path) {
+    const Descriptor folder(open(path.empty() ? "." : path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folder.number() >= 0) {
+        fsync(folder.number());
+    }
+}
 
 bool same_content(int a, int b) {
     struct stat a_file {};

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cstddef>
+#include <string>
 
 namespace jkc::cli {
 
@@ -33,6 +34,9 @@ bool copy_content(int from, int to);
 
 // Waits until the file is on the disk. False when that fails, but for file systems that cannot do it.
 bool sync_to_disk(int descriptor);
+
+// Waits until the names in a folder are on the disk, as far as the system can tell; "" is the working one.
+void sync_folder(const std::string &path);
 
 // Whether two files hold the same, byte for byte, from their begin on. Neither descriptor is moved.
 bool same_content(int a, int b);

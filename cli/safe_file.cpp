@@ -157,6 +157,9 @@ void SafeFile::commit() {
     const SignalPause pause;
     check_unchanged();
     const bool backup_made = !backup_.empty() && keep_backup(target_, backup_);
+    if (backup_made) {
+        sync_folder(folder_of(target_)); // the old text has its second name before it loses the first
+    }
     if (std::rename(temporary_.path.c_str(), target_.c_str()) != 0) {
         const int error_number = errno;
         if (backup_made) {
@@ -166,6 +169,7 @@ void SafeFile::commit() {
     }
     doom_file(nullptr);
     temporary_.path.clear();
+    sync_folder(folder_of(target_));
 }
 
 } // namespace jkc::cli
