@@ -18,6 +18,7 @@ declare -A package_probe=(
     [junit4]=/usr/share/java/junit4.jar
     [libbenchmark-dev]=/usr/include/benchmark/benchmark.h
     [python3]=python3
+    [strace]=strace
     [valgrind]=valgrind
     [llvm]=llvm-cov
     [googletest]=/usr/src/googletest/CMakeLists.txt
