@@ -38,7 +38,7 @@ std::u16string read_texts() {
         std::ifstream file(std::string(JKC_BENCH_TEXT) + "/" + name, std::ios::binary);
         all.append(std::istreambuf_iterator<char>(file), {});
     }
-    const std::string units = converted(all, JKC_TYPE_UTF8, JKC_TYPE_UTF16LE).text;
+    const std::string units = converted(all, JKC_TYPE_UTF8, kUtf16).text;
     std::u16string text(units.size() / 2, u'\0');
     memcpy(text.data(), units.data(), units.size());
     return text;
@@ -67,7 +67,7 @@ private:
         const size_t begin = below(all_.size());
         const std::u16string units = all_.substr(begin, 1 + below(one_in(4) ? 400 : 24));
         const std::string bytes(reinterpret_cast<const char *>(units.data()), 2 * units.size());
-        return converted(bytes, JKC_TYPE_UTF16LE, kEncodings[below(std::size(kEncodings))]).text;
+        return converted(bytes, kUtf16, kEncodings[below(std::size(kEncodings))]).text;
     }
 
     std::u16string all_ = read_texts();

@@ -1,12 +1,17 @@
 // Whether what was converted is still the same text.
 #pragma once
 
+#include <bit>
 #include <cstring>
 #include <string>
 
+#include "jkc.h"
 #include "jkc/converter.h"
 
 namespace jkc::testing {
+
+// That of this machine's char16_t.
+constexpr int kUtf16 = std::endian::native == std::endian::big ? JKC_TYPE_UTF16BE : JKC_TYPE_UTF16LE;
 
 struct Converted {
     int32_t status;
@@ -35,7 +40,7 @@ inline std::u16string read_as(const std::string &text, int type) {
     constexpr char16_t kLookAlikes[][2] = {{0xA2, 0xFFE0},   {0xA3, 0xFFE1},   {0xA5, '\\'},     {0xA6, 0xFFE4},
                                            {0xAC, 0xFFE2},   {0x2014, 0x2015}, {0x2016, 0x2225}, {0x203E, '~'},
                                            {0x2212, 0xFF0D}, {0x301C, 0xFF5E}};
-    const std::string bytes = converted(text, type, JKC_TYPE_UTF16LE).text;
+    const std::string bytes = converted(text, type, kUtf16).text;
     std::u16string units(bytes.size() / 2, u'\0');
     memcpy(units.data(), bytes.data(), bytes.size());
     for (char16_t &unit : units) {
