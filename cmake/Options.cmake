@@ -2,6 +2,8 @@ option(JKC_BUILD_SHARED "Build the shared library" ON)
 option(JKC_BUILD_STATIC "Build the static library" ON)
 option(JKC_BUILD_CLI "Build the program jkc" ${PROJECT_IS_TOP_LEVEL})
 option(JKC_STATIC_LIBSTDCXX "Link the program jkc with the C++ standard library statically" ON)
+set(JKC_ZSH_COMPLETIONS ${CMAKE_INSTALL_DATADIR}/zsh/site-functions CACHE STRING
+    "Where the program's completion for zsh is installed, below the prefix")
 option(JKC_BUILD_TESTS "Build the tests (needs GoogleTest, and the static library)" ${PROJECT_IS_TOP_LEVEL})
 option(JKC_BUILD_FUZZ "Build the fuzz targets, too, with the tests" OFF)
 option(JKC_BUILD_BENCH "Build the benchmark (needs Google Benchmark)" OFF)
