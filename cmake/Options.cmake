@@ -15,6 +15,7 @@ endif()
 set(JKC_JNI ${jni_default} CACHE STRING
     "Build the native methods for Java and jkc.jar: ON, OFF, or AUTO (with a JDK and the shared library)")
 set_property(CACHE JKC_JNI PROPERTY STRINGS AUTO ON OFF)
+option(JKC_JAR_HAS_LIBRARY "Put a copy of the shared library into jkc.jar, so that it needs no installed one" ON)
 option(JKC_WERROR "Treat compiler warnings as errors" OFF)
 set(JKC_SANITIZE "" CACHE STRING "Sanitizers to build with, such as address,undefined")
 

@@ -1,10 +1,12 @@
 #!/bin/bash
-# names.txt lists every name that the shared library exports, so that none comes or goes unseen. Usage:
+# names.txt lists every name that the shared library exports and the version that it came with, so that none comes or
+# goes unseen. Usage:
 #   names.sh check LIBRARY VERSION_SCRIPT   it is what the library exports, and what the public headers declare
 #   names.sh update LIBRARY                 makes it so
 set -euo pipefail
 export LC_ALL=C
-names=$(dirname "$0")/names.txt
+here=$(dirname "$0")
+names=$here/names.txt
 of_java='^(Java_|_jjkc_|_jni_)'
 
 if [[ $2 == *.dll ]]; then
@@ -12,13 +14,14 @@ if [[ $2 == *.dll ]]; then
 else # A: a version node
     exported=$("${NM:-nm}" -D --defined-only "$2" | awk '$2 != "A" { sub(/@.*/, "", $3); print $3 }' | sort)
 fi
-listed=$(sort "$names")
+listed=$(cut -d ' ' -f 1 "$names" | sort)
 case $1 in
 update)
     if ! grep -qE "$of_java" <<<"$exported"; then # built without Java, whose names stay
         exported=$(sort <(echo "$exported") <(grep -E "$of_java" <<<"$listed"))
     fi
-    echo "$exported" >"$names"
+    old=$(sort "$names")
+    join -a 1 -e "$("$here/../../scripts/version")" -o 0,2.2 <(echo "$exported") <(echo "$old") >"$names"
     ;;
 check)
     declared=$(sed -nE 's/^        ([A-Za-z0-9_]+);$/\1/p' "$3" | grep -vE "$of_java" | sort)
