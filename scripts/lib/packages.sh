@@ -16,6 +16,7 @@ declare -A package_probe=(
     [debhelper]=dh
     [lintian]=lintian
     [debootstrap]=debootstrap
+    [man-db]=man
     [zsh]=zsh
     [fish]=fish
     [junit4]=/usr/share/java/junit4.jar
