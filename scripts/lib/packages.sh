@@ -33,6 +33,7 @@ declare -A package_probe=(
     [qemu-user]=qemu-s390x
     [wine]=wine
     [wine64]=/usr/lib/wine/wine64
+    [doxygen]=doxygen
     [libicu-dev]=/usr/include/unicode/ucnv.h
 )
 
