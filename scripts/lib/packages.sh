@@ -15,6 +15,7 @@ declare -A package_probe=(
     [default-jdk-headless]=javac
     [debhelper]=dh
     [lintian]=lintian
+    [doxygen]=doxygen
     [debootstrap]=debootstrap
     [man-db]=man
     [zsh]=zsh
@@ -33,7 +34,6 @@ declare -A package_probe=(
     [qemu-user]=qemu-s390x
     [wine]=wine
     [wine64]=/usr/lib/wine/wine64
-    [doxygen]=doxygen
     [libicu-dev]=/usr/include/unicode/ucnv.h
 )
 
