@@ -64,12 +64,13 @@ class Run:
         except ProcessLookupError:
             pass
         status = process.wait()
-        while True:  # those that it had started
+        for _ in range(2000):  # those that it had started; where nobody waits for them they stay, but do nothing
             try:
                 os.killpg(process.pid, 0)
                 time.sleep(0.001)
             except ProcessLookupError:
-                return status == -signal.SIGKILL
+                break
+        return status == -signal.SIGKILL
 
     def check(self, finished):
         """Answers how many files are as they were to become."""
