@@ -43,8 +43,8 @@ std::string judge(const Case &c, Way way, size_t piece = TestStream::kNever) {
     JkcContext *ctx = create_jkc();
     soil(*ctx);
     const ExactBuffer buffer(c.input);
-    std::optional<TestStream> stream; // made where it is read: some systems have files for it
-    if (way == Way::kStream) {
+    std::optional<TestStream> stream;               // made where it is read: some systems have files for it
+    if (way == Way::kStream || way == Way::kFile) { // for the latter, too, where its blocks are kept
         stream.emplace(c.input, piece);
     }
     CutReader reader(c.input, piece);

@@ -11,6 +11,7 @@
 #include <string>
 #include <utility>
 
+#include "core/files.h"
 #include "support/temp_dir.h"
 
 namespace jkc::testing {
@@ -33,7 +34,7 @@ public:
     static constexpr bool kCutsAndFails = false;
 
     explicit TestStream(const std::string &bytes, size_t /*piece*/ = kNever, size_t /*fail_at*/ = kNever)
-        : file_(fopen(dir_.write("stream", bytes).c_str(), "rb")) {}
+        : file_(open_to_read(dir_.write("stream", bytes).c_str())) {}
 #endif
     ~TestStream() { fclose(file_); }
     TestStream(const TestStream &) = delete;
