@@ -42,8 +42,9 @@ bool ChangedFile::changes() {
 void ChangedFile::commit(bool keep_time) {
     if (file_) {
         if (keep_time) {
-            file_->set_time(source_.status().st_mtim);
+            file_->set_time(source_.status().modified);
         }
+        source_.close();
         file_->commit();
     }
 }

@@ -1,7 +1,5 @@
 #include "check.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 
 #include "code_types.h"
@@ -10,6 +8,7 @@
 #include "losses.h"
 #include "output.h"
 #include "parts.h"
+#include "platform.h"
 #include "quoting.h"
 #include "told_conversion.h"
 #include "translate.h"
@@ -21,7 +20,7 @@ namespace {
 class Check {
 public:
     Check(const Options &options, const std::string &name, Output &out)
-        : options_(options), source_(name), shown_name_(shown_on(STDOUT_FILENO, name)), out_(out) {}
+        : options_(options), source_(name), shown_name_(shown_on(kStandardOutput, name)), out_(out) {}
 
     ExitCode run() {
         const Judged judged = judge(source_, options_);

@@ -1,8 +1,5 @@
 #include "convert.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <memory>
@@ -14,6 +11,7 @@
 #include "each_file.h"
 #include "file_list.h"
 #include "outcomes.h"
+#include "platform.h"
 #include "progress.h"
 #include "quoting.h"
 #include "safe_file.h"
@@ -110,8 +108,8 @@ private:
         if (!replaces_) {
             check_destination(i, path);
         }
-        struct stat file {};
-        if (options_.in_place && stat(name.c_str(), &file) == 0 && !S_ISREG(file.st_mode) && !S_ISDIR(file.st_mode)) {
+        const auto file = options_.in_place ? status_of(name) : std::nullopt;
+        if (file && file->kind == FileKind::kOther) {
             throw FileError(name, tr("not a regular file")); // before anything is taken from it
         }
         Source source(name);
@@ -151,7 +149,7 @@ private:
             return outcome;
         }
         if (options_.keep_time) {
-            out.set_time(source.status().st_mtim);
+            out.set_time(source.status().modified);
         }
         out.commit();
         return outcome;
@@ -162,12 +160,12 @@ private:
         if (doubles_.count(i) != 0) {
             throw FileError(name, format(tr("another file is converted to %s already"), shown(path).c_str()));
         }
-        struct stat from {};
-        struct stat to {};
-        if (stat(name.c_str(), &from) != 0) {
+        const auto from = status_of(name);
+        if (!from) {
             throw FileError(name, errno);
         }
-        if (stat(path.c_str(), &to) == 0 && from.st_dev == to.st_dev && from.st_ino == to.st_ino) {
+        const auto to = status_of(path);
+        if (to && is_same_file(*from, *to)) {
             throw FileError(name, tr("would replace itself, for which there is --in-place"));
         }
     }
@@ -176,7 +174,7 @@ private:
     static void make_folders(const std::string &path) {
         for (size_t slash = path.find('/', 1); slash != std::string::npos; slash = path.find('/', slash + 1)) {
             const std::string folder = path.substr(0, slash);
-            if (mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST) {
+            if (!make_folder(folder) && errno != EEXIST) {
                 throw FileError(folder, errno);
             }
         }
@@ -216,8 +214,9 @@ ExitCode convert_to_output(const Options &options, const FileList &list, Progres
 
 // A bar would stand among the text that is written to the screen.
 bool wants_bar(const Options &options) {
-    const bool to_screen = !options.writes_each() && options.output.value_or("-") == "-" && isatty(STDOUT_FILENO) != 0;
-    return options.progress && !options.quiet && isatty(STDERR_FILENO) != 0 && !to_screen;
+    const bool to_screen =
+        !options.writes_each() && options.output.value_or("-") == "-" && is_terminal(kStandardOutput);
+    return options.progress && !options.quiet && is_terminal(kStandardError) && !to_screen;
 }
 
 } // namespace
@@ -225,7 +224,7 @@ bool wants_bar(const Options &options) {
 ExitCode convert(const Options &options) {
     // A report would stand among the text.
     const bool text_goes_out = !options.writes_each() && !options.dry_run && options.output.value_or("-") == "-";
-    report_to(text_goes_out ? stderr : stdout);
+    report_to(text_goes_out ? kStandardError : kStandardOutput);
     const FileList list = list_files(options);
     Progress progress(list, wants_bar(options));
     return options.writes_each() || options.dry_run ? EachFile(options, list, progress).run()

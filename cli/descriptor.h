@@ -1,9 +1,9 @@
 // File descriptors, read and written whole.
 #pragma once
 
-#include <unistd.h>
-
 #include <cstddef>
+
+#include "platform.h"
 
 namespace jkc::cli {
 
@@ -13,7 +13,7 @@ public:
     explicit Descriptor(int number) : number_(number) {}
     ~Descriptor() {
         if (number_ >= 0) {
-            ::close(number_);
+            close_descriptor(number_);
         }
     }
     Descriptor(const Descriptor &) = delete;
@@ -30,9 +30,6 @@ size_t write_all(int descriptor, const void *data, size_t length);
 
 // Copies the rest of one file to the end of another. False when that fails, and errno tells why.
 bool copy_content(int from, int to);
-
-// Waits until the file is on the disk. False when that fails, but for file systems that cannot do it.
-bool sync_to_disk(int descriptor);
 
 // Whether two files hold the same, byte for byte, from their begin on. Neither descriptor is moved.
 bool same_content(int a, int b);

@@ -1,7 +1,5 @@
 #include "detect.h"
 
-#include <unistd.h>
-
 #include <utility>
 
 #include "code_types.h"
@@ -10,6 +8,7 @@
 #include "judged.h"
 #include "losses.h"
 #include "output.h"
+#include "platform.h"
 #include "quoting.h"
 #include "told_conversion.h"
 #include "translate.h"
@@ -141,7 +140,7 @@ ExitCode detect_file(const Options &options, const std::string &name, Output &ou
                           static_cast<unsigned long long>(wrong.count), describe(wrong.first).c_str(),
                           describe(wrong.first.place).c_str());
         }
-        out.print((options.null_names ? name + '\0' : shown_on(STDOUT_FILENO, name) + ": ") + text + "\n");
+        out.print((options.null_names ? name + '\0' : shown_on(kStandardOutput, name) + ": ") + text + "\n");
         if (options.explain) {
             out.print(explain(judged));
         }

@@ -1,22 +1,15 @@
 #include "file_list.h"
 
-#include <dirent.h>
-#include <fcntl.h>
-#include <fnmatch.h>
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <memory>
 #include <optional>
 #include <set>
 #include <string_view>
 
+#include "platform.h"
 #include "report.h"
 #include "safe_file.h"
+#include "source.h"
 
 namespace jkc::cli {
 namespace {
@@ -35,61 +28,41 @@ bool ends_with(std::string_view text, std::string_view end) {
 bool matches(const std::vector<std::string> &globs, const std::string &name, size_t base) {
     return std::any_of(globs.begin(), globs.end(), [&](const std::string &glob) {
         const size_t begin = glob.find('/') == std::string::npos ? base_of(name) : base;
-        return fnmatch(glob.c_str(), name.c_str() + begin, 0) == 0;
+        return matches_pattern(name.substr(begin), glob);
     });
 }
 
 class Walk {
 public:
-    Walk(const Options &options, FileList &list) : options_(options), list_(list) {
-        if (!options.output_dir.empty() && stat(options.output_dir.c_str(), &results_) == 0) {
-            has_results_ = true;
-        }
-    }
+    Walk(const Options &options, FileList &list)
+        : options_(options), list_(list),
+          results_(options.output_dir.empty() ? std::nullopt : status_of(options.output_dir)) {}
 
     void go_through(const std::string &folder, size_t base) {
-        const std::optional<std::set<std::string>> entries = read_folder(folder);
+        const std::optional<std::set<std::string>> entries = entries_of(folder);
         if (!entries) {
+            tell(FileError(folder, errno));
             ++list_.failures;
             return;
         }
         for (const std::string &entry : *entries) {
             std::string name = folder;
             name.append(folder.back() == '/' ? "" : "/").append(entry);
-            struct stat file {};
-            if (lstat(name.c_str(), &file) != 0 || matches(options_.exclude, name, base)) {
+            const auto file = status_of_link(name);
+            if (!file || matches(options_.exclude, name, base)) {
                 continue;
             }
-            if (S_ISDIR(file.st_mode) && !is_left_out(entry, file)) {
+            if (file->kind == FileKind::kFolder && !is_left_out(entry, *file)) {
                 go_through(name, base);
-            } else if (S_ISREG(file.st_mode) && is_wanted(name, entry, base)) {
+            } else if (file->kind == FileKind::kRegular && is_wanted(name, entry, base)) {
                 list_.files.push_back({name, base});
             }
         }
     }
 
 private:
-    static std::optional<std::set<std::string>> read_folder(const std::string &folder) {
-        const std::unique_ptr<DIR, int (*)(DIR *)> open(opendir(folder.c_str()), closedir);
-        std::set<std::string> entries;
-        if (open) {
-            errno = 0;
-            while (const dirent *entry = readdir(open.get())) {
-                entries.insert(entry->d_name);
-            }
-        }
-        if (!open || errno != 0) {
-            tell(FileError(folder, errno));
-            return std::nullopt;
-        }
-        entries.erase(".");
-        entries.erase("..");
-        return entries;
-    }
-
-    bool is_left_out(const std::string &entry, const struct stat &folder) const {
-        const bool is_results = has_results_ && folder.st_dev == results_.st_dev && folder.st_ino == results_.st_ino;
-        return is_results ||
+    bool is_left_out(const std::string &entry, const FileStatus &folder) const {
+        return (results_ && is_same_file(folder, *results_)) ||
                std::find(std::begin(kVersionControl), std::end(kVersionControl), entry) != std::end(kVersionControl);
     }
 
@@ -101,8 +74,7 @@ private:
 
     const Options &options_;
     FileList &list_;
-    struct stat results_ {};
-    bool has_results_ = false;
+    std::optional<FileStatus> results_; // the folder for them
 };
 
 // Names of a list keep their folders, unless these lead out of the current one.
@@ -112,29 +84,17 @@ size_t base_in_list(const std::string &name) {
 }
 
 std::vector<std::string> read_names(const std::string &path, char end) {
-    const auto close = [](FILE *stream) { return stream == stdin ? 0 : std::fclose(stream); };
-    const std::unique_ptr<FILE, int (*)(FILE *)> stream(path == "-" ? stdin : std::fopen(path.c_str(), "rbe"), close);
-    if (!stream) {
-        throw FileError(path, errno);
-    }
-    std::vector<std::string> names;
-    char *line = nullptr;
-    size_t room = 0;
-    errno = 0;
-    for (ssize_t length = 0; (length = getdelim(&line, &room, end, stream.get())) >= 0;) {
-        std::string name(line, static_cast<size_t>(length));
-        if (!name.empty() && name.back() == end) {
-            name.pop_back();
+    std::vector<std::string> names(1);
+    Source(path).read_all([&](const uint8_t *data, size_t length) {
+        for (size_t i = 0; i < length; ++i) {
+            if (data[i] == static_cast<uint8_t>(end)) {
+                names.emplace_back();
+            } else {
+                names.back() += static_cast<char>(data[i]);
+            }
         }
-        if (!name.empty()) {
-            names.push_back(name);
-        }
-    }
-    const int error = std::ferror(stream.get()) != 0 ? errno : 0;
-    std::free(line);
-    if (error != 0) {
-        throw FileError(path, error);
-    }
+    });
+    names.erase(std::remove(names.begin(), names.end(), ""), names.end());
     return names;
 }
 
@@ -144,8 +104,8 @@ FileList list_files(const Options &options) {
     FileList list;
     Walk walk(options, list);
     const auto add = [&](const std::string &name, size_t base) {
-        struct stat file {};
-        if (options.recursive && name != "-" && stat(name.c_str(), &file) == 0 && S_ISDIR(file.st_mode)) {
+        const auto file = options.recursive && name != "-" ? status_of(name) : std::nullopt;
+        if (file && file->kind == FileKind::kFolder) {
             walk.go_through(name, name.size() + (ends_with(name, "/") ? 0 : 1));
         } else {
             list.files.push_back({name, base});
@@ -157,7 +117,7 @@ FileList list_files(const Options &options) {
     if (!options.files_from.empty()) {
         for (const std::string &name : read_names(options.files_from, options.null_names ? '\0' : '\n')) {
             // In a list "-" is a file.
-            const std::string path = name == "-" ? "./-" : name;
+            const std::string path = name == "-" ? "./-" : native_name(name);
             add(path, base_in_list(path));
         }
     } else if (options.files.empty()) {

@@ -1,10 +1,9 @@
 #include "file_report.h"
 
-#include <unistd.h>
-
 #include "code_types.h"
 #include "jkc/detector.h"
 #include "json.h"
+#include "platform.h"
 #include "quoting.h"
 #include "translate.h"
 
@@ -59,7 +58,7 @@ std::string FileReport::text(Outcome outcome) const {
     std::string lines;
     for (const PlacedLoss &loss : losses_) {
         lines +=
-            format("%s:%llu:%llu: ", shown_on(STDOUT_FILENO, name_).c_str(),
+            format("%s:%llu:%llu: ", shown_on(kStandardOutput, name_).c_str(),
                    static_cast<unsigned long long>(loss.place.line),
                    static_cast<unsigned long long>(loss.place.column)) +
             format(tr("byte %llu: %s"), static_cast<unsigned long long>(loss.loss.offset), describe(loss).c_str()) +
@@ -70,7 +69,7 @@ std::string FileReport::text(Outcome outcome) const {
 
 // "letter.txt: SJIS to UTF8: would be converted, 2 losses"
 std::string FileReport::line(Outcome outcome) const {
-    std::string line = shown_on(STDOUT_FILENO, name_) + ": ";
+    std::string line = shown_on(kStandardOutput, name_) + ": ";
     if (outcome == Outcome::kUndecided) {
         return line + reason_ + "\n";
     }

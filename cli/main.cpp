@@ -1,5 +1,4 @@
 // The program jkc.
-#include <csignal>
 #include <new>
 #include <string_view>
 
@@ -12,6 +11,7 @@
 #include "lines.h"
 #include "options.h"
 #include "output.h"
+#include "platform.h"
 #include "report.h"
 #include "translate.h"
 
@@ -59,11 +59,8 @@ ExitCode run(int argc, char **argv) {
 
 int main(int argc, char **argv) {
     using namespace jkc::cli;
-    occupy_standard_descriptors();
+    argv = prepare_process(argc, argv);
     choose_language();
-    // As failures of write() these are told like any other, and leave no temporary file behind.
-    std::signal(SIGPIPE, SIG_IGN);
-    std::signal(SIGXFSZ, SIG_IGN);
     try {
         return run(argc, argv);
     } catch (const UsageError &error) {

@@ -8,6 +8,7 @@
 
 #include "code_types.h"
 #include "option_values.h"
+#include "platform.h"
 #include "quoting.h"
 #include "suggest.h"
 #include "translate.h"
@@ -51,7 +52,7 @@ std::string backup_suffix_option(const char *suffix) {
     if (suffix == nullptr) {
         return "";
     }
-    if (*suffix == '\0' || std::strchr(suffix, '/') != nullptr) {
+    if (*suffix == '\0' || native_name(suffix).find('/') != std::string::npos) {
         throw UsageError(tr("--in-place takes a suffix such as .bak"));
     }
     return suffix;
@@ -71,7 +72,7 @@ std::string path_option(const char *option, const char *path) {
     if (*path == '\0') {
         throw UsageError(format(tr("%s takes a name"), option));
     }
-    return path;
+    return native_name(path);
 }
 
 const Command *command_named(const std::string &name) {
@@ -99,7 +100,7 @@ public:
         while (*words_ != nullptr && options_.action == action) {
             const char *word = *words_++;
             if (options_end || word[0] != '-' || word[1] == '\0') {
-                options_.files.emplace_back(word);
+                options_.files.push_back(native_name(word));
             } else if (word[1] != '-') {
                 take_letters(word + 1);
             } else if (word[2] == '\0') {
@@ -198,7 +199,7 @@ private:
             options_.from = code_type_option(argument);
             break;
         case OptionId::kOutput:
-            options_.output = argument;
+            options_.output = native_name(argument);
             break;
         case OptionId::kInPlace:
             options_.in_place = true;

@@ -51,8 +51,4 @@ private:
 // device or pipe is written directly, and /dev/fd/N is the descriptor N itself. Throws FileError.
 std::unique_ptr<Output> open_output(const std::optional<std::string> &path);
 
-// Gives files to closed standard descriptors, so that no file opened later is taken for one of them.
-// Reading and writing them keeps failing.
-void occupy_standard_descriptors();
-
 } // namespace jkc::cli

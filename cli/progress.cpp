@@ -1,15 +1,9 @@
 #include "progress.h"
 
-#include <sys/ioctl.h>
-#include <sys/mman.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
-#include <string_view>
 
+#include "descriptor.h"
+#include "platform.h"
 #include "report.h"
 #include "translate.h"
 
@@ -21,23 +15,11 @@ using namespace std::chrono_literals;
 constexpr auto kLongWork = 1s; // what is done sooner needs no bar
 constexpr auto kInterval = 100ms;
 
-void show(const std::string &text) { std::fwrite(text.data(), 1, text.size(), stderr); }
+void show(const std::string &text) { write_all(kStandardError, text.data(), text.size()); }
 
 uint64_t size_of(const std::string &name) {
-    struct stat file {};
-    const bool known = name != "-" && stat(name.c_str(), &file) == 0 && S_ISREG(file.st_mode);
-    return known ? static_cast<uint64_t>(file.st_size) : 0;
-}
-
-bool can_go_back() {
-    const char *terminal = std::getenv("TERM");
-    return terminal != nullptr && *terminal != '\0' && std::string_view(terminal) != "dumb";
-}
-
-size_t terminal_width() {
-    constexpr size_t kUsual = 80;
-    winsize size{};
-    return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : kUsual;
+    const auto file = name == "-" ? std::nullopt : status_of(name);
+    return file && file->kind == FileKind::kRegular ? file->size : 0;
 }
 
 // How many columns a text takes, at most: each character that is not ASCII takes two.
@@ -72,17 +54,14 @@ Progress::Progress(const FileList &list, bool wanted)
     for (const ListedFile &file : list.files) {
         total_ += size_of(file.name);
     }
-    void *memory = total_ == 0
-                       ? MAP_FAILED
-                       : mmap(nullptr, sizeof(Shared), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-    shared_ = memory == MAP_FAILED ? nullptr : static_cast<Shared *>(memory); // all are 0
+    shared_ = total_ == 0 ? nullptr : static_cast<Shared *>(share_memory(sizeof(Shared)));
     wipe_line_before_messages(shared_ != nullptr);
 }
 
 Progress::~Progress() {
     wipe_line_before_messages(false);
     if (shared_ != nullptr) {
-        munmap(shared_, sizeof(Shared));
+        release_memory(shared_, sizeof(Shared));
     }
     if (drawn_) {
         show(kWipeLine);

@@ -1,12 +1,9 @@
 #include "report.h"
 
-#include <unistd.h>
-
-#include <array>
 #include <cerrno>
-#include <climits>
-#include <cstdio>
 
+#include "descriptor.h"
+#include "platform.h"
 #include "quoting.h"
 #include "translate.h"
 
@@ -15,21 +12,18 @@ namespace {
 
 bool wipe_line = false;
 Spoken *collected = nullptr;
-std::FILE *report_stream = stdout;
+int report_descriptor = kStandardOutput;
 
-// A link is there, whatever the system says of what it points to.
 std::string reason_of(const std::string &file, int error) {
-    std::array<char, PATH_MAX> target{};
-    const ssize_t length = error == ENOENT ? readlink(file.c_str(), target.data(), target.size()) : -1;
-    return length < 0 ? system_text(error)
-                      : format(tr("a symbolic link to '%s', which does not exist"),
-                               shown({target.data(), static_cast<size_t>(length)}).c_str());
+    // A link is there, whatever the system says of what it points to.
+    const auto target = error == ENOENT ? link_target(file) : std::nullopt;
+    if (target) {
+        return format(tr("a symbolic link to '%s', which does not exist"), shown(*target).c_str());
+    }
+    return error == EILSEQ ? tr("a name that is not well-formed Unicode") : system_text(error);
 }
 
-void write(std::FILE *stream, const std::string &text) {
-    std::fwrite(text.data(), 1, text.size(), stream);
-    std::fflush(stream);
-}
+void write(int descriptor, const std::string &text) { write_all(descriptor, text.data(), text.size()); }
 
 void put(const std::string &line) {
     if (collected != nullptr) {
@@ -62,16 +56,16 @@ void report_text(const std::string &lines) {
     }
 }
 
-void report_to(std::FILE *stream) { report_stream = stream; }
+void report_to(int descriptor) { report_descriptor = descriptor; }
 
 void collect(Spoken *spoken) { collected = spoken; }
 
 void pass_on(const Spoken &spoken) {
     if (!spoken.messages.empty()) {
-        write(stderr, (wipe_line ? kWipeLine : "") + spoken.messages);
+        write(kStandardError, (wipe_line ? kWipeLine : "") + spoken.messages);
     }
     if (!spoken.report.empty()) {
-        write(report_stream, spoken.report);
+        write(report_descriptor, spoken.report);
     }
 }
 

@@ -1,7 +1,6 @@
 // Exit codes, and the one form in which the program speaks on standard error.
 #pragma once
 
-#include <cstdio>
 #include <stdexcept>
 #include <string>
 
@@ -34,7 +33,7 @@ void tell(const FileError &error);
 // Writes lines of a report.
 void report_text(const std::string &lines);
 // Where they go: standard output at first.
-void report_to(std::FILE *stream);
+void report_to(int descriptor);
 
 // What is said and reported.
 struct Spoken {

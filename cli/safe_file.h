@@ -1,12 +1,11 @@
 // A file that is replaced as a whole or not at all.
 #pragma once
 
-#include <sys/stat.h>
-
 #include <optional>
 #include <string>
 
 #include "output.h"
+#include "platform.h"
 
 namespace jkc::cli {
 
@@ -24,10 +23,10 @@ public:
     explicit SafeFile(const std::string &path);
     // For a file that must exist, and be what it was when it was `read`. commit() keeps the old one under its path with
     // backup_suffix; an empty suffix: it is not kept.
-    SafeFile(const std::string &path, const std::string &backup_suffix, const struct stat &read);
+    SafeFile(const std::string &path, const std::string &backup_suffix, const FileStatus &read);
 
     // The modification time to give it.
-    void set_time(const timespec &time) { time_ = time; }
+    void set_time(const FileTime &time) { time_ = time; }
     void commit() override;
 
 private:
@@ -40,15 +39,15 @@ private:
         std::string path; // empty: none, or renamed
     };
 
-    void begin(const std::string &target, const struct stat *read);
-    void create_temporary(mode_t mode);
+    void begin(const std::string &target, const FileStatus *read);
+    void create_temporary();
     void check_unchanged() const;
 
     std::string target_;
     std::string backup_; // empty: none
     Temporary temporary_;
-    std::optional<struct stat> old_; // the target as it was found
-    std::optional<timespec> time_;
+    std::optional<FileStatus> old_; // the target as it was found
+    std::optional<FileTime> time_;
 };
 
 } // namespace jkc::cli

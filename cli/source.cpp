@@ -1,10 +1,7 @@
 #include "source.h"
 
-#include <fcntl.h>
-
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <vector>
 
@@ -21,7 +18,7 @@ std::unique_ptr<Descriptor> open_file(const std::string &name) {
     if (name == "-") {
         return nullptr;
     }
-    auto file = std::make_unique<Descriptor>(open(name.c_str(), O_RDONLY | O_NOCTTY | O_CLOEXEC));
+    auto file = std::make_unique<Descriptor>(open_to_read(name));
     if (file->number() < 0) {
         throw FileError(name, errno);
     }
@@ -29,29 +26,28 @@ std::unique_ptr<Descriptor> open_file(const std::string &name) {
 }
 
 std::unique_ptr<Descriptor> open_spill() {
-    const char *folder = std::getenv("TMPDIR");
-    std::string path = std::string(folder != nullptr && *folder != '\0' ? folder : "/tmp") + "/jkc-XXXXXX";
-    auto file = std::make_unique<Descriptor>(mkostemp(path.data(), O_CLOEXEC));
+    auto file = std::make_unique<Descriptor>(open_temporary());
     if (file->number() < 0) {
-        throw FileError(path, errno);
+        throw FileError(tr("temporary file"), errno);
     }
-    unlink(path.c_str());
     return file;
 }
 
 } // namespace
 
 Source::Source(std::string name) : name_(std::move(name)), opened_(open_file(name_)) {
-    file_ = opened_ ? opened_->number() : STDIN_FILENO;
-    if (fstat(file_, &status_) != 0) {
+    file_ = opened_ ? opened_->number() : kStandardInput;
+    const auto status = status_of(file_);
+    if (!status) {
         fail(errno);
     }
-    if (S_ISDIR(status_.st_mode)) {
+    status_ = *status;
+    if (status_.kind == FileKind::kFolder) {
         fail(EISDIR);
     }
-    const off_t offset = lseek(file_, 0, SEEK_CUR);
-    rereadable_ = S_ISREG(status_.st_mode) && offset >= 0;
-    begin_ = rereadable_ ? static_cast<uint64_t>(offset) : 0;
+    const int64_t position = position_of(file_);
+    rereadable_ = status_.kind == FileKind::kRegular && position >= 0;
+    begin_ = rereadable_ ? static_cast<uint64_t>(position) : 0;
 }
 
 void Source::fail(int error_number) const { throw FileError(name_, error_number); }
@@ -64,15 +60,11 @@ size_t Source::read_at(uint64_t offset, uint8_t *data, size_t room) const {
     }
     const int file = rereadable_ ? file_ : spill_ ? spill_->number() : -1;
     const uint64_t at = rereadable_ ? begin_ + offset : offset - kept_.size();
-    for (;;) {
-        const ssize_t got = pread(file, data, room, static_cast<off_t>(at));
-        if (got >= 0) {
-            return static_cast<size_t>(got);
-        }
-        if (errno != EINTR) {
-            fail(errno);
-        }
+    const ptrdiff_t got = read_some_at(file, data, room, at);
+    if (got < 0) {
+        fail(errno);
     }
+    return static_cast<size_t>(got);
 }
 
 void Source::keep(const uint8_t *data, size_t length) {
@@ -93,15 +85,11 @@ size_t Source::read_first(uint8_t *data, size_t room) const {
     if (rereadable_) {
         return read_at(length_, data, room);
     }
-    for (;;) {
-        const ssize_t got = ::read(file_, data, room);
-        if (got >= 0) {
-            return static_cast<size_t>(got);
-        }
-        if (errno != EINTR) {
-            fail(errno);
-        }
+    const ptrdiff_t got = read_some(file_, data, room);
+    if (got < 0) {
+        fail(errno);
     }
+    return static_cast<size_t>(got);
 }
 
 void Source::read_all(const std::function<void(const uint8_t *data, size_t length)> &take) {

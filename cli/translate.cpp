@@ -1,9 +1,5 @@
 #include "translate.h"
 
-#include <unistd.h>
-
-#include <array>
-#include <clocale>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
@@ -30,20 +26,6 @@ namespace {
 };
 
 } // namespace
-
-void choose_language() {
-    std::setlocale(LC_CTYPE, "");
-    const char *language = std::setlocale(LC_MESSAGES, "");
-    if (language == nullptr || std::strcmp(language, "C") == 0 || std::strcmp(language, "POSIX") == 0) {
-        return;
-    }
-    std::array<char, 4096> path{};
-    const ssize_t length = readlink("/proc/self/exe", path.data(), path.size() - 1);
-    const std::string program(path.data(), length < 0 ? 0 : static_cast<size_t>(length));
-    const std::string folder = program.substr(0, program.rfind('/') + 1) + JKC_BIN_TO_LOCALE;
-    bindtextdomain("jkc", folder.c_str());
-    textdomain("jkc");
-}
 
 std::string format(const char *pattern, ...) {
     va_list arguments;

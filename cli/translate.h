@@ -1,8 +1,6 @@
 // The program's texts in the language of the locale.
 #pragma once
 
-#include <libintl.h>
-
 #include <cstddef>
 #include <string>
 
@@ -11,17 +9,14 @@
 
 namespace jkc::cli {
 
-// Takes the language from the environment. Translations are looked for beside the program, wherever it has been moved to.
+// Takes the user's language. Translations are looked for beside the program, wherever it has been moved to.
 void choose_language();
 
 // The translation of a text. Not for the empty one, which stands for the catalogue itself.
-[[gnu::format_arg(1)]] inline const char *tr(const char *text) { return gettext(text); }
+[[gnu::format_arg(1)]] const char *tr(const char *text);
 
 // The same for a text that depends on a number.
-[[gnu::format_arg(1), gnu::format_arg(2)]] inline const char *tr_count(const char *one, const char *many,
-                                                                       size_t count) {
-    return ngettext(one, many, count);
-}
+[[gnu::format_arg(1), gnu::format_arg(2)]] const char *tr_count(const char *one, const char *many, size_t count);
 
 // As printf() would print it.
 [[gnu::format(printf, 1, 2)]] std::string format(const char *pattern, ...);

@@ -8,7 +8,6 @@ install(TARGETS ${JKC_LIBRARIES} EXPORT jkcTargets
 install(DIRECTORY ${JKC_INCLUDE_DIR}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
 if(JKC_BUILD_CLI)
     install(TARGETS jkc_program RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-    install(FILES docs/man/jkc.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 endif()
 if(JKC_BUILD_CLI) # where the shells look
     install(FILES cli/completion/jkc.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME jkc)
@@ -18,6 +17,8 @@ endif()
 if(JKC_HAVE_JNI)
     install(FILES ${JKC_JAR} DESTINATION ${CMAKE_INSTALL_DATADIR}/java)
 endif()
+
+include(cmake/ManPages.cmake)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/jkc)
 install(EXPORT jkcTargets NAMESPACE jkc:: DESTINATION ${package_dir})

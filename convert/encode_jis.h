@@ -28,7 +28,6 @@ public:
     static constexpr bool is_lossy(uint32_t c) { return c == kEsc || c == kSo || c == kSi; }
 
     static constexpr size_t kFlushAbove = 8159;
-    static constexpr bool kHasKernel = false; // runs of one set are too short
     static constexpr size_t kLongestStep = 6; // an escape sequence of four bytes and a code of two
 
     explicit JisEncoder(JkcContext *ctx)
@@ -103,6 +102,17 @@ public:
     }
 
     uint8_t *finish(uint8_t *o) { return enter(o, kAscii); }
+
+    static bool has_kernel() { return kernels().encode_jis != nullptr; }
+    Encoded encode(const uint16_t *units, size_t count, uint8_t *o) {
+        if (set_ != kAscii && set_ != kJisX0208) {
+            return {0, o};
+        }
+        const EncodedJis encoded =
+            kernels().encode_jis(units, count, o, {table_, bits_, designated_}, set_ == kJisX0208);
+        set_ = encoded.two_byte ? kJisX0208 : kAscii;
+        return {encoded.count, encoded.o};
+    }
 
 private:
     static uint8_t *two_bytes(uint8_t *o, uint32_t code) {

@@ -17,6 +17,7 @@ namespace jkc {
 //   kUnitWidth               the fewest bytes of a character, those of a line end too
 //   width_at(p)              the bytes of a character that was decoded
 //   text()                   its AsciiText
+//   plain_character(p)       the ASCII character there
 //
 // and an encoder Encoder::kHasKernel, has_kernel() and encode(units, count, o). Both are there for pairs only whose
 // characters pass as units of UTF-16.
@@ -55,6 +56,10 @@ public:
             in.p = encoded.count == decoded.count ? decoded.p : behind(in.p, encoded.count);
             batch = std::min(2 * batch, kMostTogether);
             if (decoded.ascii && !stopped) {
+                if (Encoder::is_lossy(Decoder::plain_character(in.p))) [[unlikely]] {
+                    stopped = true;
+                    break;
+                }
                 size_t steps = std::min(out.safe_steps(o, kLongestLineEnd * Encoder::kAsciiWidth),
                                         static_cast<size_t>(limit - in.p - 1) / Decoder::kUnitWidth + 1);
                 if (steps == 0) {

@@ -82,6 +82,7 @@ int feed_source(JkcContext *ctx, Judgement &judgement, JkcBlock &block, size_t c
     start_first_block(block);
     int32_t scan_start[sizeof block.scan_start / sizeof *block.scan_start];
     memcpy(scan_start, block.scan_start, sizeof scan_start);
+    size_t zeros_from = JKC_BLOCK_HEADROOM; // in the block itself
     for (const JkcBlock *before = nullptr;; count = 0) {
         JkcBlock *into = wanted.kept ? add_block(ctx) : &block;
         if (into == nullptr) {
@@ -103,7 +104,10 @@ int feed_source(JkcContext *ctx, Judgement &judgement, JkcBlock &block, size_t c
             return status;
         }
         into->end = JKC_BLOCK_HEADROOM + static_cast<int32_t>(count);
-        memset(into->data + into->end, 0, sizeof into->data - static_cast<size_t>(into->end));
+        const auto filled = static_cast<size_t>(into->end);
+        const size_t stale = into == &block ? zeros_from : sizeof into->data;
+        memset(into->data + filled, 0, stale > filled ? stale - filled : 0);
+        zeros_from = filled;
         if (wanted.line_ends) {
             judgement.take_line_ends(into->data + into->start, into->data + into->end, line_ends);
         }

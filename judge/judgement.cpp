@@ -90,6 +90,7 @@ void Judgement::feed_utf8(JkcBlock &block, bool last) {
             }
             return utf8_.watch(p, end, {ctx_->srg_exists == 0, ctx_->utfmac_exists == 0});
         });
+    utf8_.settle();
 }
 
 bool Judgement::take_block(JkcBlock &block, bool last) {

@@ -193,6 +193,16 @@ inline __m256i units_between(__m256i v, uint16_t first, uint16_t last) {
 inline uint32_t units_between(Units v, uint16_t first, uint16_t last) {
     return unit_mask(units_between(v.left, first, last), units_between(v.right, first, last));
 }
+// The bits of kMask in which units differ from `unit`.
+template <uint16_t kMask>
+inline Units differing(Units v, uint16_t unit) {
+    const __m256i mask = splat_unit(static_cast<int16_t>(kMask));
+    return {_mm256_and_si256(_mm256_xor_si256(v.left, splat_unit(unit)), mask),
+            _mm256_and_si256(_mm256_xor_si256(v.right, splat_unit(unit)), mask)};
+}
+inline Units least(Units a, Units b) { return {_mm256_min_epu16(a.left, b.left), _mm256_min_epu16(a.right, b.right)}; }
+inline Units either(Units a, Units b) { return {_mm256_or_si256(a.left, b.left), _mm256_or_si256(a.right, b.right)}; }
+inline uint32_t zero_units(Units v) { return units_equal(v, 0); }
 // All bits of the units whose bits are set.
 inline __m256i spread(uint32_t mask) {
     const __m256i bits = _mm256_set_epi16(int16_t(0x8000), 0x4000, 0x2000, 0x1000, 0x800, 0x400, 0x200, 0x100, 0x80,

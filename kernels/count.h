@@ -23,6 +23,18 @@ struct Counts {
     }
 };
 
+// At which places of a block lead bytes are, ordinary characters if a character begins there, and kana.
+struct OrdinaryPlaces {
+    uint64_t leads;
+    uint64_t characters;
+    uint64_t kana;
+};
+template <class Vector>
+[[gnu::always_inline]] inline OrdinaryPlaces ordinary_utf8(Vector first, Vector second, Vector third) {
+    return {mask_of(OrdinaryUtf8::lead(first)), mask_of(OrdinaryUtf8::character(first, second, third)),
+            mask_of(OrdinaryUtf8::kana(first, second))};
+}
+
 struct Utf8Count {
     static constexpr size_t kLongest = 3;
 
@@ -35,10 +47,7 @@ struct Utf8Count {
             counts.carried = 0;
             return 0;
         }
-        const Block second = at(1);
-        const uint64_t leads = mask_of(OrdinaryUtf8::lead(first));
-        const uint64_t characters = mask_of(OrdinaryUtf8::character(first, second, at(2)));
-        const uint64_t kana = mask_of(OrdinaryUtf8::kana(first, second));
+        const auto [leads, characters, kana] = ordinary_utf8(first, at(1), at(2));
         const uint64_t trails = leads << 1 | leads << 2 | counts.carried;
         const uint64_t stops = (leads & ~characters) | (non_ascii & ~(leads | trails));
         if (stops != 0) [[unlikely]] {
@@ -51,6 +60,17 @@ struct Utf8Count {
     }
 };
 
+// As above; `singles` are what is neither ASCII nor a lead byte.
+struct TwoBytePlaces {
+    uint64_t codes;
+    uint64_t singles;
+    uint64_t kana;
+};
+template <class Ordinary, class Vector>
+[[gnu::always_inline]] inline TwoBytePlaces ordinary_places(Ordinary /*rules*/, Vector first, Vector second) {
+    return {mask_of(Ordinary::code(first, second)), mask_of(Ordinary::single(first)), mask_of(Ordinary::kana(first))};
+}
+
 // Half-width katakana stop it.
 template <class Ordinary>
 struct TwoByteCount {
@@ -60,22 +80,21 @@ struct TwoByteCount {
     static uint64_t step(Counts &counts, const At &at) {
         const Block first = at(0);
         const uint64_t non_ascii = mask_of(top_bits(first));
-        const uint64_t singles = mask_of(Ordinary::single(first)) & ~counts.carried;
-        if ((non_ascii | singles) == 0) {
+        if ((non_ascii | mask_of(Ordinary::single(first))) == 0) {
             counts.carried = 0;
             return 0;
         }
+        const TwoBytePlaces places = ordinary_places(Ordinary(), first, at(1));
+        const uint64_t singles = places.singles & ~counts.carried;
         const uint64_t leads = every_second(non_ascii & ~singles & ~counts.carried);
         const uint64_t trails = leads << 1;
-        const uint64_t codes = mask_of(Ordinary::code(first, at(1)));
-        const uint64_t kana = mask_of(Ordinary::kana(first));
-        const uint64_t stops = (leads & ~codes) | (singles & ~trails);
+        const uint64_t stops = (leads & ~places.codes) | (singles & ~trails);
         if (stops != 0) [[unlikely]] {
-            counts.add(leads & below_lowest(stops), kana);
+            counts.add(leads & below_lowest(stops), places.kana);
             return stops;
         }
         counts.carried = leads >> 63;
-        counts.add(leads, kana);
+        counts.add(leads, places.kana);
         return 0;
     }
 };

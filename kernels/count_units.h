@@ -1,50 +1,62 @@
 // The kernel that counts the code units of UTF-16 for the scanner.
 #pragma once
 
+#include "kernels/kernels.h"
 #include "kernels/masks.h"
-#include "kernels/patterns.h"
 #include "tables/scan_classes.h"
 
 namespace jkc::JKC_KERNEL_SET {
 
 // Of as many code units as do not overflow the sum.
-template <bool kBig>
-inline uint32_t sum_of_classes(const uint8_t *classes, const uint8_t *p, size_t units) {
+template <size_t kUnitsTogether>
+inline uint32_t sum_of_classes(const uint8_t *classes, const uint16_t *units) {
     uint32_t sum = 0;
-    for (size_t i = 0; i < 2 * units; i += 2) {
-        const size_t unit = static_cast<size_t>(kBig ? p[i] : p[i + 1]) << 8 | (kBig ? p[i + 1] : p[i]);
-        sum += classes[unit] & (kScanEvidence | kScanKana);
+    for (size_t i = 0; i < kUnitsTogether; ++i) {
+        sum += classes[units[i]] & (kScanEvidence | kScanKana);
     }
     return sum;
 }
 
+// Compilers would take single units out of the vector that was stored, which is slower than loading them.
+inline void keep_in_memory(uint16_t (&units)[kUnits]) { __asm__("" : "+m"(units)); }
+
+// Has zeros where a combining mark may be, in either byte order.
+inline Units differing_from_marks(Units v) {
+    return least(least(differing<0xFFF1>(v, 0x0300), differing<0xF1FF>(v, 0x0003)),
+                 least(differing<0xFFFC>(v, 0x3098), differing<0xFCFF>(v, 0x9830)));
+}
+
 template <bool kBig>
 UnitRun count_units(const uint8_t *p, const uint8_t *end, const uint8_t *classes) {
-    constexpr ptrdiff_t kBehind = 3; // the code unit behind the last one may be its combining mark
-    constexpr uint64_t kEven = 0x5555555555555555;
+    constexpr ptrdiff_t kBehind = 2; // the code unit behind the last one may be its combining mark
     constexpr size_t kTogether = 8;
     static_assert(kTogether * kScanEvidence < kScanKana);
+    // How the high and the low byte of a code unit, and of one of the other byte order, lie in a unit as it is loaded.
+    constexpr unsigned kHighBy = kBig ? 0 : 8;
+    constexpr unsigned kLowBy = 8 - kHighBy;
+    constexpr uint16_t kSurrogate = 0xFC;
     UnitRun run = {p, 0, 0};
     for (; end - p >= static_cast<ptrdiff_t>(kBlock) + kBehind; p += kBlock) {
-        const Block first = load(p);
-        const Block second = load(p + 1);
-        const Block &high = kBig ? first : second;
-        const Block &low = kBig ? second : first;
+        const Units units = load_units(p);
         // ASCII but NUL is evidence, and no part of a pair in the other byte order either.
-        if ((mask_of(equals(high, 0) & between(low, 0x01, 0x7F)) & kEven) == kEven) {
-            run.evidence += static_cast<int64_t>(kBlock / 2);
+        const Units beyond_ascii = differing<static_cast<uint16_t>(0xFF << kHighBy | 0x80 << kLowBy)>(units, 0);
+        if (zero_units(beyond_ascii) == ~uint32_t{0} && zero_units(units) == 0) {
+            run.evidence += static_cast<int64_t>(kUnits);
             continue;
         }
-        const auto behind = [p](size_t offset) { return load(p + 2 + offset); };
-        const auto special = equals_masked<0xFC>(high, 0xD8) | (equals(first, 0xFF) & equals(second, 0xFD)) |
-                             (equals(first, 0xFD) & equals(second, 0xFF));
-        const uint64_t pairs = mask_of(PairPattern::match([p](size_t offset) { return load(p + offset); }));
-        const uint64_t stops = (mask_of(Utf16MarkPattern::match(behind) | special) & kEven) | pairs;
-        if (stops != 0) [[unlikely]] {
+        const Units behind = load_units(p + 2);
+        const Units special =
+            least(differing<kSurrogate << kHighBy>(units, 0xD8 << kHighBy), differing<0xFDFD>(units, 0xFDFD));
+        const Units pairs = either(differing<kSurrogate << kLowBy>(units, 0xD8 << kLowBy),
+                                   differing<kSurrogate << kLowBy>(behind, 0xDC << kLowBy));
+        if (zero_units(least(differing_from_marks(behind), least(special, pairs))) != 0) [[unlikely]] {
             break;
         }
-        for (size_t i = 0; i < kBlock; i += 2 * kTogether) {
-            const uint32_t sum = sum_of_classes<kBig>(classes, p + i, kTogether);
+        alignas(kBlock) uint16_t stored[kUnits];
+        store_units(stored, kBig ? swapped(units) : units);
+        keep_in_memory(stored);
+        for (size_t i = 0; i < kUnits; i += kTogether) {
+            const uint32_t sum = sum_of_classes<kTogether>(classes, stored + i);
             run.evidence += sum % kScanKana;
             run.kana += sum / kScanKana;
         }

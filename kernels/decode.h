@@ -25,6 +25,44 @@ struct Decoding {
     }
 };
 
+// At which places of a block lead bytes are, those of three bytes, and well-formed sequences.
+struct Utf8Places {
+    uint64_t leads;
+    uint64_t three;
+    uint64_t whole;
+};
+template <class Vector>
+[[gnu::always_inline]] inline Utf8Places utf8_places(Vector first, Vector second, Vector third) {
+    const Flags is_two = between(first, 0xC2, 0xDF);
+    const Flags is_three = equals_masked<0xF0>(first, 0xE0);
+    const auto seconds = ordered(second);
+    const Flags trail = equals_masked<0xC0>(second, 0x80);
+    const Flags whole = trail & equals_masked<0xC0>(third, 0x80) &
+                        ~((equals(first, 0xE0) & ~above(seconds, 0x9F)) | (equals(first, 0xED) & above(seconds, 0x9F)));
+    const uint64_t three = mask_of(is_three);
+    return {.leads = mask_of(is_two) | three, .three = three, .whole = mask_of((is_two & trail) | (is_three & whole))};
+}
+
+struct Bytes2 {
+    Block high;
+    Block low;
+};
+// The two bytes of the unit that begins at each place.
+template <class Vector>
+[[gnu::always_inline]] inline Bytes2 utf8_units(Vector first, Vector second, Vector third, uint64_t /*leads*/,
+                                                uint64_t /*three*/) {
+    const Flags is_two = between(first, 0xC2, 0xDF);
+    const Flags is_three = equals_masked<0xF0>(first, 0xE0);
+    const Block from_second = masked<0x3F>(second);
+    // Of three bytes; then of two, and of one.
+    const Block high3 = joined(shifted_left<4>(first), shifted_right<2>(from_second));
+    const Block low3 = joined(shifted_left<6>(second), masked<0x3F>(third));
+    const Block high2 = masked<0x07>(shifted_right<2>(first));
+    const Block low2 = joined(shifted_left<6>(first), from_second);
+    return {chosen(is_three, high3, chosen(is_two, high2, zeros())),
+            chosen(is_three, low3, chosen(is_two, low2, first))};
+}
+
 struct Utf8Decode {
     static constexpr size_t kLongest = 3;
 
@@ -34,30 +72,19 @@ struct Utf8Decode {
         const Block second = at(1);
         const Block third = at(2);
         const uint64_t non_ascii = mask_of(top_bits(first)) & valid;
-        const Flags is_two = between(first, 0xC2, 0xDF);
-        const Flags is_three = equals_masked<0xF0>(first, 0xE0);
-        const uint64_t two = mask_of(is_two) & valid;
-        const uint64_t three = mask_of(is_three) & valid;
-        const auto seconds = ordered(second);
-        const Flags trail = equals_masked<0xC0>(second, 0x80);
-        const Flags whole =
-            trail & equals_masked<0xC0>(third, 0x80) &
-            ~((equals(first, 0xE0) & ~above(seconds, 0x9F)) | (equals(first, 0xED) & above(seconds, 0x9F)));
-        const uint64_t trails = (two | three) << 1 | three << 2 | carried;
-        const Block from_second = masked<0x3F>(second);
-        // Of three bytes; then of two, and of one.
-        const Block high3 = joined(shifted_left<4>(first), shifted_right<2>(from_second));
-        const Block low3 = joined(shifted_left<6>(second), masked<0x3F>(third));
-        const Block high2 = masked<0x07>(shifted_right<2>(first));
-        const Block low2 = joined(shifted_left<6>(first), from_second);
+        const Utf8Places places = utf8_places(first, second, third);
+        const uint64_t leads = places.leads & valid;
+        const uint64_t three = places.three & valid;
+        const uint64_t trails = leads << 1 | three << 2 | carried;
+        const Bytes2 units = utf8_units(first, second, third, places.leads, places.three);
         return {
             .begins = ~trails & valid,
-            .stops = (two & ~mask_of(trail)) | (three & ~mask_of(whole)) | (non_ascii & ~(two | three | trails)),
-            .leads = two | three,
+            .stops = (leads & ~places.whole) | (non_ascii & ~(leads | trails)),
+            .leads = leads,
             .leads_of_three = three,
             .carried = carried,
-            .high = chosen(is_three, high3, chosen(is_two, high2, zeros())),
-            .low = chosen(is_three, low3, chosen(is_two, low2, first)),
+            .high = units.high,
+            .low = units.low,
         };
     }
 };

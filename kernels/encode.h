@@ -35,22 +35,26 @@ inline Batch plan(const uint16_t *units, size_t count, uint64_t table_count, con
     return batch;
 }
 
-template <class Entry>
-inline void look_up_entries(const Batch &batch, const uint16_t *units, const Entry *table, Entry *found) {
+// Calls look_up(index) for what is to be looked up.
+template <class LookUp>
+inline void for_each_entry(const Batch &batch, const LookUp &look_up) {
     for (uint32_t left = batch.beyond_ascii; left != 0; left &= left - 1) {
         const size_t i = lowest(left) * kUnits;
         const size_t end = batch.count - i < kUnits ? batch.count : i + kUnits;
         size_t at = i;
         for (; at + 4 <= end; at += 4) {
-            found[at] = table[units[at]];
-            found[at + 1] = table[units[at + 1]];
-            found[at + 2] = table[units[at + 2]];
-            found[at + 3] = table[units[at + 3]];
+            look_up(at);
+            look_up(at + 1);
+            look_up(at + 2);
+            look_up(at + 3);
         }
         for (; at < end; ++at) {
-            found[at] = table[units[at]];
+            look_up(at);
         }
     }
+}
+inline void look_up_entries(const Batch &batch, const uint16_t *units, const uint16_t *table, uint16_t *found) {
+    for_each_entry(batch, [=](size_t at) { found[at] = table[units[at]]; });
 }
 
 inline size_t look_up_characters(uint16_t *units, size_t count, LookUpTable table) {

@@ -31,6 +31,10 @@ using CountUnits = UnitRun(const uint8_t *p, const uint8_t *end, const uint8_t *
 // read.
 using Find = const uint8_t *(const uint8_t *p, const uint8_t *end);
 
+// Behind the last place in front of `end` at which something may begin, or where less than a step is left behind
+// `begin`. Up to three bytes behind `end` must be readable.
+using FindLast = const uint8_t *(const uint8_t *begin, const uint8_t *end);
+
 // --- Conversion. It goes in batches: a source is decoded to units of UTF-16, these are encoded in a target. Neither takes
 // --- what is lost or needs a close look. ---
 
@@ -71,6 +75,20 @@ struct Encoded {
 // Half-width katakana, the overline and the yen sign are not taken, nor what has no code or one of a single byte.
 using EncodeLegacy = Encoded(const uint16_t *units, size_t count, uint8_t *o, LookUpTable table);
 
+struct JisTables {
+    const uint16_t *codes;
+    const uint8_t *sets; // the designation of each
+    uint64_t count;
+};
+struct EncodedJis {
+    size_t count; // of units that were taken
+    uint8_t *o;   // behind what was written
+    bool two_byte;
+};
+// Takes ASCII and JIS X 0208, between which it writes escape sequences; `two_byte` tells which of them is designated.
+// What EncodeLegacy does not take, ESC, SO and SI are not taken.
+using EncodeJis = EncodedJis(const uint16_t *units, size_t count, uint8_t *o, JisTables tables, bool two_byte);
+
 // Take all units.
 using EncodeUnicode = uint8_t *(const uint16_t *units, size_t count, uint8_t *o);
 
@@ -86,6 +104,7 @@ struct Kernels {
     Find *find_utf8_marks = nullptr;
     Find *find_pairs = nullptr;
     Find *find_utf16_marks = nullptr;
+    FindLast *find_last_decisive = nullptr;
     Decode *decode_utf8 = nullptr;
     Decode *decode_sjis = nullptr;
     Decode *decode_euc = nullptr;
@@ -93,6 +112,7 @@ struct Kernels {
     Decode *decode_utf16le = nullptr;
     LookUp *look_up = nullptr;
     EncodeLegacy *encode_legacy = nullptr;
+    EncodeJis *encode_jis = nullptr;
     EncodeUnicode *encode_utf8 = nullptr;
     EncodeUnicode *encode_utf16be = nullptr;
     EncodeUnicode *encode_utf16le = nullptr;

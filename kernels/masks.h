@@ -1,9 +1,13 @@
 // Arithmetic on masks of 64 bits, one for each byte of a block.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+
 namespace jkc::JKC_KERNEL_SET {
 
 inline size_t lowest(uint64_t mask) { return static_cast<size_t>(__builtin_ctzll(mask)); }
+inline size_t highest(uint64_t mask) { return static_cast<size_t>(63 - __builtin_clzll(mask)); }
 inline int64_t count(uint64_t mask) { return __builtin_popcountll(mask); }
 
 // The bits below the lowest one of a mask that is not 0.

@@ -43,6 +43,20 @@ struct Utf8MarkPattern {
     }
 };
 
+// Where a character of UTF-8 may stand that tells whether a combining mark behind it is one: a two-byte one, or one of
+// U+3000 to U+30FF.
+struct DecisivePattern {
+    static constexpr FindLast *Kernels::*kKernel = &Kernels::find_last_decisive;
+
+    template <class At>
+    static auto match(const At &at) {
+        const auto first = at(0);
+        const auto second = at(1);
+        return (equals_masked<0xE0>(first, 0xC0) & equals_masked<0xC0>(second, 0x80)) |
+               (equals(first, 0xE3) & equals_masked<0xFC>(second, 0x80));
+    }
+};
+
 // Surrogate pairs of either byte order, told by the high bytes of their code units: a big-endian pair matches at its
 // first byte, a little-endian one at its second.
 struct PairPattern {
@@ -64,7 +78,10 @@ struct Utf16MarkPattern {
 
     template <class At>
     static auto may_match(const At &at) {
-        return match(at);
+        const auto first = at(0);
+        const auto second = at(1);
+        return (equals(first, 0x30) & equals_masked<0xFC>(second, 0x98)) |
+               (equals_masked<0xFC>(first, 0x98) & equals(second, 0x30)) | equals(first, 0x03);
     }
     template <class At>
     static auto match(const At &at) {

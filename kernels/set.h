@@ -38,6 +38,7 @@ constexpr Kernels make_set(const char *name) {
         .find_utf8_marks = Clean<find<Utf8MarkPattern>>::call,
         .find_pairs = Clean<find<PairPattern>>::call,
         .find_utf16_marks = Clean<find<Utf16MarkPattern>>::call,
+        .find_last_decisive = Clean<find_last<DecisivePattern>>::call,
         .decode_utf8 = Clean<decode_bytes<Utf8Decode>>::call,
         .decode_sjis = Clean<decode_bytes<TwoByteDecode<SjisCode>>>::call,
         .decode_euc = Clean<decode_bytes<TwoByteDecode<EucCode>>>::call,

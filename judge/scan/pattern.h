@@ -38,6 +38,9 @@ inline const uint8_t *find_pattern(const uint8_t *p, const uint8_t *end) {
 // The last position before `end` at which the pattern may begin, or null when there is none from `begin` on.
 template <class Pattern>
 inline const uint8_t *find_last_pattern(const uint8_t *begin, const uint8_t *end) {
+    if (FindLast *const kernel = kernels().*Pattern::kKernel; kernel != nullptr) {
+        end = kernel(begin, end);
+    }
     constexpr ptrdiff_t kStep = sizeof(Bytes16);
     for (const uint8_t *p = end; p > begin; p -= kStep) {
         const uint8_t *from = p - begin > kStep ? p - kStep : begin;

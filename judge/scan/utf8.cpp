@@ -13,17 +13,6 @@ namespace jkc {
 
 namespace {
 
-// Where a decisive character may stand: a two-byte one, or one of U+3000 to U+30FF.
-struct Decisive {
-    template <class At>
-    static Bytes16 match(const At &at) {
-        const Bytes16 first = at(0);
-        const Bytes16 second = at(1);
-        return (equals_masked<0xE0>(first, 0xC0) & equals_masked<0xC0>(second, 0x80)) |
-               (equals(first, 0xE3) & equals_masked<0xFC>(second, 0x80));
-    }
-};
-
 // Tracks whether the last decisive character takes a combining mark.
 struct BaseTracker {
     enum class State : uint8_t { kUnknown, kNo, kYes };
@@ -31,7 +20,7 @@ struct BaseTracker {
     static constexpr size_t kLongest = 4;
 
     static const uint8_t *last_decisive(const uint8_t *begin, const uint8_t *to) {
-        return find_last_pattern<Decisive>(begin, to);
+        return find_last_pattern<DecisivePattern>(begin, to);
     }
 
     static const uint8_t *pass(const uint8_t *p, const uint8_t *end, State &state) {
@@ -88,11 +77,19 @@ bool Utf8Scanner::is_eliminated(const uint8_t *p, const uint8_t *end) const {
     return found.errors >= kTooManyErrors && (found.valid > 0 || find_plain_pattern<Valid>(p, end) == end);
 }
 
+void Utf8Scanner::settle() {
+    if (known_at_ != nullptr) {
+        base_ = decomposed == 0 && advance({known_at_, base_}, at_, at_).base;
+        known_at_ = nullptr;
+    }
+}
+
 // A match counts only where scan() would begin a character.
 const uint8_t *Utf8Scanner::watch(const uint8_t *p, const uint8_t *end, Wanted wanted) {
     if (!wanted.four_byte && !wanted.decomposed && found.valid > 0) {
         return end; // nothing is left to find, not even a valid character, so boundaries no longer matter
     }
+    settle();
     const Place begin{p, base_};
     if (wanted.four_byte) {
         Place place = begin;
@@ -180,7 +177,7 @@ struct Utf8Scanner::Tally {
 };
 
 const uint8_t *Utf8Scanner::scan(const uint8_t *p, const uint8_t *end, bool last) {
-    Tally tally{found, origin, four_byte, decomposed, base_, p};
+    Tally tally{found, origin, four_byte, decomposed, base_, known_at_ != nullptr ? known_at_ : p};
     while (p < end) {
         const OrdinaryRun run = count_ordinary_utf8(p, end);
         const uint8_t *const close = close_look_end(p, run.end, end);
@@ -204,7 +201,9 @@ const uint8_t *Utf8Scanner::scan(const uint8_t *p, const uint8_t *end, bool last
                                : tally.four_byte_or_error(p);
         }
     }
-    base_ = tally.seeks_marks() && tally.base_at(p, end);
+    base_ = tally.base;
+    known_at_ = tally.known_at;
+    at_ = p;
     found = tally.found;
     four_byte = tally.four_byte;
     decomposed = tally.decomposed;

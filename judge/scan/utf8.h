@@ -10,6 +10,9 @@ public:
     // Takes the bytes from p to end. Returns where it stopped: at `end`, or at a character that `end` cuts.
     const uint8_t *scan(const uint8_t *p, const uint8_t *end, bool last);
 
+    // To be called when a block has been scanned, before its memory goes.
+    void settle();
+
     // What watch() still looks for.
     struct Wanted {
         bool four_byte;
@@ -38,7 +41,11 @@ private:
     };
     static Place advance(Place from, const uint8_t *to, const uint8_t *end);
 
-    bool base_ = false; // the last decisive character takes a combining mark
+    // The last decisive character before known_at_ takes a combining mark. Null: before where the scanner stands, which is
+    // at_ otherwise. Mostly nobody asks.
+    bool base_ = false;
+    const uint8_t *known_at_ = nullptr;
+    const uint8_t *at_ = nullptr;
 };
 
 } // namespace jkc

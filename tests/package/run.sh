@@ -19,8 +19,9 @@ install_build() {
     rm -rf "$work/first" "$work/prefix"
     "$cmake" --install "$1" --prefix "$work/first" >"$work/install.log"
     mv "$work/first" "$work/prefix"
-    libdir=$(dirname "$(find "$work/prefix" -name 'libjkc.*' | head -n 1)")
-    export PKG_CONFIG_PATH=$libdir/pkgconfig LD_LIBRARY_PATH=$libdir
+    export PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name jkc.pc)")
+    libdir=$(dirname "$PKG_CONFIG_PATH")
+    export LD_LIBRARY_PATH=$libdir
 }
 
 # configure BUILD_DIR OPTION...: the consumers' project, with few words.

@@ -47,6 +47,28 @@ public class NativeLibraryTest {
         }
     }
 
+    @Test
+    public void eachSystemHasItsFolderInTheJar() {
+        assertEquals("linux-x86_64", NativeLibrary.platform("Linux", "amd64"));
+        assertEquals("linux-aarch64", NativeLibrary.platform("Linux", "aarch64"));
+        assertEquals("windows-x86_64", NativeLibrary.platform("Windows Server 2022", "amd64"));
+        assertEquals("macos-aarch64", NativeLibrary.platform("Mac OS X", "aarch64"));
+    }
+
+    @Test
+    public void aLibraryThatStaysIsSharedAndMadeWhole() throws Exception {
+        Path folder = Files.createTempDirectory("jkc");
+        Path file = NativeLibrary.keep(new byte[] {1, 2, 3}, folder);
+        Files.write(file, new byte[] {1, 2});
+        assertEquals(file, NativeLibrary.keep(new byte[] {1, 2, 3}, folder));
+        assertArrayEquals(new byte[] {1, 2, 3}, Files.readAllBytes(file));
+        Path other = NativeLibrary.keep(new byte[] {4}, folder);
+        assertNotEquals(file, other);
+        for (Path made : List.of(file, other, folder)) { // the last one empty, so that nothing else was left
+            Files.delete(made);
+        }
+    }
+
     private static String where(String classPath, String... options) throws Exception {
         List<String> command = new ArrayList<>(List.of(System.getProperty("java.home") + "/bin/java", "-cp",
                 classPath + ":" + System.getProperty("jkc.test.classpath")));

@@ -1,26 +1,25 @@
 #include "workers.h"
 
-#include <fcntl.h>
-#include <poll.h>
-#include <sys/mman.h>
+#include <sys/select.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <list>
 #include <map>
-#include <vector>
 
 #if defined(__linux__)
 #include <sys/prctl.h>
 #endif
 
 #include "descriptor.h"
+#include "platform.h"
 #include "report.h"
-#include "signals.h"
+#include "signal_note.h"
 
 namespace jkc::cli {
 namespace {
@@ -33,13 +32,11 @@ static_assert(SharedNumber::is_always_lock_free, "processes share it");
 // Numbers that all processes see: the next part that nobody has taken, and of each process the part that it is at.
 class SharedNumbers {
 public:
-    explicit SharedNumbers(size_t processes) : size_((processes + 1) * sizeof(SharedNumber)) {
-        void *memory = mmap(nullptr, size_, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-        numbers_ = memory == MAP_FAILED ? nullptr : static_cast<SharedNumber *>(memory); // all are 0
-    }
+    explicit SharedNumbers(size_t processes)
+        : size_((processes + 1) * sizeof(SharedNumber)), numbers_(static_cast<SharedNumber *>(share_memory(size_))) {}
     ~SharedNumbers() {
         if (numbers_ != nullptr) {
-            munmap(numbers_, size_);
+            release_memory(numbers_, size_);
         }
     }
     SharedNumbers(const SharedNumbers &) = delete;
@@ -104,7 +101,12 @@ private:
 
     bool start(size_t number) {
         int ends[2];
-        if (pipe2(ends, O_CLOEXEC) != 0) {
+        if (pipe(ends) != 0) {
+            return false;
+        }
+        if (ends[0] >= FD_SETSIZE) { // more than can be waited for
+            ::close(ends[0]);
+            ::close(ends[1]);
             return false;
         }
         shared_.current(number) = kNothing;
@@ -145,12 +147,15 @@ private:
 
     // Until a process has sent something or ended, a signal has come, or it is time for a tick.
     void wait() {
-        std::vector<pollfd> pipes;
+        fd_set pipes;
+        FD_ZERO(&pipes);
+        int most = -1;
         for (const Worker &worker : workers_) {
-            pipes.push_back({worker.pipe, POLLIN, 0});
+            FD_SET(worker.pipe, &pipes);
+            most = std::max(most, worker.pipe);
         }
         constexpr timespec kTick{0, 100'000'000};
-        const int ready = ppoll(pipes.data(), pipes.size(), &kTick, &signals_.before());
+        const int ready = pselect(most + 1, &pipes, nullptr, nullptr, &kTick, &signals_.before());
         work_.tick();
         if (ready < 0 && SignalNote::noted() != 0) {
             shared_.next() = work_.count; // for those that ignore the signal
@@ -159,9 +164,10 @@ private:
             }
         }
         auto worker = workers_.begin();
-        for (size_t i = 0; ready > 0 && i < pipes.size(); ++i) {
+        for (size_t left = ready > 0 ? workers_.size() : 0; left > 0;
+             --left) { // those that are started here come later
             const auto here = worker++;
-            if (pipes[i].revents != 0 && !receive(*here)) {
+            if (FD_ISSET(here->pipe, &pipes) && !receive(*here)) {
                 end(*here);
                 workers_.erase(here);
             }

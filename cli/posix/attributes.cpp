@@ -1,7 +1,11 @@
 #include "attributes.h"
 
-#include <sys/xattr.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+#if defined(__linux__)
+#include <sys/xattr.h>
+#endif
 
 #include <algorithm>
 #include <cerrno>
@@ -15,6 +19,19 @@
 
 namespace jkc::cli {
 namespace {
+
+#if !defined(__linux__)
+// Other systems have these by other names, or not at all: owner and mode are all that is kept there.
+ssize_t none() {
+    errno = ENOTSUP;
+    return -1;
+}
+ssize_t listxattr(const char *, char *, size_t) { return none(); }
+ssize_t getxattr(const char *, const char *, char *, size_t) { return none(); }
+ssize_t fgetxattr(int, const char *, char *, size_t) { return none(); }
+ssize_t fsetxattr(int, const char *, const char *, size_t, int) { return none(); }
+ssize_t fremovexattr(int, const char *) { return none(); }
+#endif
 
 constexpr const char *kAccessList = "system.posix_acl_access";
 
@@ -80,20 +97,20 @@ void copy_attribute(int descriptor, const std::string &path, const std::string &
 mode_t joined(mode_t owner, mode_t group, mode_t others) { return owner << 6 | group << 3 | others; }
 
 // Answers whether owner and group were kept.
-bool take_over_owner_and_mode(int descriptor, const struct stat &old) {
-    mode_t mode = old.st_mode & 07777;
+bool take_over_owner_and_mode(int descriptor, const FileStatus &old) {
+    auto mode = static_cast<mode_t>(old.mode & 07777);
     struct stat now {};
-    if (fchown(descriptor, old.st_uid, old.st_gid) != 0) {
+    if (fchown(descriptor, old.owner, old.group) != 0) {
         // Not even the same ones, on some file systems.
-        const bool group_set = fchown(descriptor, static_cast<uid_t>(-1), old.st_gid) == 0;
+        const bool group_set = fchown(descriptor, static_cast<uid_t>(-1), old.group) == 0;
         fstat(descriptor, &now);
-        const bool same_group = group_set || now.st_gid == old.st_gid;
-        if (now.st_uid != old.st_uid || !same_group) {
+        const bool same_group = group_set || now.st_gid == old.group;
+        if (now.st_uid != old.owner || !same_group) {
             mode &= 0777; // no set-id bits for another owner
             const mode_t owner = mode >> 6;
             mode_t group = mode >> 3 & 7;
             mode_t others = mode & 7;
-            if (now.st_uid != old.st_uid) {
+            if (now.st_uid != old.owner) {
                 // The former owner is in one of these classes now.
                 group &= owner;
                 others &= owner;
@@ -113,8 +130,7 @@ bool take_over_owner_and_mode(int descriptor, const struct stat &old) {
 
 } // namespace
 
-void take_over_attributes(int descriptor, const std::string &old_path, const struct stat &old,
-                          const std::string &name) {
+void take_over_attributes(int descriptor, const std::string &old_path, const FileStatus &old, const std::string &name) {
     const std::vector<std::string> attributes = attribute_names(old_path, name);
     const bool has_list = std::find(attributes.begin(), attributes.end(), kAccessList) != attributes.end();
     // A folder gives its new files a list, whose entries the mode would put into force.
@@ -130,6 +146,16 @@ void take_over_attributes(int descriptor, const std::string &old_path, const str
         if (std::find(std::begin(kOfTheContent), std::end(kOfTheContent), attribute) == std::end(kOfTheContent)) {
             copy_attribute(descriptor, old_path, attribute, name);
         }
+    }
+}
+
+void check_replaceable(const std::string &path, const FileStatus &file, const std::string &name) {
+    // In a sticky folder others may make files, but not take the place of one. To see it now leaves nothing half done.
+    const std::string folder = path.substr(0, path.rfind('/') + 1);
+    const auto found = status_of(folder.empty() ? "." : folder);
+    const uid_t user = geteuid();
+    if (found && (found->mode & S_ISVTX) != 0 && user != 0 && user != found->owner && user != file.owner) {
+        throw FileError(name, tr("its folder is sticky: only the file's owner may replace it"));
     }
 }
 

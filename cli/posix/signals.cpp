@@ -3,6 +3,10 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <csignal>
+#include <iterator>
+
+#include "signal_note.h"
 
 namespace jkc::cli {
 namespace {
@@ -36,8 +40,6 @@ void change_handler(void (*from)(int), void (*to)(int), int flags) {
     }
 }
 
-} // namespace
-
 sigset_t ending_signals() {
     sigset_t set;
     sigemptyset(&set);
@@ -47,17 +49,42 @@ sigset_t ending_signals() {
     return set;
 }
 
+} // namespace
+
 void handle_ending_signals() { change_handler(SIG_DFL, remove_file_and_end, static_cast<int>(SA_RESETHAND)); }
 
 void doom_file(const char *path) { doomed_file = path; }
 
-SignalMask::SignalMask(int how) {
+SignalGuard::SignalGuard(bool block) {
     const sigset_t set = ending_signals();
-    sigprocmask(how, &set, &before_);
+    sigset_t before;
+    sigprocmask(block ? SIG_BLOCK : SIG_UNBLOCK, &set, &before);
+    for (size_t i = 0; i < std::size(kEndingSignals); ++i) {
+        blocked_before_ |= sigismember(&before, kEndingSignals[i]) == 1 ? uint32_t{1} << i : 0;
+    }
 }
 
-SignalNote::SignalNote() { change_handler(SIG_DFL, note, 0); }
-SignalNote::~SignalNote() { forget(); }
+SignalGuard::~SignalGuard() {
+    sigset_t mask;
+    sigprocmask(SIG_BLOCK, nullptr, &mask);
+    for (size_t i = 0; i < std::size(kEndingSignals); ++i) {
+        const bool blocked = (blocked_before_ >> i & 1) != 0;
+        blocked ? sigaddset(&mask, kEndingSignals[i]) : sigdelset(&mask, kEndingSignals[i]);
+    }
+    sigprocmask(SIG_SETMASK, &mask, nullptr);
+}
+
+SignalNote::SignalNote() {
+    const sigset_t set = ending_signals();
+    sigprocmask(SIG_BLOCK, &set, &before_);
+    change_handler(SIG_DFL, note, 0);
+}
+
+SignalNote::~SignalNote() {
+    forget();
+    sigprocmask(SIG_SETMASK, &before_, nullptr);
+}
+
 int SignalNote::noted() { return noted_signal; }
 void SignalNote::forget() { change_handler(note, SIG_DFL, 0); }
 
