@@ -49,6 +49,10 @@ public:
             std::string name = folder;
             name.append(folder.back() == '/' ? "" : "/").append(entry);
             const auto file = status_of_link(name);
+            if (!file && errno == EILSEQ) { // what is gone meanwhile is no failure, but this is there
+                tell(FileError(name, errno));
+                ++list_.failures;
+            }
             if (!file || matches(options_.exclude, name, base)) {
                 continue;
             }

@@ -72,6 +72,8 @@ ptrdiff_t write_some(int descriptor, const void *data, size_t length);
 int64_t position_of(int descriptor);
 // Waits until the file is on the disk; file systems that cannot do it are no failure.
 bool sync_to_disk(int descriptor);
+// Waits until the names in a folder are on the disk, as far as the system can tell; "" is the working one.
+void sync_folder(const std::string &path);
 // Null: the time stays.
 bool set_times(int descriptor, const FileTime *accessed, const FileTime *modified);
 

@@ -125,6 +125,9 @@ void SafeFile::commit() {
     const SignalPause pause;
     check_unchanged();
     const bool backup_made = !backup_.empty() && keep_backup(target_, backup_);
+    if (backup_made) {
+        sync_folder(folder_of(target_)); // the old text has its second name before it loses the first
+    }
     if (!replace_file(temporary_.path, target_)) {
         const int error_number = errno;
         if (backup_made) {
@@ -134,6 +137,7 @@ void SafeFile::commit() {
     }
     doom_file(nullptr);
     temporary_.path.clear();
+    sync_folder(folder_of(target_));
 }
 
 } // namespace jkc::cli

@@ -129,7 +129,7 @@ TEST(FaultsTest, AStreamFailsAtAnyByteOrAFileIsNone) {
     int type = 0;
     int line = 0;
     for (const std::string &text :
-         !TestStream::kCanFail
+         !TestStream::kCutsAndFails
              ? std::vector<std::string>()
              : std::vector{kText, "\xEF\xBB\xBF" + kText, parse_bytes("FEFF 3042*9000"), std::string(20000, 'a')}) {
         for (const size_t at : {0U, 1U, 2U, 3U, 4U, 100U, 8127U, 8128U, 8129U, 8130U, 8131U, 16256U, 17000U}) {

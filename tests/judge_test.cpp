@@ -1,3 +1,4 @@
+#include <optional>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -42,7 +43,10 @@ std::string judge(const Case &c, Way way, size_t piece = TestStream::kNever) {
     JkcContext *ctx = create_jkc();
     soil(*ctx);
     const ExactBuffer buffer(c.input);
-    TestStream stream(c.input, piece);
+    std::optional<TestStream> stream; // made where it is read: some systems have files for it
+    if (way == Way::kStream) {
+        stream.emplace(c.input, piece);
+    }
     CutReader reader(c.input, piece);
     ctx->reader = &reader;
     ctx->mode = way == Way::kReader ? JKC_MODE_READER : 0; // a source that an entry point keeps
@@ -56,13 +60,13 @@ std::string judge(const Case &c, Way way, size_t piece = TestStream::kNever) {
     if (o.has("keep") || o.has("hint")) {
         ctx->in_ptr = buffer.data();
         ctx->in_end = buffer.data() + buffer.size();
-        ctx->in_file = stream.file();
+        ctx->in_file = stream ? stream->file() : nullptr;
         ctx->mode |= way == Way::kBuffer ? JKC_MODE_BUFFER : way == Way::kReader ? JKC_MODE_READER : JKC_MODE_STREAM;
         result = _jkc_judges(ctx, type_out, line_out, preferred, o.has("hint"), o.has("keep"));
     } else {
         result = way == Way::kFile ? jkc_judges_file(ctx, type_out, line_out, text_file(c.input).c_str(), preferred)
                  : way == Way::kStream
-                     ? jkc_judges_stream(ctx, type_out, line_out, stream.file(), preferred)
+                     ? jkc_judges_stream(ctx, type_out, line_out, stream->file(), preferred)
                      : jkc_judges_buffer(ctx, type_out, line_out, buffer.chars(), c.input.size(), preferred);
         EXPECT_TRUE(ctx->sts == result && (ctx->mode & JKC_MODE_SOURCE) == 0) << "the source is not forgotten";
     }
@@ -90,8 +94,10 @@ TEST(JudgeTest, ATextIsJudgedOtherwiseOrACutOfTheInputChangesTheAnswer) {
         std::string answer = judge(c, Way::kBuffer);
         EXPECT_EQ(judge(c, Way::kFile), answer);
         for (const size_t piece : {1U, 2U, 3U, 7U, 977U, 8128U}) {
-            EXPECT_EQ(judge(c, Way::kStream, piece), answer) << piece;
             EXPECT_EQ(judge(c, Way::kReader, piece), answer) << piece;
+            if (TestStream::kCutsAndFails || piece == 1U) {
+                EXPECT_EQ(judge(c, Way::kStream, piece), answer) << piece;
+            }
         }
         return answer;
     });

@@ -174,6 +174,14 @@ int64_t position_of(int descriptor) { return lseek(descriptor, 0, SEEK_CUR); }
 
 bool sync_to_disk(int descriptor) { return fsync(descriptor) == 0 || errno == EINVAL; }
 
+void sync_folder(const std::string &path) {
+    const int folder = open(path.empty() ? "." : path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder >= 0) {
+        fsync(folder);
+        ::close(folder);
+    }
+}
+
 bool set_times(int descriptor, const FileTime *accessed, const FileTime *modified) {
     const timespec times[] = {time_or_none(accessed), time_or_none(modified)};
     return futimens(descriptor, times) == 0;

@@ -2,11 +2,10 @@
 
 #include <windows.h>
 
-#include <aclapi.h>
-
 #include <cerrno>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 #include "descriptor.h"
 #include "report.h"
@@ -24,25 +23,21 @@ std::wstring wide_or_throw(const std::string &path) {
     return *name;
 }
 
+// As it is, with what it has from its folder or had from an earlier one: nobody gets more rights than before.
 void copy_access_list(HANDLE to, const std::wstring &from, const std::string &name) {
-    PACL list = nullptr;
-    PSECURITY_DESCRIPTOR security = nullptr;
-    DWORD error = GetNamedSecurityInfoW(const_cast<wchar_t *>(from.c_str()), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION,
-                                        nullptr, nullptr, &list, nullptr, &security);
-    const std::unique_ptr<void, HLOCAL (*)(HLOCAL)> owner(security, LocalFree);
-    SECURITY_DESCRIPTOR_CONTROL control = 0;
-    DWORD revision = 0;
-    if (error == ERROR_SUCCESS && list != nullptr && GetSecurityDescriptorControl(security, &control, &revision) != 0) {
-        // What comes from the folder, the system puts in again.
-        const SECURITY_INFORMATION inherits = (control & SE_DACL_PROTECTED) != 0
-                                                  ? PROTECTED_DACL_SECURITY_INFORMATION
-                                                  : UNPROTECTED_DACL_SECURITY_INFORMATION;
-        error =
-            SetSecurityInfo(to, SE_FILE_OBJECT, DACL_SECURITY_INFORMATION | inherits, nullptr, nullptr, list, nullptr);
+    DWORD size = 0;
+    GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    std::vector<uint64_t> security(size / sizeof(uint64_t) + 1);
+    if (GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, security.data(), size, &size) != 0) {
+        // Without this the system would take what is inherited for the file's own.
+        SetSecurityDescriptorControl(security.data(), SE_DACL_AUTO_INHERIT_REQ, SE_DACL_AUTO_INHERIT_REQ);
+        if (SetKernelObjectSecurity(to, DACL_SECURITY_INFORMATION, security.data()) != 0) {
+            return;
+        }
     }
-    if (error != ERROR_SUCCESS && errno_of(error) != ENOTSUP) {
-        throw FileError(name,
-                        format(tr("its access control list cannot be kept: %s"), system_text(errno_of(error)).c_str()));
+    const int error = errno_of(GetLastError());
+    if (error != ENOTSUP) {
+        throw FileError(name, format(tr("its access control list cannot be kept: %s"), system_text(error).c_str()));
     }
 }
 

@@ -275,6 +275,8 @@ int64_t position_of(int descriptor) {
 
 bool sync_to_disk(int descriptor) { return succeeded(FlushFileBuffers(handle_of(descriptor))); }
 
+void sync_folder(const std::string &) {} // a file is on the disk under its new name when it is replaced
+
 bool set_times(int descriptor, const FileTime *accessed, const FileTime *modified) {
     const FILETIME access = accessed == nullptr ? FILETIME{} : system_time(*accessed);
     const FILETIME write = modified == nullptr ? FILETIME{} : system_time(*modified);

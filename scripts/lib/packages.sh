@@ -25,6 +25,7 @@ declare -A package_probe=(
     [junit4]=/usr/share/java/junit4.jar
     [libbenchmark-dev]=/usr/include/benchmark/benchmark.h
     [python3]=python3
+    [strace]=strace
     [valgrind]=valgrind
     [llvm]=llvm-cov
     [googletest]=/usr/src/googletest/CMakeLists.txt
@@ -36,6 +37,10 @@ declare -A package_probe=(
     [qemu-user]=qemu-s390x
     [wine]=wine
     [wine64]=/usr/lib/wine/wine64
+    [doxygen]=doxygen
+    [nkf]=nkf
+    [python3-matplotlib]=/usr/lib/python3/dist-packages/matplotlib
+    [locales]=/usr/share/i18n/locales/ja_JP
     [libicu-dev]=/usr/include/unicode/ucnv.h
 )
 

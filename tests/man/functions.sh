@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# functions.sh NAMES COMPILER...: each name that the library exports is in a page of section 3, functions of
+# functions.sh INTERFACE COMPILER...: each name that the library exports is in a page of section 3, functions of
 # jkc.h under NAME of one, where man finds them; and what stands under SYNOPSIS is what the headers declare.
 set -uo pipefail
 export LC_ALL=C
-names=$(cut -d " " -f 1 "$1")
+names=$("$1" names | cut -d ' ' -f 1)
 shift
 pages=$(dirname "$0")/../../docs/man
 failures=0

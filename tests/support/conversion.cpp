@@ -35,6 +35,16 @@ std::string mark_of(int type) {
 
 std::string letter_in(int type) { return type < JKC_TYPE_UTF16BE ? "a" : encoded(U"a", type); }
 
+// Doubled and not one by one: texts of a whole block are made for each case, also in emulators.
+std::string letters(int type, size_t count) {
+    const std::string letter = letter_in(type);
+    std::string all = count > 0 ? letter : "";
+    while (all.size() < count * letter.size()) {
+        all += all.substr(0, count * letter.size() - all.size());
+    }
+    return all;
+}
+
 Outcome expected_but_chunks(const Case &c) {
     Outcome o;
     o.status = static_cast<int32_t>(c.options.number("status"));
@@ -126,11 +136,14 @@ Outcome expected_behind_padding(const Case &c, size_t padding) {
     Outcome outcome = expected_but_chunks(c);
     const auto flush_above = static_cast<size_t>(c.options.number("flush", INT32_MAX));
     std::string pending;
-    const auto step = [&](const std::string &piece) {
+    const auto flush = [&] {
         if (pending.size() > flush_above) {
             outcome.chunks.push_back(pending);
             pending.clear();
         }
+    };
+    const auto step = [&](const std::string &piece) {
+        flush();
         pending += piece;
     };
     const std::vector<std::string> pieces = parse_pieces(c.output);
@@ -139,9 +152,11 @@ Outcome expected_behind_padding(const Case &c, size_t padding) {
     if (marked) {
         step(mark);
     }
-    const std::string letter = letter_in(target_type(c));
-    for (size_t i = 0; i < padding; i++) {
-        step(letter);
+    for (const size_t unit = letter_in(target_type(c)).size(); padding > 0;) {
+        flush();
+        const size_t count = std::min(padding, (flush_above - pending.size()) / unit + 1);
+        pending += letters(target_type(c), count);
+        padding -= count;
     }
     std::for_each(pieces.begin() + (marked ? 1 : 0), pieces.end(), step);
     if (!pending.empty()) {
@@ -152,10 +167,7 @@ Outcome expected_behind_padding(const Case &c, size_t padding) {
 
 std::string padded(const Case &c, int64_t padding) {
     std::string input = c.options.has("judged") ? mark_of(source_type(c)) : "";
-    for (int64_t i = 0; i < padding; i++) {
-        input += letter_in(source_type(c));
-    }
-    return input + c.input;
+    return input + letters(source_type(c), static_cast<size_t>(padding)) + c.input;
 }
 
 CollectingWriter answering_writer(const Options &o) {

@@ -1,4 +1,4 @@
-// A directory for files, removed with all that is in it.
+// A directory for files, removed with all that is in it. Its name is not in ASCII, so that no path in it is.
 #pragma once
 
 #include <filesystem>
@@ -15,7 +15,7 @@ public:
     TempDir() {
         std::random_device random;
         do {
-            path_ = std::filesystem::temp_directory_path() / ("jkc-test-" + std::to_string(random()));
+            path_ = std::filesystem::temp_directory_path() / name_of("jkc-試験-" + std::to_string(random()));
         } while (!std::filesystem::create_directory(path_));
         // For everyone: some tests give up the rights of root.
         std::filesystem::permissions(path_, std::filesystem::perms::all);

@@ -19,7 +19,7 @@ class TestStream {
 public:
     static constexpr size_t kNever = SIZE_MAX;
 #ifdef __linux__
-    static constexpr bool kCanFail = true;
+    static constexpr bool kCutsAndFails = true;
 
     // Each read gives at most `piece` bytes; the one that reaches `fail_at` fails with EIO.
     explicit TestStream(std::string bytes, size_t piece = kNever, size_t fail_at = kNever)
@@ -30,7 +30,7 @@ public:
         setvbuf(file_, nullptr, _IONBF, 0);
     }
 #else
-    static constexpr bool kCanFail = false;
+    static constexpr bool kCutsAndFails = false;
 
     explicit TestStream(const std::string &bytes, size_t /*piece*/ = kNever, size_t /*fail_at*/ = kNever)
         : file_(fopen(dir_.write("stream", bytes).c_str(), "rb")) {}
