@@ -17,7 +17,6 @@ declare -A package_probe=(
     [default-jdk-headless]=javac
     [debhelper]=dh
     [lintian]=lintian
-    [doxygen]=doxygen
     [debootstrap]=debootstrap
     [man-db]=man
     [zsh]=zsh
