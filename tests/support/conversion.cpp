@@ -194,7 +194,6 @@ Outcome convert(const Case &c, Way way, int64_t padding) {
     const bool hint = !o.has("no_hint");
 
     Outcome outcome;
-    TestStream stream(input);
     const ExactBuffer buffer(input);
     CutReader reader(input, 977);
     if (way == Way::kReader) {
@@ -204,6 +203,7 @@ Outcome convert(const Case &c, Way way, int64_t padding) {
     if (way == Way::kFile) {
         outcome.status = jkc_convert_file(ctx, text_file(input).c_str(), src, dst, hint, observer, writer, &session);
     } else if (way == Way::kStream) {
+        TestStream stream(input);
         outcome.status = jkc_convert_stream(ctx, stream.file(), src, dst, hint, observer, writer, &session);
     } else {
         outcome.status =
