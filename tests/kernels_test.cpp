@@ -274,6 +274,22 @@ TEST_P(KernelsTest, APatternIsFoundElsewhere) {
                 << show_bytes(bytes);
         }
     };
+    const auto last_by = [](const Kernels &kernels, const uint8_t *begin, const uint8_t *end) {
+        use_kernels(kernels);
+        const uint8_t *found = find_last_pattern<DecisivePattern>(begin, end);
+        return found != nullptr ? found - begin : -1;
+    };
+    for (int round = 0; round < 4000; ++round) {
+        string bytes(below(kLongest), 'a');
+        for (size_t times = below(3); times > 0; --times) {
+            bytes.insert(below(bytes.size() + 1), below(2) == 0 ? "\xE3\x82" : "\xC3\xA9");
+        }
+        const string readable = bytes + string(kPatternReach + kWide, '\0');
+        const auto *begin = reinterpret_cast<const uint8_t *>(readable.data());
+        ASSERT_EQ(last_by(set(), begin, begin + bytes.size()), last_by(**kernel_sets(), begin, begin + bytes.size()))
+            << show_bytes(bytes);
+    }
+    use_kernels(set());
     check(FourBytePattern());
     check(Utf8MarkPattern());
     check(PairPattern());
