@@ -2,7 +2,6 @@
 
 #include <array>
 #include <sstream>
-#include <vector>
 
 #include "suggest.h"
 #include "translate.h"
@@ -89,6 +88,20 @@ std::string judged_set_names(int judged_set) {
     std::string names;
     for (const char *p = list.data(); *p != '\0'; ++p) {
         names += *p == ';' ? std::string(", ") : std::string(1, *p);
+    }
+    return names;
+}
+
+std::vector<CodeName> code_names() {
+    std::vector<CodeName> names;
+    for (const CodeType &row : kCodeTypes) {
+        bool is_alias = false;
+        for (const std::string &name : names_of(row)) {
+            if (name.find('(') == std::string::npos) {
+                names.push_back({name, row.meaning, is_alias});
+                is_alias = true;
+            }
+        }
     }
     return names;
 }

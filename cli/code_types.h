@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "jkc.h"
 
@@ -21,6 +22,15 @@ std::string code_type_name(int code_type);
 
 // The names in what a judgement answered when several code types fit: "SJIS, EUC".
 std::string judged_set_names(int judged_set);
+
+struct CodeName {
+    std::string name;
+    const char *meaning; // not translated
+    bool is_alias;       // of one in front of it
+};
+
+// But for those with brackets, which shells want quoted: each has an alias without.
+std::vector<CodeName> code_names();
 
 // Text for --list.
 std::string code_type_list();

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <span>
+#include <string_view>
 
 namespace jkc::cli {
 
@@ -68,6 +69,10 @@ struct OptionRow {
     const char *other_name; // null: none
     const char *argument;   // as help shows it, "[=X]" for one that may be missing; null: none
     const char *help;
+
+    bool is_named(std::string_view word) const { return word == name || (other_name != nullptr && word == other_name); }
+    // If not from "=", from the word behind.
+    bool needs_argument() const { return argument != nullptr && argument[0] != '['; }
 };
 
 std::span<const Command> all_commands();

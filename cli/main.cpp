@@ -4,6 +4,7 @@
 
 #include "check.h"
 #include "code_types.h"
+#include "complete.h"
 #include "convert.h"
 #include "detect.h"
 #include "help.h"
@@ -24,6 +25,10 @@ void print(std::string_view text) {
 }
 
 ExitCode run(int argc, char **argv) {
+    if (argc > 1 && std::string_view(argv[1]) == "complete") { // for the scripts of shells, and not among the commands
+        print(completions(argv + 2));
+        return kDone;
+    }
     const Options options = parse_options(argc, argv);
     switch (options.action) {
     case Action::kNone:

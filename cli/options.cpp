@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "code_types.h"
+#include "option_values.h"
 #include "platform.h"
 #include "quoting.h"
 #include "suggest.h"
@@ -26,7 +27,7 @@ int code_type_option(const std::string &name) {
 
 // The value that a word names, whatever its case.
 template <typename Value, size_t kCount>
-Value named(const std::string &name, const std::pair<const char *, Value> (&values)[kCount], const char *unknown) {
+Value named(const std::string &name, const OptionValue<Value> (&values)[kCount], const char *unknown) {
     for (const auto &[known, value] : values) {
         if (strcasecmp(name.c_str(), known) == 0) {
             return value;
@@ -36,22 +37,15 @@ Value named(const std::string &name, const std::pair<const char *, Value> (&valu
 }
 
 uint32_t line_type_option(const std::string &name) {
-    constexpr std::pair<const char *, uint32_t> kLineTypes[] = {
-        {"keep", JKC_LINE_KEEP}, {"lf", JKC_LINE_LF}, {"crlf", JKC_LINE_CRLF}, {"cr", JKC_LINE_CR}};
     return named(name, kLineTypes, tr("--eol takes keep, lf, crlf or cr"));
 }
 
 uint8_t on_loss_option(const std::string &name) {
-    constexpr std::pair<const char *, uint8_t> kPolicies[] = {{"replace", JKC_ON_LOSS_REPLACE},
-                                                              {"omit", JKC_ON_LOSS_OMIT},
-                                                              {"escape", JKC_ON_LOSS_ESCAPE},
-                                                              {"stop", JKC_ON_LOSS_STOP}};
-    return named(name, kPolicies, tr("--on-loss takes replace, omit, escape or stop"));
+    return named(name, kLossPolicies, tr("--on-loss takes replace, omit, escape or stop"));
 }
 
 ReportForm report_option(const char *form) {
-    constexpr std::pair<const char *, ReportForm> kForms[] = {{"text", ReportForm::kText}, {"json", ReportForm::kJson}};
-    return form == nullptr ? ReportForm::kText : named(form, kForms, tr("--report takes text or json"));
+    return form == nullptr ? ReportForm::kText : named(form, kReportForms, tr("--report takes text or json"));
 }
 
 std::string backup_suffix_option(const char *suffix) {
@@ -127,8 +121,6 @@ private:
         return found == all.end() ? nullptr : &*found;
     }
 
-    static bool may_lack_argument(const OptionRow &row) { return row.argument == nullptr || row.argument[0] == '['; }
-
     const char *next_word(const OptionRow &row) {
         if (*words_ == nullptr) {
             throw UsageError(format(tr("--%s needs an argument: %s"), row.name, row.argument));
@@ -157,8 +149,7 @@ private:
     void take_long(const char *word) {
         const char *equals = std::strchr(word, '=');
         const std::string name(word, equals == nullptr ? std::strlen(word) : static_cast<size_t>(equals - word));
-        const OptionRow *row = find(
-            [&](const OptionRow &r) { return name == r.name || (r.other_name != nullptr && name == r.other_name); });
+        const OptionRow *row = find([&](const OptionRow &r) { return r.is_named(name); });
         if (row == nullptr) {
             Suggestion suggestion(name);
             find([&](const OptionRow &r) {
@@ -170,7 +161,7 @@ private:
         if (equals != nullptr && row->argument == nullptr) {
             throw UsageError(format(tr("--%s takes no argument"), row->name));
         }
-        const char *argument = equals != nullptr ? equals + 1 : may_lack_argument(*row) ? nullptr : next_word(*row);
+        const char *argument = equals != nullptr ? equals + 1 : row->needs_argument() ? next_word(*row) : nullptr;
         apply(row->id, argument);
     }
 

@@ -1,4 +1,4 @@
-# Writes JKC_VERSION_SCRIPT: the shared library exports what the public headers declare, as the compiler sees them,
+# Writes JKC_VERSION_SCRIPT and JKC_DECLARATIONS: the shared library exports what the public headers declare, as the compiler sees them,
 # and what Java looks for.
 separate_arguments(preprocess UNIX_COMMAND "${CMAKE_CXX_COMPILER_ARG1} ${CMAKE_CXX_FLAGS}")
 if(CMAKE_CXX_COMPILER_TARGET)
@@ -12,13 +12,21 @@ execute_process(
     OUTPUT_VARIABLE declarations COMMAND_ERROR_IS_FATAL ANY)
 
 # A name is the last word in front of the parameters, the brackets of an array, or the end.
-string(REGEX MATCHALL "JKC_EXPORTED[^][(;]*" declarations "${declarations}")
+string(REGEX MATCHALL "JKC_EXPORTED[^;]*" declarations "${declarations}")
 set(names)
 foreach(declaration IN LISTS declarations)
-    string(STRIP "${declaration}" declaration)
-    string(REGEX MATCH "[A-Za-z0-9_]+$" name "${declaration}")
+    string(REGEX MATCH "^[^[(]*" front "${declaration}")
+    string(STRIP "${front}" front)
+    string(REGEX MATCH "[A-Za-z0-9_]+$" name "${front}")
     list(APPEND names ${name})
 endforeach()
+# What a test compares: a line for each.
+list(TRANSFORM declarations REPLACE "JKC_EXPORTED|extern" "")
+list(TRANSFORM declarations REPLACE "[ \n]+" " ")
+list(TRANSFORM declarations STRIP)
+list(JOIN declarations "\n" declarations)
+set(JKC_DECLARATIONS ${PROJECT_BINARY_DIR}/declarations.txt)
+file(CONFIGURE OUTPUT ${JKC_DECLARATIONS} CONTENT "${declarations}\n" @ONLY)
 list(SORT names)
 if(JKC_HAVE_JNI)
     list(APPEND names Java_kestro_jkc_* _jjkc_* _jni_info)

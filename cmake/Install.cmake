@@ -9,6 +9,11 @@ install(DIRECTORY ${JKC_INCLUDE_DIR}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FI
 if(JKC_BUILD_CLI)
     install(TARGETS jkc_program RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
+if(JKC_BUILD_CLI) # where the shells look
+    install(FILES cli/completion/jkc.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME jkc)
+    install(FILES cli/completion/_jkc DESTINATION ${JKC_ZSH_COMPLETIONS})
+    install(FILES cli/completion/jkc.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+endif()
 if(JKC_HAVE_JNI)
     install(FILES ${JKC_JAR} DESTINATION ${CMAKE_INSTALL_DATADIR}/java)
 endif()

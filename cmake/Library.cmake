@@ -23,8 +23,8 @@ if(JKC_BUILD_SHARED)
         target_link_options(jkc PRIVATE -Wl,--version-script=${JKC_VERSION_SCRIPT} -Wl,--as-needed)
     endif()
     if(NOT JKC_SANITIZE AND NOT WIN32)
-        # Whatever the C library does not have is found here, not by the user's linker.
-        target_link_options(jkc PRIVATE -Wl,-z,defs)
+        # Whatever the C library does not have is found here, not by the user's linker: on 32 bits, what counts bits of 64.
+        target_link_options(jkc PRIVATE -Wl,-z,defs -static-libgcc)
     endif()
 endif()
 if(JKC_BUILD_STATIC)

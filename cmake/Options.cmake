@@ -2,6 +2,8 @@ option(JKC_BUILD_SHARED "Build the shared library" ON)
 option(JKC_BUILD_STATIC "Build the static library" ON)
 option(JKC_BUILD_CLI "Build the program jkc" ${PROJECT_IS_TOP_LEVEL})
 option(JKC_STATIC_LIBSTDCXX "Link the program jkc with the C++ standard library statically" ON)
+set(JKC_ZSH_COMPLETIONS ${CMAKE_INSTALL_DATADIR}/zsh/site-functions CACHE STRING
+    "Where the program's completion for zsh is installed, below the prefix")
 option(JKC_BUILD_TESTS "Build the tests (needs GoogleTest, and the static library)" ${PROJECT_IS_TOP_LEVEL})
 option(JKC_BUILD_FUZZ "Build the fuzz targets, too, with the tests" OFF)
 option(JKC_BUILD_BENCH "Build the benchmark (needs Google Benchmark)" OFF)
@@ -13,6 +15,7 @@ endif()
 set(JKC_JNI ${jni_default} CACHE STRING
     "Build the native methods for Java and jkc.jar: ON, OFF, or AUTO (with a JDK and the shared library)")
 set_property(CACHE JKC_JNI PROPERTY STRINGS AUTO ON OFF)
+option(JKC_JAR_HAS_LIBRARY "Put a copy of the shared library into jkc.jar, so that it needs no installed one" ON)
 option(JKC_WERROR "Treat compiler warnings as errors" OFF)
 set(JKC_SANITIZE "" CACHE STRING "Sanitizers to build with, such as address,undefined")
 

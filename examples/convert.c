@@ -18,7 +18,7 @@ static int32_t observe(int32_t code_type, void *user_data) {
 /* Receives the output, 8 KiB at a time. The last argument of jkc_convert_file() arrives as user_data. */
 static int32_t write_out(const uint8_t *data, uint64_t length, void *user_data) {
     FILE *out = user_data;
-    return fwrite(data, 1, length, out) == length ? JKC_SUCCESS : JKC_EWRITE;
+    return fwrite(data, 1, (size_t)length, out) == length ? JKC_SUCCESS : JKC_EWRITE;
 }
 
 /* The code is a code point when the source is Unicode, else one of the source, and 0 for bytes that are none. */

@@ -8,7 +8,7 @@
 
 /* Receives the output. The last argument of jkc_converter_feed() arrives as user_data. */
 static int32_t write_out(const uint8_t *data, uint64_t length, void *user_data) {
-    return fwrite(data, 1, length, user_data) == length ? JKC_SUCCESS : JKC_EWRITE;
+    return fwrite(data, 1, (size_t)length, user_data) == length ? JKC_SUCCESS : JKC_EWRITE;
 }
 
 int main(int argc, char **argv) {

@@ -16,7 +16,7 @@ int main(int argc, char **argv) {
         return 1;
     }
     /* A buffer for the whole text takes any line in one piece. */
-    uint64_t size = (uint64_t)jkc_io_get_size(slot);
+    size_t size = (size_t)jkc_io_get_size(slot);
     char *line = malloc(size + 1);
     if (line == NULL) {
         return 1;

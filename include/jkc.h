@@ -1,6 +1,6 @@
 /**
  * @file jkc.h
- * @brief libjkc: judge which Japanese encoding a text is in, and convert it.
+ * @brief Judges which Japanese encoding a text is in, and converts it.
  *
  * **Judge.** Make a context, ask, print the answer:
  *
@@ -60,15 +60,20 @@
 
 /** @name Version of this header; the build takes the library's from here. jkc_version_number() tells that. */
 /** @{ */
+/** Changes when a program that was built with an older one may fail. */
 #define JKC_VERSION_MAJOR 2
+/** Changes when something is added. */
 #define JKC_VERSION_MINOR 2
+/** Changes otherwise. */
 #define JKC_VERSION_PATCH 0
 /** One number that can be compared: 20200 for 2.2.0. */
 #define JKC_VERSION_NUMBER (JKC_VERSION_MAJOR * 10000 + JKC_VERSION_MINOR * 100 + JKC_VERSION_PATCH)
 /** "2.2.0" */
 #define JKC_VERSION_STRING                                                                                             \
     JKC_TO_STRING(JKC_VERSION_MAJOR) "." JKC_TO_STRING(JKC_VERSION_MINOR) "." JKC_TO_STRING(JKC_VERSION_PATCH)
+/** What a macro expands to, as a string. */
 #define JKC_TO_STRING(macro) JKC_TO_STRING_OF(macro)
+/** What is given, as a string. */
 #define JKC_TO_STRING_OF(text) #text
 /** @} */
 
@@ -358,7 +363,7 @@ JKC_API int jkc_judges_file(JkcContext *ctx, int *type_out, int *line_out, const
  *   plus the low byte of that if Shift_JIS or EUC does. 0 stands for invalid bytes.
  * - Counted twice can be, on the way to JIS: a code of Shift_JIS or EUC that is no character; a pair of surrogates.
  * - Not recorded: characters that ctx->suppress leaves out on the way to JIS, unless from UTF-8; invalid bytes of JIS,
- *   and those at the very end of UTF-8; look-alikes that share a code (the README lists them).
+ *   and those at the very end of UTF-8; look-alikes that share a code (docs/encodings.md lists them).
  * - A call that runs no converter leaves the record of the call before as it is: one whose source is empty, undecided
  *   or unreadable, whose target does not exist, or that the observer stopped.
  *

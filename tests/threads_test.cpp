@@ -63,7 +63,7 @@ struct Session {
         return 0;
     }
     static int32_t write(const uint8_t *data, uint64_t length, void *self) {
-        step(self) << std::string_view(reinterpret_cast<const char *>(data), length);
+        step(self) << std::string_view(reinterpret_cast<const char *>(data), static_cast<size_t>(length));
         return 0;
     }
 };
@@ -136,7 +136,7 @@ std::string read_slots(const Route &route) {
         char line[500];
         uint64_t length = 0;
         for (int64_t count = 0; (count = jkc_io_get_line(slot, line, sizeof line, &length)) >= 0 && length > 0;) {
-            seen << std::string_view(line, length) << '=' << count << '/';
+            seen << std::string_view(line, static_cast<size_t>(length)) << '=' << count << '/';
         }
         seen << jkc_io_get_stype(slot) << jkc_io_close(slot);
     }

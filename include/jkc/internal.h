@@ -28,11 +28,11 @@ enum JkcBlockSizes {
 
 /** A piece of the input. */
 typedef struct JkcBlock {
-    uint8_t data[JKC_BLOCK_AREA];
-    int32_t start;         /**< offset of the first byte in data; 32 when read */
-    int32_t end;           /**< offset one past the last byte */
-    int32_t reserved;      /**< 0 */
-    int32_t scan_start[4]; /**< where the scanners begin: 7-bit and Shift_JIS, EUC, UTF-16, UTF-8 */
+    uint8_t data[JKC_BLOCK_AREA]; /**< the bytes, with room in front */
+    int32_t start;                /**< offset of the first byte in data; 32 when read */
+    int32_t end;                  /**< offset one past the last byte */
+    int32_t reserved;             /**< 0 */
+    int32_t scan_start[4];        /**< where the scanners begin: 7-bit and Shift_JIS, EUC, UTF-16, UTF-8 */
 } JkcBlock;
 
 /**
@@ -90,6 +90,7 @@ JKC_API int32_t _delete_bom(JkcContext *ctx, int32_t dst_type);
         JKC_CONVERTERS_FROM_euc(TO_LEGACY, TO_UNICODE) JKC_CONVERTERS_FROM_unibe(TO_LEGACY, TO_UNICODE)                \
             JKC_CONVERTERS_FROM_unile(TO_LEGACY, TO_UNICODE) JKC_CONVERTERS_FROM_utf8(TO_LEGACY, TO_UNICODE)
 
+/** @cond */
 #define JKC_CONVERTERS_FROM_jis(TO_LEGACY, TO_UNICODE) JKC_CONVERTERS_FROM(jis, TO_LEGACY, TO_UNICODE)
 /* Shift_JIS has one form only, so that it is copied into itself, never converted. */
 #define JKC_CONVERTERS_FROM_sjis(TO_LEGACY, TO_UNICODE)                                                                \
@@ -112,6 +113,7 @@ JKC_API int32_t _delete_bom(JkcContext *ctx, int32_t dst_type);
 JKC_FOR_EACH_CONVERTER(JKC_DECLARE_TO_LEGACY, JKC_DECLARE_TO_UNICODE)
 #undef JKC_DECLARE_TO_LEGACY
 #undef JKC_DECLARE_TO_UNICODE
+/** @endcond */
 
 /* --- names and messages --- */
 
@@ -128,10 +130,10 @@ typedef struct JkcStatusMessage {
     const char *message; /**< UTF-8 */
 } JkcStatusMessage;
 
-JKC_API extern const JkcTypeName _typeNames[];
-JKC_API extern const uint64_t _typeNamesSize;
-JKC_API extern const JkcStatusMessage _satusMessage[];
-JKC_API extern const uint64_t _satusMessageSize;
+JKC_API extern const JkcTypeName _typeNames[];         /**< the names of the code types */
+JKC_API extern const uint64_t _typeNamesSize;          /**< how many there are */
+JKC_API extern const JkcStatusMessage _satusMessage[]; /**< the messages of the status codes */
+JKC_API extern const uint64_t _satusMessageSize;       /**< how many there are */
 
 /* --- file slots --- */
 

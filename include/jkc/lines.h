@@ -40,17 +40,23 @@ extern "C" {
  *         call fails again). UTF-16 is always valid.
  */
 /** @{ */
+/** Scans a line of Shift_JIS. */
 JKC_API int32_t jkc_sjis_strln(JkcContext *ctx, void *buf, uint64_t size, uint64_t *length, const uint8_t **position,
                                uint64_t remaining);
+/** Scans a line of EUC. */
 JKC_API int32_t jkc_euc_strln(JkcContext *ctx, void *buf, uint64_t size, uint64_t *length, const uint8_t **position,
                               uint64_t remaining);
+/** Scans a line of UTF-16BE. */
 JKC_API int32_t jkc_unibe_strln(JkcContext *ctx, void *buf, uint64_t size, uint64_t *length, const uint8_t **position,
                                 uint64_t remaining);
+/** Scans a line of UTF-16LE. */
 JKC_API int32_t jkc_unile_strln(JkcContext *ctx, void *buf, uint64_t size, uint64_t *length, const uint8_t **position,
                                 uint64_t remaining);
+/** Scans a line of UTF-8. */
 JKC_API int32_t jkc_utf8_strln(JkcContext *ctx, void *buf, uint64_t size, uint64_t *length, const uint8_t **position,
                                uint64_t remaining);
 /**
+ * Scans a line of JIS.
  * @param shift_state the character set in force, a designation number: 0 in front of the first line; receives that
  *                    at the new position. A designation of JIS X 0213 also selects its table in the context.
  */
@@ -69,10 +75,10 @@ typedef struct JkcListHeader {
 
 /** A node. An empty list is one node whose data is null. */
 typedef struct JkcListNode {
-    void *data;               /**< the list's own copy of the record */
-    struct JkcListNode *prev; /**< null at the first node */
-    struct JkcListNode *next; /**< null at the last node */
-    struct JkcListHeader *header;
+    void *data;                   /**< the list's own copy of the record */
+    struct JkcListNode *prev;     /**< null at the first node */
+    struct JkcListNode *next;     /**< null at the last node */
+    struct JkcListHeader *header; /**< of the list that it belongs to */
 } JkcListNode;
 
 /** @return the first node of a new list; null when memory is short. */

@@ -32,5 +32,5 @@ fuzz_coverage() {
     done
     llvm-profdata merge -o build/coverage/all.profdata "${profiles[@]}"
     llvm-cov report -instr-profile=build/coverage/all.profdata "${programs[0]}" "${programs[@]/#/-object=}" \
-        -ignore-filename-regex='/tests/|/usr/'
+        -ignore-filename-regex='/cli/|/tests/|/usr/'
 }

@@ -15,6 +15,12 @@ declare -A package_probe=(
     [nlohmann-json3-dev]=/usr/include/nlohmann/json.hpp
     [libgtest-dev]=/usr/include/gtest/gtest.h
     [default-jdk-headless]=javac
+    [debhelper]=dh
+    [lintian]=lintian
+    [debootstrap]=debootstrap
+    [man-db]=man
+    [zsh]=zsh
+    [fish]=fish
     [junit4]=/usr/share/java/junit4.jar
     [libbenchmark-dev]=/usr/include/benchmark/benchmark.h
     [python3]=python3
@@ -30,6 +36,10 @@ declare -A package_probe=(
     [qemu-user]=qemu-s390x
     [wine]=wine
     [wine64]=/usr/lib/wine/wine64
+    [doxygen]=doxygen
+    [nkf]=nkf
+    [python3-matplotlib]=/usr/lib/python3/dist-packages/matplotlib
+    [locales]=/usr/share/i18n/locales/ja_JP
     [libicu-dev]=/usr/include/unicode/ucnv.h
 )
 

@@ -103,7 +103,9 @@ while IFS= read -r line; do
             ;;
         'file '*) write_file "$root/files" "$rest" ;;
         'let '*) names[${rest%% *}]=${rest#* } ;;
-        'needs '*) sh -c "$rest" >"$root/needs" 2>&1 </dev/null || exit 77 ;;
+        'needs '*)
+            sh -c "$rest" >"$root/needs" 2>&1 </dev/null || { echo "$cases: skipped without $rest" && exit 77; }
+            ;;
         *) echo "not understood: $line" && exit 1 ;;
         esac
         ;;

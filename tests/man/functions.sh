@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# functions.sh NAMES COMPILER...: each name that the library exports is in a page of section 3, functions of
+# functions.sh INTERFACE COMPILER...: each name that the library exports is in a page of section 3, functions of
 # jkc.h under NAME of one, where man finds them; and what stands under SYNOPSIS is what the headers declare.
 set -uo pipefail
 export LC_ALL=C
-names=$1
+names=$("$1" names | cut -d ' ' -f 1)
 shift
 pages=$(dirname "$0")/../../docs/man
 failures=0
@@ -20,11 +20,11 @@ section() {
 
 under_name=$(for page in "$pages"/*.3; do section NAME "$page" | tr '\n' ' ' | sed 's/ - .*//' | grep -oE '[a-z_0-9]+'; done | sort)
 [ -z "$(uniq -d <<<"$under_name")" ] || fail "in two pages:" $(uniq -d <<<"$under_name")
-functions=$(grep -E '^[a-z]' "$names" | sort)
+functions=$(grep -E '^[a-z]' <<<"$names" | sort)
 difference=$(diff <(echo "$functions") <(grep -vxE 'libjkc|jkc_tables|jkc_internal' <<<"$under_name")) ||
     fail "< exported, > under NAME in docs/man/*.3:" "$difference"
 words=$(sed 's/\\f.//g' "$pages"/*.3 | grep -oE '[A-Za-z0-9_]+' | sort -u)
-for name in $(grep '^_' "$names" | grep -vE '^_(jjkc|jni)_|_size$'); do
+for name in $(grep '^_' <<<"$names" | grep -vE '^_(jjkc|jni)_|_size$'); do
     grep -qxF -- "$name" <<<"$words" || fail "$name is in no page"
 done
 

@@ -150,6 +150,38 @@ public class NativeMethodsTest {
         }
     }
 
+    /** Numbers and arrays at random: what is answered is what the bytes come to that are within them. */
+    @Test
+    public void anyArgumentsAreTakenAsFarAsTheyReach() throws Exception {
+        Random random = new Random(1);
+        for (int i = 0; i < 3000; ++i) {
+            byte[] data = new byte[random.nextInt(i % 50 == 0 ? 20000 : 60)];
+            random.nextBytes(data);
+            if (random.nextBoolean()) {
+                System.arraycopy(LONG, 0, data, 0, Math.min(LONG.length, data.length));
+            }
+            int length = random.nextInt(4) == 0 ? random.nextInt() : random.nextInt(data.length + 2);
+            byte[] within = Arrays.copyOf(data, Math.max(0, Math.min(length, data.length)));
+            int from = random.nextInt(8) == 0 ? random.nextInt() : random.nextInt(18);
+            int to = random.nextInt(8) == 0 ? random.nextInt() : random.nextInt(18);
+            int[] type = random.nextBoolean() ? null : new int[random.nextInt(3)];
+            int[] line = random.nextBoolean() ? null : new int[random.nextInt(3)];
+            jkc.setLtype(random.nextInt());
+            jkc.setUtfmacTo(random.nextBoolean());
+            assertEquals(judge(Source.STREAM, null, null, within, from),
+                    jkc.judgesBuffer(type, line, data, length, from));
+            int call = random.nextInt(4);
+            int answer = random.nextInt(60) - 40;
+            Collector expected = new Collector(call, answer);
+            Collector found = new Collector(call, answer);
+            assertEquals(convert(Source.STREAM, within, from, to, i % 2 == 0, null, expected),
+                    jkc.convertBuffer(data, length, from, to, i % 2 == 0, null, found, null));
+            assertEquals(expected.pieces, found.pieces);
+            assertTrue("there is no such file", within.length == 0 || jkc.judgesFile(type, line, ("/./" + i
+                    + new String(within, Charset.forName("ISO-8859-1")).replace('/', '.')).getBytes(), from) < 0);
+        }
+    }
+
     @Test
     public void streamThatFailsAtAnyCallIsAReadErrorWithNothingPending() {
         for (int row = 2; row < 8; ++row) {
