@@ -41,6 +41,8 @@ struct DecoderBase {
     static constexpr bool kClosesAfterEnd = true; // a writer's EUEXPEOD is the end of the data, not an error
 
     static bool resting() { return true; }
+    // Where the classic way is not asked for: what the encoders here write is read as they mean it.
+    static void read_as_written() {}
     // The character at p that look() found to be plain.
     static uint32_t plain_character(const uint8_t *p) { return *p; }
     template <class Encoder>
@@ -111,7 +113,12 @@ public:
     // Without `losses` none are counted.
     ConversionOf(JkcContext *ctx, uint8_t *area, const Encoder &encoder, Losses *losses)
         : Conversion(run_this, stop_this, Output(area, Encoder::kFlushAbove)), ctx_(ctx), losses_(losses), e_(encoder),
-          d_(ctx) {}
+          d_(ctx) {
+        if (losses != nullptr && !losses->is_classic()) {
+            e_.stay_in_table();
+            d_.read_as_written();
+        }
+    }
 
     void write_bom() { o = e_.bom(o); }
 
@@ -227,11 +234,7 @@ Conversion *make_conversion(ConversionRoom &room, JkcContext *ctx, uint8_t *area
     using Made = ConversionOf<Decoder, Encoder>;
     static_assert(sizeof(Made) <= ConversionRoom::kSize);
     static_assert(Encoder::kFlushAbove + 2 * Encoder::kLongestStep + 1 <= sizeof(JkcBlock), "the work area overflows");
-    Encoder encoder(ctx);
-    if (losses != nullptr && !losses->is_classic()) {
-        encoder.stay_in_table();
-    }
-    auto *made = new (room.bytes) Made(ctx, area, encoder, losses);
+    auto *made = new (room.bytes) Made(ctx, area, Encoder(ctx), losses);
     if constexpr (Encoder::kIsUnicode) {
         if (add_bom) {
             made->write_bom();

@@ -81,7 +81,8 @@ public:
     static constexpr size_t kLongestStep = 2;
 
     explicit JisDecoder(JkcContext *ctx)
-        : ctx_(*ctx), table_(*ctx), text_(*ctx), suppress_(ctx->suppress != 0), drops_lost_(drops_lost(*ctx)) {}
+        : ctx_(*ctx), table_(*ctx), text_(*ctx), suppress_(ctx->suppress != 0), drops_lost_(drops_lost(*ctx)),
+          first_table_(ctx->jis_src_table) {}
 
     bool fast(const uint8_t *&p, uint8_t *&o, Encoder &e, size_t &steps) {
         const uint8_t b = *p;
@@ -145,6 +146,7 @@ public:
 
     // --- For told_step.h. ---
 
+    void read_as_written() { reads_as_written_ = true; }
     // Its control functions are no characters.
     static uint32_t plain_character(const uint8_t * /*p*/) { return 0; }
 
@@ -282,6 +284,9 @@ private:
     void designate(JisDesignation set) {
         shifted_out_ = false;
         set_ = set;
+        if (reads_as_written_ && set_ == kJisX0208 && ctx_.jis_src_table != first_table_) {
+            select_source_tables(ctx_, first_table_ == _jis2unibe50221_table ? JKC_TYPE_JIS : JKC_TYPE_JIS2004);
+        }
         select_plane(ctx_, set_);
         table_.load(ctx_);
     }
@@ -320,6 +325,8 @@ private:
     AsciiText<Bytes, kEsc, kSo, kSi> text_;
     bool suppress_;
     bool drops_lost_;
+    bool reads_as_written_ = false; // a plane of JIS X 0213 stays selected otherwise when JIS X 0208 follows
+    const void *first_table_;
     JisDesignation set_ = kAscii;
     bool shifted_out_ = false;
     bool is_out_ = false; // the same for look(): what is no katakana does not end it
