@@ -33,12 +33,12 @@ bool is_clear(int64_t cost_as_it_is, int64_t cost_mended) {
 
 class Search {
 public:
-    explicit Search(std::span<const uint8_t> sample) { explore(0, sample, text_cost(sample)); }
+    explicit Search(std::span<const uint8_t> sample) { explore(0, sample, text_cost(sample), 0); }
 
     Proposal best;
 
 private:
-    void explore(int32_t depth, std::span<const uint8_t> text, int64_t cost) {
+    void explore(int32_t depth, std::span<const uint8_t> text, int64_t cost, int64_t damage_before) {
         if (depth == 0) {
             best.cost = cost;
         }
@@ -48,10 +48,11 @@ private:
             }
             uint8_t room[kMendSample];
             TextBuffer undone(room, sizeof room);
-            if (undo(way, text, undone) == Undone::kNoWay) {
+            int64_t damage = damage_before + kMisreadingCost;
+            if (undo(way, text, undone, damage) == Undone::kNoWay) {
                 continue;
             }
-            const int64_t cost_undone = text_cost({undone.begin(), undone.size()}) + (depth + 1) * kMisreadingCost;
+            const int64_t cost_undone = text_cost({undone.begin(), undone.size()}) + damage;
             if (cost_undone >= cost) {
                 continue;
             }
@@ -62,7 +63,7 @@ private:
                 std::copy(steps_, steps_ + best.count, best.steps);
             }
             if (depth + 1 < JKC_MISREADINGS) {
-                explore(depth + 1, {undone.begin(), undone.size()}, cost_undone);
+                explore(depth + 1, {undone.begin(), undone.size()}, cost_undone, damage);
             }
         }
     }
@@ -78,7 +79,7 @@ int32_t confidence_by(int64_t gain, uint64_t lost) {
 }
 
 // Undoes the steps one after the other.
-Undone undo_all(const Proposal &proposal, std::span<const uint8_t> text, TextBuffer &mended) {
+Undone undo_all(const Proposal &proposal, std::span<const uint8_t> text, TextBuffer &mended, int64_t &damage) {
     TextBuffer between;
     std::span<const uint8_t> from = text;
     for (int32_t i = 0; i < proposal.count; ++i) {
@@ -87,7 +88,7 @@ Undone undo_all(const Proposal &proposal, std::span<const uint8_t> text, TextBuf
         if (!to.grow(from.size() + 64)) {
             return Undone::kFull;
         }
-        if (const Undone answer = undo(proposal.steps[i], from, to); answer != Undone::kAll) {
+        if (const Undone answer = undo(proposal.steps[i], from, to, damage); answer != Undone::kAll) {
             return answer;
         }
         from = {to.begin(), to.size()};
@@ -106,7 +107,8 @@ int32_t mend(std::span<const uint8_t> text, TextBuffer &mended, JkcMending &mend
     if (proposal.count == 0 || !is_clear(text_cost(sample), proposal.cost)) {
         return JKC_SUCCESS;
     }
-    switch (undo_all(proposal, text, mended)) {
+    int64_t damage = proposal.count * kMisreadingCost;
+    switch (undo_all(proposal, text, mended, damage)) {
     case Undone::kFull:
         return JKC_EALLOC;
     case Undone::kNoWay:
@@ -115,7 +117,7 @@ int32_t mend(std::span<const uint8_t> text, TextBuffer &mended, JkcMending &mend
         break;
     }
     const int64_t cost = text_cost(text);
-    const int64_t cost_mended = text_cost({mended.begin(), mended.size()}) + proposal.count * kMisreadingCost;
+    const int64_t cost_mended = text_cost({mended.begin(), mended.size()}) + damage;
     if (!is_clear(cost, cost_mended)) {
         return JKC_SUCCESS;
     }

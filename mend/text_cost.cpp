@@ -29,7 +29,7 @@ int64_t text_cost(std::span<const uint8_t> text) {
         const bool ascii = found.kind == Sequence::kPlain;
         const uint32_t c = ascii ? *p : found.kind == Sequence::kCharacter ? found.c : kReplacement;
         const Character character = character_of(c, found.length);
-        if (!ascii && (c == last || c == last + 1)) {
+        if (!ascii && c != kReplacement && (c == last || c == last + 1)) {
             cost += kExpectedCost;
         } else if (!ascii || last >= 0x80) {
             cost += transition_cost(before, character.char_class) + character.cost;
