@@ -51,6 +51,9 @@ Undone undo(JkcMisreading misreading, std::span<const uint8_t> text, TextBuffer 
         held = static_cast<size_t>(o - taken);
         memmove(bytes, taken, held);
     } while (p < end);
+    if (undone.replacements() * 2 > decoder.characters) {
+        return Undone::kNoWay;
+    }
     damage += static_cast<int64_t>(decoder.errors) * kErrorCost + static_cast<int64_t>(decoder.destroyed) * kByteCost;
     return Undone::kAll;
 }
