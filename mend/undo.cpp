@@ -18,7 +18,7 @@ bool has_many_errors(const TextAgain &text) {
 } // namespace
 
 Undone undo(JkcMisreading misreading, std::span<const uint8_t> text, TextBuffer &undone, int64_t &damage) {
-    constexpr int64_t kErrorCost = 24 * kBit;
+    constexpr int64_t kErrorCost = 36 * kBit;
     constexpr int64_t kByteCost = 8 * kBit;
     constexpr size_t kRoom = 1024;
     uint8_t bytes[kRoom];
