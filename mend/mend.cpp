@@ -59,10 +59,10 @@ private:
             if (tries_left_-- <= 0) {
                 return;
             }
-            uint8_t room[kMendSample];
+            uint8_t room[2 * kMendSample]; // what takes more is no text that was misread
             TextBuffer undone(room, sizeof room);
             int64_t damage = damage_before + kMisreadingCost;
-            if (undo(way, text, undone, damage) == Undone::kNoWay) {
+            if (undo(way, text, undone, damage) != Undone::kAll) {
                 continue;
             }
             const int64_t cost_undone = text_cost({undone.begin(), undone.size()}).as_mended + damage;
