@@ -13,6 +13,17 @@ typedef struct JkcLossList {
 
 int32_t jkc_native_collect(const JkcLoss *loss, void *list);
 void jkc_native_free(void *memory);
+
+/** What came of jkc_native_convert(). */
+typedef struct JkcPiece {
+    size_t written; /* bytes of output, with what the front became */
+    size_t offset;  /* the last loss: where it stands in the data, its bytes, a JkcLossKind or 0 where nothing was lost */
+    uint32_t length;
+    int32_t kind;
+} JkcPiece;
+
+int32_t jkc_native_convert(JkcConverter *converter, const uint8_t *front, size_t front_length, const uint8_t *data,
+                           size_t length, uint8_t *out, size_t room, JkcPiece *piece);
 /* Python sees no more. */
 
 /* A JkcLossObserver whose data is a JkcLossList. */
@@ -35,3 +46,27 @@ int32_t jkc_native_collect(const JkcLoss *loss, void *data) {
 }
 
 void jkc_native_free(void *memory) { free(memory); }
+
+/*
+ * Converts a text that begins with a front, which loses nothing, from its beginning to its end or to where the converter
+ * stops. Returns what jkc_converter_run() does.
+ */
+int32_t jkc_native_convert(JkcConverter *converter, const uint8_t *front, size_t front_length, const uint8_t *data,
+                           size_t length, uint8_t *out, size_t room, JkcPiece *piece) {
+    uint8_t *end = out;
+    const size_t before = front_length;
+    JkcConverterLosses losses;
+    int32_t stop;
+    jkc_converter_reset(converter);
+    stop = jkc_converter_run(converter, &front, &front_length, &end, &room, false);
+    if (stop == JKC_STOP_INPUT) {
+        stop = jkc_converter_run(converter, &data, &length, &end, &room, true);
+    }
+    losses.size = sizeof losses;
+    jkc_converter_losses(converter, &losses);
+    piece->written = (size_t)(end - out);
+    piece->offset = losses.last.kind != 0 ? (size_t)losses.last.offset - before : 0;
+    piece->length = losses.last.length;
+    piece->kind = losses.last.kind;
+    return stop;
+}
