@@ -18,13 +18,13 @@ void jkc_native_free(void *memory);
 /** What came of jkc_native_convert(). */
 typedef struct JkcPiece {
     size_t written; /* bytes of output, with what the front became */
-    size_t offset;  /* the last loss: where it stands in the data, its bytes, a JkcLossKind or 0 where nothing was lost */
+    size_t offset;  /* where the last loss stands in the data; where nothing was lost, the end */
     uint32_t length;
-    int32_t kind;
+    int32_t kind; /* a JkcLossKind; 0: nothing was lost */
 } JkcPiece;
 
-int32_t jkc_native_convert(JkcConverter *converter, const uint8_t *front, size_t front_length, const uint8_t *data,
-                           size_t length, uint8_t *out, size_t room, JkcPiece *piece);
+void jkc_native_convert(JkcConverter *converter, const uint8_t *front, size_t front_length, const uint8_t *data,
+                        size_t begin, size_t end, uint8_t *out, size_t room, JkcPiece *piece);
 /* Python sees no more. */
 
 /* A JkcLossObserver whose data is a JkcLossList. */
@@ -50,25 +50,25 @@ int32_t jkc_native_collect(const JkcLoss *loss, void *data) {
 void jkc_native_free(void *memory) { free(memory); }
 
 /*
- * Converts a text that begins with a front, which loses nothing, from its beginning to its end or to where the converter
- * stops. Returns what jkc_converter_run() does.
+ * Converts the data from `begin` to `end`, or to where the converter stops, as a text with a front of which nothing is lost.
+ * There must be room for the output.
  */
-int32_t jkc_native_convert(JkcConverter *converter, const uint8_t *front, size_t front_length, const uint8_t *data,
-                           size_t length, uint8_t *out, size_t room, JkcPiece *piece) {
-    uint8_t *end = out;
+void jkc_native_convert(JkcConverter *converter, const uint8_t *front, size_t front_length, const uint8_t *data,
+                        size_t begin, size_t end, uint8_t *out, size_t room, JkcPiece *piece) {
+    uint8_t *out_end = out;
+    const uint8_t *p = data + begin;
     const size_t before = front_length;
+    size_t left = end - begin;
     JkcConverterLosses losses;
-    int32_t stop;
     jkc_converter_reset(converter);
-    stop = jkc_converter_run(converter, &front, &front_length, &end, &room, false);
-    if (stop == JKC_STOP_INPUT) {
-        stop = jkc_converter_run(converter, &data, &length, &end, &room, true);
+    if (front_length > 0) {
+        jkc_converter_run(converter, &front, &front_length, &out_end, &room, false);
     }
+    jkc_converter_run(converter, &p, &left, &out_end, &room, true);
     losses.size = sizeof losses;
     jkc_converter_losses(converter, &losses);
-    piece->written = (size_t)(end - out);
-    piece->offset = losses.last.kind != 0 ? (size_t)losses.last.offset - before : 0;
+    piece->written = (size_t)(out_end - out);
+    piece->offset = losses.last.kind != 0 ? begin + (size_t)losses.last.offset - before : end;
     piece->length = losses.last.length;
     piece->kind = losses.last.kind;
-    return stop;
 }

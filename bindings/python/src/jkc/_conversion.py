@@ -9,25 +9,24 @@ from __future__ import annotations
 
 import codecs
 import re
-from typing import Any, Callable, Union
+from typing import Any, Callable, Optional
 
 from ._native import ffi, lib
+from ._types import Buffer
 from .encodings import Encoding
 
-Buffer = Union[bytes, bytearray, memoryview]
 Handler = Callable[[UnicodeError], Any]
 
 _AT_FRONT = 1  # how a text of a Unicode form begins: its byte-order mark may come
-_NO_MAPPING = "character maps to <undefined>"
+_NO_MAPPING = "illegal multibyte sequence"
 _REASONS = {
     lib.JKC_LOSS_ILL_FORMED: "illegal multibyte sequence",
-    lib.JKC_LOSS_UNMAPPABLE: _NO_MAPPING,
+    lib.JKC_LOSS_UNMAPPABLE: "code without a character",
     lib.JKC_LOSS_TRUNCATED: "incomplete multibyte sequence",
 }
 _SURROGATES = re.compile("[\ud800-\udfff]")
 _CLOSING = b"\x1b(B"
 
-_STOP = lib.JKC_ON_LOSS_STOP
 _POLICIES = {"replace": lib.JKC_ON_LOSS_REPLACE, "ignore": lib.JKC_ON_LOSS_OMIT}
 
 # The types that begin with a mark: the same without it.
@@ -42,13 +41,10 @@ _BOMS = {code_type: "\ufeff".encode(name) for code_type, name in _UNICODE.items(
 _allocate = ffi.new_allocator(should_clear_after_alloc=False)
 
 
-_EMPTY = ffi.new("uint8_t[0]")
-
-
 class _Converter:
-    """A converter from one code type to another, with room for the output of a short text."""
+    """A converter from one code type to another."""
 
-    ROOM = 1 << 16
+    ROOM = 1 << 16  # for the output of a short text
 
     def __init__(self, source: int, target: int, on_loss: int) -> None:
         options = ffi.new("JkcConverterOptions *", {"size": ffi.sizeof("JkcConverterOptions"), "on_loss": on_loss})
@@ -59,31 +55,34 @@ class _Converter:
         self._room = _allocate("uint8_t[]", self.ROOM)
         self.piece = ffi.new("JkcPiece *")
 
-    def run(self, front: bytes, data: Any, offset: int, room: int) -> Any:
-        """Converts the data from there on; the output holds until the next call."""
+    def run(self, front: bytes, data: Any, begin: int, end: int, room: int) -> Any:
+        """Converts a part of the data behind a front. Returns the output, which holds until the next call."""
         out = self._room if room <= self.ROOM else _allocate("uint8_t[]", room)
-        lib.jkc_native_convert(self._converter, front, len(front), data + offset, len(data) - offset, out, room, self.piece)
+        lib.jkc_native_convert(self._converter, front, len(front), data, begin, end, out, max(room, self.ROOM), self.piece)
         return out
 
 
 class _Converters:
-    """Converters that are used again, by any number of threads."""
+    """Converters that stop at a loss, used again, and by any number of threads."""
 
     def __init__(self, source: int, target: int) -> None:
         self._types = source, target
-        self._idle: dict[int, list[_Converter]] = {
-            policy: [] for policy in (_STOP, *_POLICIES.values())}
+        self._idle: list[_Converter] = []
 
-    def take(self, on_loss: int) -> _Converter:
+    def take(self) -> _Converter:
         try:
-            return self._idle[on_loss].pop()
+            return self._idle.pop()
         except IndexError:
-            return _Converter(*self._types, on_loss)
+            return _Converter(*self._types, lib.JKC_ON_LOSS_STOP)
 
-    def give_back(self, converter: _Converter, on_loss: int) -> None:
-        idle = self._idle[on_loss]
-        if len(idle) < 8:
-            idle.append(converter)
+    def give_back(self, converter: _Converter) -> None:
+        if len(self._idle) < 8:
+            self._idle.append(converter)
+
+    def that_goes_on(self, errors: str) -> Optional[_Converter]:
+        """One that does at a loss what the error handler of this name would; None where no converter does."""
+        policy = _POLICIES.get(errors)
+        return None if policy is None else _Converter(*self._types, policy)
 
 
 def _answer(handler: Handler, error: UnicodeError, kinds: Any) -> tuple[Any, int]:
@@ -168,53 +167,52 @@ class Conversion:
         """
         if self._is_jis:
             data = bytes(data)
-        on_loss = _POLICIES.get(errors, _STOP) if not self._is_jis else _STOP
-        converter = self._decoders.take(on_loss)
+        converter = self._decoders.take()
         try:
             with ffi.from_buffer("uint8_t[]", data) as buffer:
-                position = 0
+                begin = 0
                 if self._bom and state == _AT_FRONT:
                     state = 0
                     front = ffi.buffer(buffer)[:len(self._bom)]
                     if front == self._bom:
-                        position = len(front)
+                        begin = len(front)
                     elif self._bom.startswith(front) and not final:
                         return "", 0, _AT_FRONT
-                return self._decode(converter, on_loss, buffer, data, position, errors, final, state)
+                return self._decode(converter, buffer, data, begin, errors, final, state)
         finally:
-            self._decoders.give_back(converter, on_loss)
+            self._decoders.give_back(converter)
 
-    def _decode(self, converter: _Converter, on_loss: int, buffer: Any, data: Buffer, position: int, errors: str,
-                final: bool, state: int) -> tuple[str, int, int]:
-        piece = converter.piece
+    def _decode(self, converter: _Converter, buffer: Any, data: Buffer, begin: int, errors: str, final: bool,
+                state: int) -> tuple[str, int, int]:
         length = len(buffer)
         texts: list[str] = []
-        handler = None
+        goes_on = handler = None
         while True:
+            front = _DESIGNATIONS.front(state) if self._is_jis else self._space if self._bom else b""
+            out = converter.run(front, buffer, begin, length, 2 * (length - begin + len(front)))
+            piece = converter.piece
+            written = ffi.buffer(out + 2, piece.written - 2) if self._bom else ffi.buffer(out, piece.written)
+            text = codecs.utf_16_le_decode(written, "strict", True)[0]
+            kind, end = piece.kind, piece.offset
             if self._is_jis:
-                front, skipped = _DESIGNATIONS.front(state), 0
-            else:
-                front, skipped = (self._space, 2) if self._bom else (b"", 0)
-            out = converter.run(front, buffer, position, 2 * (length - position + len(front)))
-            text = codecs.utf_16_le_decode(ffi.buffer(out + skipped, piece.written - skipped), "strict", True)[0]
-            lost = piece.kind
-            end = position + piece.offset if lost else length
-            if self._is_jis:
-                state = _DESIGNATIONS.after(data, position, end, state)  # type: ignore[arg-type]
-            if lost == lib.JKC_LOSS_TRUNCATED and not final:
-                if on_loss == lib.JKC_ON_LOSS_REPLACE:
+                state = _DESIGNATIONS.after(data, begin, end, state)  # type: ignore[arg-type]
+            is_cut_off = kind == lib.JKC_LOSS_TRUNCATED and not final
+            if goes_on is not None:
+                if is_cut_off and errors == "replace":
                     text = text[:-1]  # the mark for what is cut off
-                lost = 0
-            elif on_loss != _STOP:
-                end, lost = length, 0
+                return "".join([*texts, text]), end if is_cut_off else length, state
+            if not kind or is_cut_off:
+                return "".join([*texts, text]) if texts else text, end, state
             texts.append(text)
-            if not lost:
-                return "".join(texts), end, state
+            begin = end
+            if not self._is_jis and (goes_on := self._decoders.that_goes_on(errors)):
+                converter = goes_on
+                continue
             if not isinstance(data, bytes):
                 data = bytes(buffer)
-            error = UnicodeDecodeError(self.name, data, end, end + piece.length, _REASONS[lost])
+            error = UnicodeDecodeError(self.name, data, end, end + piece.length, _REASONS[kind])
             handler = handler or codecs.lookup_error(errors)
-            replacement, position = _answer(handler, error, str)
+            replacement, begin = _answer(handler, error, str)
             texts.append(replacement)
 
     # --- Text to bytes. ---
@@ -225,73 +223,67 @@ class Conversion:
         The number for how ISO-2022-JP goes on is here its last character where a designation is to be closed, which
         `final` does. Returns the bytes, and how the text goes on.
         """
-        # What stands for a loss in a Unicode form, or as the last character of ISO-2022-JP, is left to the handler.
-        by_converter = final if self._is_jis else not self._bom
-        on_loss = _POLICIES.get(errors, _STOP) if by_converter else _STOP
         pieces: list[bytes] = []
         if self._writes_bom and state == _AT_FRONT:
-            state = 0
             pieces.append(self._bom)
+            state = 0
         try:
             units = codecs.utf_16_le_encode(text, "strict")[0]
         except UnicodeEncodeError:  # two surrogates could make a character
             units = codecs.utf_16_le_encode(_SURROGATES.sub("\udc00", text), "surrogatepass")[0]
-        converter = self._encoders.take(on_loss)
+        converter = self._encoders.take()
         try:
-            state = self._encode(converter, on_loss, units, text, errors, final, state, pieces)
+            state = self._encode(converter, units, text, errors, final, state, pieces)
         finally:
-            self._encoders.give_back(converter, on_loss)
-        return b"".join(pieces), state
+            self._encoders.give_back(converter)
+        return pieces[0] if len(pieces) == 1 else b"".join(pieces), state
 
-    def _encode(self, converter: _Converter, on_loss: int, units: bytes, text: str, errors: str, final: bool, state: int,
+    def _encode(self, converter: _Converter, units: bytes, text: str, errors: str, final: bool, state: int,
                 pieces: list[bytes]) -> int:
-        piece = converter.piece
-        buffer = ffi.from_buffer("uint8_t[]", units)
-        has_pairs = len(units) != 2 * len(text)
-        position = index = 0  # in units' bytes and in characters
-        handler = None
+        length = len(units)
+        begin = index = 0  # in bytes of the units and in characters
+        goes_on = handler = None
         while True:
-            front, skipped = self._front_of_encoding(converter, state)
-            out = converter.run(front, buffer, position, 3 * (len(units) - position + len(front)) + 16)
-            written = ffi.buffer(out + skipped, piece.written - skipped)[:]
-            is_lost = piece.kind and on_loss == _STOP
-            end = position + piece.offset if is_lost else len(units)
-            if is_lost or not final:
-                index += len(units[position:end].decode("utf-16-le")) if has_pairs else (end - position) // 2
-                if self._is_jis and written.endswith(_CLOSING):
-                    written = written[:-len(_CLOSING)]
-                    state = ord(text[index - 1]) if end > position else state
-                else:
-                    state = 0
+            front, skipped = (b" \0", len(self._space)) if state == 0 else self._front_of_encoding(converter, state)
+            out = converter.run(front, units, begin, length, 3 * (length - begin + len(front)) + 16)
+            piece = converter.piece
+            written = ffi.buffer(out, piece.written)[skipped:]
+            is_done = not piece.kind or goes_on is not None
+            if is_done and (final or not self._is_jis):
+                pieces.append(written)
+                return 0
+            end = piece.offset
+            index += (end - begin) // 2 if length == 2 * len(text) else len(units[begin:end].decode("utf-16-le"))
+            if self._is_jis and written.endswith(_CLOSING):
+                written = written[:-len(_CLOSING)]
+                state = ord(text[index - 1]) if end > begin else state
             else:
                 state = 0
             pieces.append(written)
-            if not is_lost:
+            if is_done:
                 return state
+            # In a Unicode form U+FFFD would stand for a loss; and what ISO-2022-JP goes on with must not be lost.
+            if (final or not self._is_jis) and not self._bom and (goes_on := self._encoders.that_goes_on(errors)):
+                converter, begin = goes_on, end
+                continue
+            lost_end = end + piece.length
             reason = "surrogates not allowed" if _SURROGATES.match(text, index) else _NO_MAPPING
-            error = UnicodeEncodeError(self.name, text, index, index + 1, reason)
             handler = handler or codecs.lookup_error(errors)
-            lost_length = piece.length
-            replacement, after = _answer(handler, error, (str, bytes))
-            if isinstance(replacement, bytes):
-                pieces.append(replacement)
-            else:
-                added, state = self.encode(replacement, "strict", False, state)
-                pieces.append(added)
-            if not has_pairs:
-                position = 2 * after
-            elif after == index + 1:
-                position = end + lost_length
-            elif after > index:
-                position = end + len(codecs.utf_16_le_encode(text[index:after], "surrogatepass")[0])
-            else:
-                position = end - len(codecs.utf_16_le_encode(text[after:index], "surrogatepass")[0])
+            replacement, after = _answer(handler, UnicodeEncodeError(self.name, text, index, index + 1, reason), (str, bytes))
+            if isinstance(replacement, str):
+                replacement, state = self.encode(replacement, "strict", False, state)
+            pieces.append(replacement)
+            begin = lost_end if after == index + 1 else self._offset(text, after, index, end)
             index = after
+
+    @staticmethod
+    def _offset(text: str, index: int, other: int, offset: int) -> int:
+        """Where a character stands in UTF-16, another one's place being known."""
+        between = codecs.utf_16_le_encode(text[min(index, other):max(index, other)], "surrogatepass")[0]
+        return offset + len(between) if index > other else offset - len(between)
 
     def _front_of_encoding(self, converter: _Converter, state: int) -> tuple[bytes, int]:
         """What brings a converter there, and the length of what it becomes."""
-        if state == 0:
-            return b" \0", len(self._space)
         front = codecs.utf_16_le_encode(chr(state))[0]
-        converter.run(front, _EMPTY, 0, converter.ROOM)
+        converter.run(front, b"", 0, 0, 0)
         return front, converter.piece.written - len(_CLOSING)

@@ -24,8 +24,9 @@ from functools import lru_cache
 from typing import Any, Optional
 
 from . import encodings
-from ._conversion import Buffer, Conversion
+from ._conversion import Conversion
 from ._native import lib
+from ._types import Buffer
 
 _LACKING = (lib.JKC_TYPE_JIS, lib.JKC_TYPE_EUC_20932, lib.JKC_TYPE_EUC_51932, lib.JKC_TYPE_EUC_MS)
 
