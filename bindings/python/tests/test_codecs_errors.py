@@ -181,10 +181,10 @@ def test_garbage_in_pieces_is_what_it_is_as_a_whole(codec, errors):
         assert "".join(iter(lambda: reader.read(3), "")) == whole
 
 
-@pytest.mark.parametrize("codec", ["jkc-cp932", "cp50221", "jkc-utf-8"])
+@pytest.mark.parametrize("codec", ["jkc-cp932", "cp50221"])
 def test_garbage_takes_time_in_proportion(codec):
-    data = random.Random(1).randbytes(1 << 17)
-    text = "".join(map(chr, random.Random(1).choices(range(0xAC00, 0xE000), k=1 << 15))) + "\U0001f600" * (1 << 14)
+    data = random.Random(1).randbytes(1 << 15)
+    text = "".join(map(chr, random.Random(1).choices(range(0xAC00, 0xE000), k=1 << 13))) + "\U0001f600" * (1 << 12)
 
     def seconds(count):
         begin = time.process_time()
