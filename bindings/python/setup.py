@@ -1,7 +1,6 @@
 """Builds the package: libjkc and the program jkc by CMake, unless JKC_BUILD names the folder of a build that is there."""
 import os
 import re
-import shlex
 import shutil
 import subprocess
 import sys
@@ -34,7 +33,7 @@ class BuildWithLibrary(build_ext):
         for extension in self.extensions:
             extension.extra_objects.append(str(library))
             extension.depends += [str(library), str(HERE / "native.c"), *map(str, INCLUDE.rglob("*.h"))]
-            extension.extra_link_args += ["-Wl,--strip-debug", *shlex.split(os.environ.get("JKC_LINK_OPTIONS", ""))]
+            extension.extra_link_args.append("-Wl,--strip-debug")
         super().run()
         package = HERE / "src" / "jkc" if self.inplace else Path(self.build_lib) / "jkc"
         (package / "bin").mkdir(parents=True, exist_ok=True)
