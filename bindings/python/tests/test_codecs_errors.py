@@ -171,6 +171,9 @@ def test_garbage_in_pieces_is_what_it_is_as_a_whole(codec, errors):
     for _ in range(60):
         data = bytes(source.choices(GARBAGE[codec], k=40))
         whole = data.decode(codec, errors)
+        if codec in ("jkc-utf-8", "jkc-utf-16-le"):
+            space = " ".encode(codec)
+            assert (space + data).decode(codec, errors) == (space + data).decode(codec[4:], errors)
         for at in range(len(data) + 1):
             decoder = codecs.getincrementaldecoder(codec)(errors)
             first = decoder.decode(data[:at])
