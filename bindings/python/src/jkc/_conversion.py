@@ -38,6 +38,7 @@ _WITH_BOM = {
 _UNICODE = {lib.JKC_TYPE_UTF8: "utf-8", lib.JKC_TYPE_UTF16LE: "utf-16-le", lib.JKC_TYPE_UTF16BE: "utf-16-be"}
 _BOMS = {code_type: "\ufeff".encode(name) for code_type, name in _UNICODE.items()}
 
+_convert = lib.jkc_native_convert
 _allocate = ffi.new_allocator(should_clear_after_alloc=False)
 
 
@@ -58,26 +59,24 @@ class _Converter:
     def run(self, front: bytes, data: Any, begin: int, end: int, room: int) -> Any:
         """Converts a part of the data behind a front. Returns the output, which holds until the next call."""
         out = self._room if room <= self.ROOM else _allocate("uint8_t[]", room)
-        lib.jkc_native_convert(self._converter, front, len(front), data, begin, end, out, max(room, self.ROOM), self.piece)
+        _convert(self._converter, front, len(front), data, begin, end, out, room, self.piece)
         return out
 
 
 class _Converters:
-    """Converters that stop at a loss, used again, and by any number of threads."""
+    """Converters that stop at a loss. They are used again, by any number of threads."""
 
     def __init__(self, source: int, target: int) -> None:
         self._types = source, target
         self._idle: list[_Converter] = []
+        self.give_back = self._idle.append
 
     def take(self) -> _Converter:
+        """One that may be given back."""
         try:
             return self._idle.pop()
         except IndexError:
             return _Converter(*self._types, lib.JKC_ON_LOSS_STOP)
-
-    def give_back(self, converter: _Converter) -> None:
-        if len(self._idle) < 8:
-            self._idle.append(converter)
 
     def that_goes_on(self, errors: str) -> Optional[_Converter]:
         """One that does at a loss what the error handler of this name would; None where no converter does."""
@@ -167,53 +166,46 @@ class Conversion:
         """
         if self._is_jis:
             data = bytes(data)
-        converter = self._decoders.take()
-        try:
-            with ffi.from_buffer("uint8_t[]", data) as buffer:
-                begin = 0
-                if self._bom and state == _AT_FRONT:
-                    state = 0
-                    front = ffi.buffer(buffer)[:len(self._bom)]
-                    if front == self._bom:
-                        begin = len(front)
-                    elif self._bom.startswith(front) and not final:
-                        return "", 0, _AT_FRONT
-                return self._decode(converter, buffer, data, begin, errors, final, state)
-        finally:
-            self._decoders.give_back(converter)
-
-    def _decode(self, converter: _Converter, buffer: Any, data: Buffer, begin: int, errors: str, final: bool,
-                state: int) -> tuple[str, int, int]:
-        length = len(buffer)
+        converter = taken = self._decoders.take()
         texts: list[str] = []
         goes_on = handler = None
-        while True:
-            front = _DESIGNATIONS.front(state) if self._is_jis else self._space if self._bom else b""
-            out = converter.run(front, buffer, begin, length, 2 * (length - begin + len(front)))
-            piece = converter.piece
-            written = ffi.buffer(out + 2, piece.written - 2) if self._bom else ffi.buffer(out, piece.written)
-            text = codecs.utf_16_le_decode(written, "strict", True)[0]
-            kind, end = piece.kind, piece.offset
-            if self._is_jis:
-                state = _DESIGNATIONS.after(data, begin, end, state)  # type: ignore[arg-type]
-            is_cut_off = kind == lib.JKC_LOSS_TRUNCATED and not final
-            if goes_on is not None:
-                if is_cut_off and errors == "replace":
-                    text = text[:-1]  # the mark for what is cut off
-                return "".join([*texts, text]), end if is_cut_off else length, state
-            if not kind or is_cut_off:
-                return "".join([*texts, text]) if texts else text, end, state
-            texts.append(text)
-            begin = end
-            if not self._is_jis and (goes_on := self._decoders.that_goes_on(errors)):
-                converter = goes_on
-                continue
-            if not isinstance(data, bytes):
-                data = bytes(buffer)
-            error = UnicodeDecodeError(self.name, data, end, end + piece.length, _REASONS[kind])
-            handler = handler or codecs.lookup_error(errors)
-            replacement, begin = _answer(handler, error, str)
-            texts.append(replacement)
+        with ffi.from_buffer("uint8_t[]", data) as buffer:
+            begin, length = 0, len(buffer)
+            if self._bom and state == _AT_FRONT:
+                state = 0
+                front = ffi.buffer(buffer)[:len(self._bom)]
+                if front == self._bom:
+                    begin = len(front)
+                elif self._bom.startswith(front) and not final:
+                    return "", 0, _AT_FRONT
+            while True:
+                front = self._space if self._bom else _DESIGNATIONS.front(state) if state else b""
+                out = converter.run(front, buffer, begin, length, 2 * (length - begin + len(front)))
+                piece = converter.piece
+                written = ffi.buffer(out + 2, piece.written - 2) if self._bom else ffi.buffer(out, piece.written)
+                text = codecs.utf_16_le_decode(written, "strict", True)[0]
+                kind, end = piece.kind, piece.offset
+                if self._is_jis and (kind or not final):
+                    state = _DESIGNATIONS.after(data, begin, end, state)  # type: ignore[arg-type]
+                is_cut_off = kind == lib.JKC_LOSS_TRUNCATED and not final
+                if not kind or is_cut_off or goes_on:
+                    if goes_on and not is_cut_off:
+                        end = length
+                    elif goes_on and errors == "replace":
+                        text = text[:-1]  # the mark for what is cut off
+                    self._decoders.give_back(taken)
+                    return "".join([*texts, text]) if texts else text, end, state
+                texts.append(text)
+                begin = end
+                if not self._is_jis and (goes_on := self._decoders.that_goes_on(errors)):
+                    converter = goes_on
+                    continue
+                if not isinstance(data, bytes):
+                    data = bytes(buffer)
+                error = UnicodeDecodeError(self.name, data, end, end + piece.length, _REASONS[kind])
+                handler = handler or codecs.lookup_error(errors)
+                replacement, begin = _answer(handler, error, str)
+                texts.append(replacement)
 
     # --- Text to bytes. ---
 
@@ -231,37 +223,30 @@ class Conversion:
             units = codecs.utf_16_le_encode(text, "strict")[0]
         except UnicodeEncodeError:  # two surrogates could make a character
             units = codecs.utf_16_le_encode(_SURROGATES.sub("\udc00", text), "surrogatepass")[0]
-        converter = self._encoders.take()
-        try:
-            state = self._encode(converter, units, text, errors, final, state, pieces)
-        finally:
-            self._encoders.give_back(converter)
-        return pieces[0] if len(pieces) == 1 else b"".join(pieces), state
-
-    def _encode(self, converter: _Converter, units: bytes, text: str, errors: str, final: bool, state: int,
-                pieces: list[bytes]) -> int:
+        converter = taken = self._encoders.take()
         length = len(units)
         begin = index = 0  # in bytes of the units and in characters
         goes_on = handler = None
         while True:
-            front, skipped = (b" \0", len(self._space)) if state == 0 else self._front_of_encoding(converter, state)
+            front, skipped = self._front_of_encoding(converter, state) if state else (b" \0", len(self._space))
             out = converter.run(front, units, begin, length, 3 * (length - begin + len(front)) + 16)
             piece = converter.piece
             written = ffi.buffer(out, piece.written)[skipped:]
-            is_done = not piece.kind or goes_on is not None
-            if is_done and (final or not self._is_jis):
-                pieces.append(written)
-                return 0
+            is_done = not piece.kind or goes_on
             end = piece.offset
-            index += (end - begin) // 2 if length == 2 * len(text) else len(units[begin:end].decode("utf-16-le"))
-            if self._is_jis and written.endswith(_CLOSING):
-                written = written[:-len(_CLOSING)]
-                state = ord(text[index - 1]) if end > begin else state
-            else:
+            if is_done and (final or not self._is_jis):
                 state = 0
-            pieces.append(written)
+            else:
+                index += (end - begin) // 2 if length == 2 * len(text) else len(units[begin:end].decode("utf-16-le"))
+                if self._is_jis and written.endswith(_CLOSING):
+                    written = written[:-len(_CLOSING)]
+                    state = ord(text[index - 1]) if end > begin else state
+                else:
+                    state = 0
             if is_done:
-                return state
+                self._encoders.give_back(taken)
+                return b"".join([*pieces, written]) if pieces else written, state
+            pieces.append(written)
             # In a Unicode form U+FFFD would stand for a loss; and what ISO-2022-JP goes on with must not be lost.
             if (final or not self._is_jis) and not self._bom and (goes_on := self._encoders.that_goes_on(errors)):
                 converter, begin = goes_on, end
@@ -285,5 +270,5 @@ class Conversion:
     def _front_of_encoding(self, converter: _Converter, state: int) -> tuple[bytes, int]:
         """What brings a converter there, and the length of what it becomes."""
         front = codecs.utf_16_le_encode(chr(state))[0]
-        converter.run(front, b"", 0, 0, 0)
+        converter.run(front, b"", 0, 0, converter.ROOM)
         return front, converter.piece.written - len(_CLOSING)
