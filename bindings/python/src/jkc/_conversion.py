@@ -35,6 +35,7 @@ _WITH_BOM = {
     lib.JKC_TYPE_UTF16LE_BOM: lib.JKC_TYPE_UTF16LE,
     lib.JKC_TYPE_UTF16BE_BOM: lib.JKC_TYPE_UTF16BE,
 }
+_SHORT = 1 << 14  # bytes that are copied sooner than looked at where they are
 _UNICODE = {lib.JKC_TYPE_UTF8: "utf-8", lib.JKC_TYPE_UTF16LE: "utf-16-le", lib.JKC_TYPE_UTF16BE: "utf-16-be"}
 _BOMS = {code_type: "\ufeff".encode(name) for code_type, name in _UNICODE.items()}
 
@@ -164,48 +165,48 @@ class Conversion:
         Unless `final` is set, a character that is cut off at the end is left. Returns the text, how many bytes are taken,
         and how the text goes on.
         """
-        if self._is_jis:
-            data = bytes(data)
+        if type(data) is not bytes:
+            view = memoryview(data)
+            data = bytes(view) if self._is_jis or view.nbytes <= _SHORT else view.cast("B")
+        readable = data if type(data) is bytes else ffi.from_buffer("uint8_t[]", data)
+        begin, length = 0, len(data)
+        if self._bom and state == _AT_FRONT:
+            state = 0
+            front = bytes(data[:len(self._bom)])
+            if front == self._bom:
+                begin = len(front)
+            elif self._bom.startswith(front) and not final:
+                return "", 0, _AT_FRONT
         converter = taken = self._decoders.take()
         texts: list[str] = []
         goes_on = handler = None
-        with ffi.from_buffer("uint8_t[]", data) as buffer:
-            begin, length = 0, len(buffer)
-            if self._bom and state == _AT_FRONT:
-                state = 0
-                front = ffi.buffer(buffer)[:len(self._bom)]
-                if front == self._bom:
-                    begin = len(front)
-                elif self._bom.startswith(front) and not final:
-                    return "", 0, _AT_FRONT
-            while True:
-                front = self._space if self._bom else _DESIGNATIONS.front(state) if state else b""
-                out = converter.run(front, buffer, begin, length, 2 * (length - begin + len(front)))
-                piece = converter.piece
-                written = ffi.buffer(out + 2, piece.written - 2) if self._bom else ffi.buffer(out, piece.written)
-                text = codecs.utf_16_le_decode(written, "strict", True)[0]
-                kind, end = piece.kind, piece.offset
-                if self._is_jis and (kind or not final):
-                    state = _DESIGNATIONS.after(data, begin, end, state)  # type: ignore[arg-type]
-                is_cut_off = kind == lib.JKC_LOSS_TRUNCATED and not final
-                if not kind or is_cut_off or goes_on:
-                    if goes_on and not is_cut_off:
-                        end = length
-                    elif goes_on and errors == "replace":
-                        text = text[:-1]  # the mark for what is cut off
-                    self._decoders.give_back(taken)
-                    return "".join([*texts, text]) if texts else text, end, state
-                texts.append(text)
-                begin = end
-                if not self._is_jis and (goes_on := self._decoders.that_goes_on(errors)):
-                    converter = goes_on
-                    continue
-                if not isinstance(data, bytes):
-                    data = bytes(buffer)
-                error = UnicodeDecodeError(self.name, data, end, end + piece.length, _REASONS[kind])
-                handler = handler or codecs.lookup_error(errors)
-                replacement, begin = _answer(handler, error, str)
-                texts.append(replacement)
+        while True:
+            front = self._space if self._bom else _DESIGNATIONS.front(state) if state else b""
+            out = converter.run(front, readable, begin, length, 2 * (length - begin + len(front)))
+            piece = converter.piece
+            written = ffi.buffer(out + 2, piece.written - 2) if self._bom else ffi.buffer(out, piece.written)
+            text = codecs.utf_16_le_decode(written, "strict", True)[0]
+            kind, end = piece.kind, piece.offset
+            if self._is_jis and (kind or not final):
+                state = _DESIGNATIONS.after(data, begin, end, state)
+            is_cut_off = kind == lib.JKC_LOSS_TRUNCATED and not final
+            if not kind or is_cut_off or goes_on:
+                if goes_on and not is_cut_off:
+                    end = length
+                elif goes_on and errors == "replace":
+                    text = text[:-1]  # the mark for what is cut off
+                self._decoders.give_back(taken)
+                return "".join([*texts, text]) if texts else text, end, state
+            texts.append(text)
+            begin = end
+            if (final or not self._is_jis) and (goes_on := self._decoders.that_goes_on(errors)):
+                converter = goes_on
+                continue
+            data = readable = bytes(data)  # so that the error holds no other buffer
+            error = UnicodeDecodeError(self.name, data, end, end + piece.length, _REASONS[kind])
+            handler = handler or codecs.lookup_error(errors)
+            replacement, begin = _answer(handler, error, str)
+            texts.append(replacement)
 
     # --- Text to bytes. ---
 
