@@ -143,7 +143,7 @@ def test_tables_are_those_of_python(ours, theirs, codes, read, written):
     assert (len(nec), differ - nec) == (373 if ours == "jkc-cp932" else 0, set(written))
 
 
-@pytest.mark.parametrize("codec", ["jkc-cp932", "jkc-euc-jp", "cp51932", "cp20932", "eucjp-ms", "cp50221", "jkc-iso-2022-jp-2004"])
+@pytest.mark.parametrize("codec", [ours for ours, _ in CODECS if "utf" not in ours])
 def test_what_is_encoded_is_read_back(codec):
     codes = encoded(CHARACTERS, codec)
     back = dict(zip(codes, decoded(list(codes.values()), codec)))
@@ -221,7 +221,7 @@ def test_threads_share_a_codec():
 
     def work():
         for _ in range(200):
-            if data.decode("eucjp-ms").encode("eucjp-ms") != data or b"\xff\xa4\xa2".decode("eucjp-ms", "backslashreplace") != r"\xffあ":
+            if data.decode("eucjp-ms").encode("eucjp-ms") != data:
                 wrong.append(1)
 
     threads = [threading.Thread(target=work) for _ in range(4)]

@@ -110,7 +110,7 @@ ANSWERS = [
 
 
 @pytest.mark.parametrize("answer", ANSWERS)
-@pytest.mark.parametrize(("ours", "theirs"), [("jkc-cp932", "cp932"), ("cp50221", "iso2022_jp"), ("jkc-utf-8", "utf-8")])
+@pytest.mark.parametrize("ours, theirs", [("jkc-cp932", "cp932"), ("cp50221", "iso2022_jp"), ("jkc-utf-8", "utf-8")])
 def test_answers_of_handlers(answer, ours, theirs):
     told = []
 

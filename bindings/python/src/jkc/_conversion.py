@@ -1,9 +1,9 @@
 """Text to bytes and back by the library's converters, with Python's error handlers.
 
-A converter runs from the front of a text to its end or to the first loss. So that a text can go on anywhere, what tells a
-converter how is put in front: the designation of ISO-2022-JP that is in force, or a space, so that what follows is not taken
-for a byte-order mark. What comes of this front is cut off. How a text goes on is a small number, which incremental codecs
-keep: 0 where nothing is to be known.
+A converter runs from the front of a text to its end or to the first loss. So that a text can go on anywhere, what
+tells a converter how is put in front: the designation of ISO-2022-JP that is in force, or a space, so that what follows
+is not taken for a byte-order mark. What comes of this front is cut off. How a text goes on is a small number, which
+incremental codecs keep: 0 where nothing is to be known.
 """
 from __future__ import annotations
 
@@ -88,11 +88,14 @@ class _Converters:
 def _answer(handler: Handler, error: UnicodeError, kinds: Any) -> tuple[Any, int]:
     """What an error handler wants to stand there, and where the text is to go on."""
     answer = handler(error)
-    is_decoding = isinstance(error, UnicodeDecodeError)
-    if not (isinstance(answer, tuple) and len(answer) == 2 and isinstance(answer[0], kinds) and isinstance(answer[1], int)):
-        raise TypeError("decoding error handler must return (str, int) tuple" if is_decoding
+    try:
+        replacement, position = answer
+        is_fit = isinstance(answer, tuple) and isinstance(replacement, kinds) and isinstance(position, int)
+    except (TypeError, ValueError):
+        is_fit = False
+    if not is_fit:
+        raise TypeError("decoding error handler must return (str, int) tuple" if kinds is str
                         else "encoding error handler must return (str/bytes, int) tuple")
-    replacement, position = answer
     length = len(error.object)  # type: ignore[attr-defined]
     if not -length <= position <= length:
         raise IndexError(f"position {position} from error handler out of bounds")
@@ -100,10 +103,11 @@ def _answer(handler: Handler, error: UnicodeError, kinds: Any) -> tuple[Any, int
 
 
 class _Designations:
-    """How ISO-2022-JP goes on, as a number: the set that is designated, whether SO is in force, the plane that is selected."""
+    """How ISO-2022-JP goes on, as a number: the set that is designated, whether SO is in force, the plane selected."""
 
     _ESCAPES = (b"\x1b(B", b"\x1b(I", b"\x1b$B", b"\x1b$(D", b"\x1b$(O", b"\x1b$(P")
-    _SETS = {b"(B": 0, b"(H": 0, b"(J": 0, b"(I": 1, b"$@": 2, b"$B": 2, b"$J": 2, b"$(D": 3, b"$(O": 4, b"$(Q": 4, b"$(P": 5}
+    _SETS = {b"(B": 0, b"(H": 0, b"(J": 0, b"(I": 1, b"$@": 2, b"$B": 2, b"$J": 2, b"$(D": 3, b"$(O": 4, b"$(Q": 4,
+             b"$(P": 5}
     # A plane of JIS X 0213 stays selected for JIS X 0212 until JIS X 0208 is designated.
     _PLANES = {2: 0, 4: 4, 5: 5}
 
@@ -162,8 +166,8 @@ class Conversion:
     def decode(self, data: Buffer, errors: str, final: bool, state: int) -> tuple[str, int, int]:
         """Decodes.
 
-        Unless `final` is set, a character that is cut off at the end is left. Returns the text, how many bytes are taken,
-        and how the text goes on.
+        Unless `final` is set, a character that is cut off at the end is left. Returns the text, how many bytes are
+        taken, and how the text goes on.
         """
         if type(data) is not bytes:
             view = memoryview(data)
@@ -187,7 +191,7 @@ class Conversion:
             written = ffi.buffer(out + 2, piece.written - 2) if self._bom else ffi.buffer(out, piece.written)
             text = codecs.utf_16_le_decode(written, "strict", True)[0]
             kind, end = piece.kind, piece.offset
-            if self._is_jis and (kind or not final):
+            if self._is_jis and not goes_on and (kind or not final):
                 state = _DESIGNATIONS.after(data, begin, end, state)
             is_cut_off = kind == lib.JKC_LOSS_TRUNCATED and not final
             if not kind or is_cut_off or goes_on:
@@ -255,7 +259,8 @@ class Conversion:
             lost_end = end + piece.length
             reason = "surrogates not allowed" if _SURROGATES.match(text, index) else _NO_MAPPING
             handler = handler or codecs.lookup_error(errors)
-            replacement, after = _answer(handler, UnicodeEncodeError(self.name, text, index, index + 1, reason), (str, bytes))
+            error = UnicodeEncodeError(self.name, text, index, index + 1, reason)
+            replacement, after = _answer(handler, error, (str, bytes))
             if isinstance(replacement, str):
                 replacement, state = self.encode(replacement, "strict", False, state)
             pieces.append(replacement)
