@@ -1,7 +1,7 @@
 """The codecs: what Python's own multibyte codecs are tested for."""
 import codecs
 import io
-import threading
+from concurrent.futures import ThreadPoolExecutor
 
 import pytest
 
@@ -37,16 +37,23 @@ class TestText:
             assert codecs.decode(buffer, ours) == TEXT
 
     def test_comes_in_pieces(self, ours, theirs):
+        """Each in another codec, which goes on where the one before was."""
         data = TEXT.encode(theirs)
+
+        def in_pieces(factory, call, whole, size):
+            pieces, state = [], factory().getstate()
+            for at in [*range(0, len(whole), size), None]:
+                codec = factory()
+                codec.setstate(state)
+                pieces.append(getattr(codec, call)(whole[:0] if at is None else whole[at:at + size], at is None))
+                state = codec.getstate()
+            codec.reset()
+            assert pieces[0][:0].join(pieces) == getattr(codec, call)(whole, True)
+            return pieces[0][:0].join(pieces)
+
         for size in (*range(1, 8), len(data)):
-            decoder = codecs.getincrementaldecoder(ours)()
-            pieces = [decoder.decode(data[at:at + size]) for at in range(0, len(data), size)]
-            assert "".join(pieces) + decoder.decode(b"", True) == TEXT
-            encoder = codecs.getincrementalencoder(ours)()
-            parts = [encoder.encode(TEXT[at:at + size]) for at in range(0, len(TEXT), size)]
-            assert b"".join(parts) + encoder.encode("", True) == data
-        for at in range(len(data)):
-            assert "".join(codecs.iterdecode([data[:at], data[at:]], ours)) == TEXT
+            assert in_pieces(codecs.getincrementaldecoder(ours), "decode", data, size) == TEXT
+            assert in_pieces(codecs.getincrementalencoder(ours), "encode", TEXT, size) == data
 
     def test_is_a_stream(self, ours, theirs):
         data = TEXT.encode(theirs)
@@ -54,13 +61,11 @@ class TestText:
             for size in sizes:
                 reader = codecs.getreader(ours)(io.BytesIO(data))
                 assert "".join(iter(lambda: getattr(reader, call)(*([] if size is None else [size])), "")) == TEXT
-        assert codecs.getreader(ours)(io.BytesIO(data)).readlines() == TEXT.splitlines(True)
-        raw = io.BytesIO()
-        writer = codecs.getwriter(ours)(raw)
+        writer = codecs.getwriter(ours)(io.BytesIO())
         for character in TEXT:
             writer.write(character)
         writer.reset()
-        assert raw.getvalue() == data
+        assert writer.stream.getvalue() == data
 
     def test_is_a_file(self, ours, theirs, tmp_path):
         path = tmp_path / "text"
@@ -83,23 +88,6 @@ class TestText:
             for place, rest in reversed(places):
                 file.seek(place)
                 assert file.read() == rest
-
-    def test_goes_on_in_another_codec(self, ours, theirs):
-        data = TEXT.encode(theirs)
-        for at in range(len(data)):
-            first, second = (codecs.getincrementaldecoder(ours)() for _ in range(2))
-            text = first.decode(data[:at])
-            second.setstate(first.getstate())
-            assert text + second.decode(data[at:], True) == TEXT
-            first.reset()
-            assert first.decode(data, True) == TEXT
-        for at in range(len(TEXT)):
-            first, second = (codecs.getincrementalencoder(ours)() for _ in range(2))
-            part = first.encode(TEXT[:at])
-            second.setstate(first.getstate())
-            assert part + second.encode(TEXT[at:], True) == data
-            first.reset()
-            assert first.encode(TEXT, True) == data
 
 
 def decoded(codes, codec):
@@ -217,16 +205,5 @@ def test_pandas_reads_and_writes_tables(tmp_path):
 
 def test_threads_share_a_codec():
     data = TEXT.encode("eucjp-ms") * 50
-    wrong = []
-
-    def work():
-        for _ in range(200):
-            if data.decode("eucjp-ms").encode("eucjp-ms") != data:
-                wrong.append(1)
-
-    threads = [threading.Thread(target=work) for _ in range(4)]
-    for thread in threads:
-        thread.start()
-    for thread in threads:
-        thread.join()
-    assert not wrong
+    with ThreadPoolExecutor(4) as pool:
+        assert set(pool.map(lambda _: data.decode("eucjp-ms").encode("eucjp-ms"), range(800))) == {data}

@@ -170,8 +170,9 @@ class Conversion:
         taken, and how the text goes on.
         """
         if type(data) is not bytes:
-            view = memoryview(data)
-            data = bytes(view) if self._is_jis or view.nbytes <= _SHORT else view.cast("B")
+            data = memoryview(data).cast("B")
+            if self._is_jis or len(data) <= _SHORT:
+                data = bytes(data)
         readable = data if type(data) is bytes else ffi.from_buffer("uint8_t[]", data)
         begin, length = 0, len(data)
         if self._bom and state == _AT_FRONT:
