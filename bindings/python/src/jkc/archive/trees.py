@@ -102,8 +102,13 @@ class RemoteTree:
         """Copies a file of the tree to a path of this machine."""
         os.makedirs(os.path.dirname(path), exist_ok=True)
         with self.files.open(self.path(name), "rb") as source, open(path, "wb") as copy:
-            while piece := source.read(PIECE):
+            # Not read beyond its end, where that of a tar archive has the next file.
+            left = getattr(source, "size", None)
+            while piece := source.read(PIECE if left is None else min(PIECE, left)):
                 copy.write(piece)
+                left = None if left is None else left - len(piece)
+            if left:
+                raise OSError(f"it ends {left} bytes early")
 
     def put(self, path: str, name: str) -> None:
         target = self.path(name)
