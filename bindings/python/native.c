@@ -8,7 +8,8 @@ typedef struct JkcLossList {
     JkcLoss *items;
     size_t count;
     size_t capacity;
-    size_t limit; /* how many are kept; the conversion counts all */
+    size_t limit; /* how many are kept */
+    uint64_t total; /* how many there were */
 } JkcLossList;
 
 int32_t jkc_native_collect(const JkcLoss *loss, void *list);
@@ -18,6 +19,7 @@ void jkc_native_free(void *memory);
 /* A JkcLossObserver whose data is a JkcLossList. */
 int32_t jkc_native_collect(const JkcLoss *loss, void *data) {
     JkcLossList *list = (JkcLossList *)data;
+    ++list->total;
     if (list->count == list->limit) {
         return JKC_SUCCESS;
     }
