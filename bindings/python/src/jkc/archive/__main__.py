@@ -126,7 +126,7 @@ def _convert(options: argparse.Namespace, job: Job, listing: Listing, report: Re
     done = report.done if report else set()
     todo = batches((file for file in listing.files() if file.name not in done), options.batch_files, options.batch_bytes)
     told = set()
-    word = "dry run" if options.dry_run else "summary"
+    word, status = "dry run" if options.dry_run else "summary", 0
     try:
         with dask_workers(options.scheduler) if options.scheduler else local_workers(options.jobs) as workers:
             for batch, lines in workers.convert(job, todo):
@@ -142,11 +142,14 @@ def _convert(options: argparse.Namespace, job: Job, listing: Listing, report: Re
                         counts.add(line)
                         sys.stdout.buffer.write(dump(line))
     except KeyboardInterrupt:
-        word = "interrupted"
+        word, status = "interrupted", 130
+    except OSError as error:  # no cluster, or a full disk
+        _say(str(error))
+        word, status = "stopped", 3
     counts.outcomes["failed"] += listing.unread
-    if not options.quiet or word == "interrupted":
+    if not options.quiet or status:
         _say(f"{word}: {counts.summary()}")
-    return 130 if word == "interrupted" else counts.status()
+    return status or counts.status()
 
 
 if __name__ == "__main__":

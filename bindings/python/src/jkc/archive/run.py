@@ -18,7 +18,7 @@ class Workers:
 
     def convert(self, job: Job, batches: Iterable[list[str]]) -> Iterator[tuple[list[str], list[Line] | Exception]]:
         """Each batch with its lines, or with why there are none, in the order in which they are done. No more batches
-        are taken than the workers can be given."""
+        are taken than the workers can be given. Raises OSError when the cluster cannot be reached."""
         waiting: dict[Future[list[Line]], list[str]] = {}
         for batch in batches:
             waiting[self.pool.submit(convert_batch, job, batch)] = batch
@@ -54,6 +54,8 @@ def dask_workers(address: str) -> Iterator[Workers]:
 def _finished(waiting: dict[Future[list[Line]], list[str]]) -> Iterator[tuple[list[str], list[Line] | Exception]]:
     for future in wait(waiting, return_when=FIRST_COMPLETED).done:
         batch = waiting.pop(future)
+        if future.cancelled():
+            raise ConnectionError("the scheduler is gone")
         error = future.exception()
         if error is not None and not isinstance(error, Exception):
             raise error

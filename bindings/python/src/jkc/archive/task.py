@@ -1,6 +1,7 @@
 """What a worker does: it runs the program on a batch of files."""
 from __future__ import annotations
 
+import contextlib
 import functools
 import json
 import os
@@ -31,7 +32,8 @@ def convert_batch(job: Job, names: list[str]) -> list[Line]:
     """Converts files, and returns a line of the report for each, in the order of the names, when all results are in
     place. To do it a second time makes no difference."""
     source, destination = _tree(job.source, threading.get_ident()), _tree(job.destination, threading.get_ident())
-    with tempfile.TemporaryDirectory(prefix="jkc-archive-") as scratch:
+    is_local = source.is_local and destination.is_local
+    with contextlib.nullcontext("") if is_local else tempfile.TemporaryDirectory(prefix="jkc-archive-") as scratch:
         lines = {}
         folder = source.root if source.is_local else os.path.join(scratch, "in")
         results = destination.root if destination.is_local else os.path.join(scratch, "out")

@@ -1,0 +1,147 @@
+#!/usr/bin/env python3
+"""Measures jkc.archive: what a file and a gigabyte cost, with one and two workers, here and on a Dask cluster of this
+machine; how long 10^6 files take at that speed; a run over files that are done.   bench_archive.py [FILES MEGABYTES DONE]
+
+Prints the figures of docs/archives.md. Each is of the fastest of five runs, that take turns, without what a run over no
+file takes. The files are in TMPDIR: in /dev/shm they cost no time of a disk.
+"""
+from __future__ import annotations
+
+import contextlib
+import json
+import os
+import random
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+from pathlib import Path
+from typing import Callable, Iterator
+
+from jkc import program
+
+HERE = Path(__file__).resolve().parent
+# Without a character that Python writes with a code of NEC, which few other programs do.
+TEXT = (HERE.parents[1] / "docs/ja/repair.md").read_text(encoding="utf-8").replace("髙", "高")
+ROUNDS = 5
+
+
+def make_small(folder: Path, count: int) -> int:
+    """Texts of 0.5 to 40 kB, 100 in a folder, half Shift_JIS and half EUC-JP. Returns the bytes in all."""
+    rng = random.Random(1)
+    size = 0
+    for i in range(count):
+        length = min(len(TEXT) * 3, max(250, int(rng.lognormvariate(7.3, 1))))
+        start = rng.randrange(len(TEXT))
+        data = (TEXT * 4)[start:start + length].encode(["cp932", "euc_jp"][i % 2], "replace")
+        path = folder / str(i // 100) / f"{i}.txt"
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_bytes(data)
+        size += len(data)
+    return size
+
+
+def make_large(folder: Path, megabytes: int) -> int:
+    """Eight texts in Shift_JIS."""
+    folder.mkdir()
+    data = TEXT.encode("cp932", "replace")
+    data *= (1 << 20) // len(data) + 1
+    for i in range(8):
+        with open(folder / f"{i}.txt", "wb") as file:
+            for _ in range(megabytes // 8):
+                file.write(data)
+    return len(data) * (megabytes // 8) * 8
+
+
+@contextlib.contextmanager
+def cluster(workers: int) -> Iterator[str]:
+    """The address of a cluster of processes of this machine."""
+    from distributed import LocalCluster
+    here = "127.0.0.1:0"
+    with LocalCluster(n_workers=workers, threads_per_worker=1, processes=True, dashboard_address=here,
+                      worker_dashboard_address=here) as made:
+        yield made.scheduler_address
+
+
+def run(command: list[str]) -> tuple[float, int]:
+    """Seconds, and the most memory in bytes that the process or one of its programs had."""
+    start = time.perf_counter()
+    child = subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    _, status, usage = os.wait4(child.pid, 0)
+    if os.waitstatus_to_exitcode(status) not in (0, 1):  # some texts are undecided, as in any archive
+        raise SystemExit(f"{command}: {status}")
+    return time.perf_counter() - start, usage.ru_maxrss * 1024
+
+
+def measure(source: Path, batches: tuple[int, ...], row: Callable[[str, float], None]) -> None:
+    """Calls row() with what was run, and the seconds."""
+    empty, results = source.with_name("empty"), source.with_name("results")
+    empty.mkdir(exist_ok=True)
+    archive = [sys.executable, "-m", "jkc.archive", "--to=UTF-8"]
+    with cluster(1) as one, cluster(2) as two:
+        ways = {f"`jkc convert -r -j {jobs}`": [program(), "convert", "-tUTF-8", "-r", f"-j{jobs}", "--output-dir",
+                                                str(results)] for jobs in (1, 2)}
+        ways |= {f"`--jobs 1 --batch-files {batch}`": [*archive, "--jobs=1", f"--batch-files={batch}"]
+                 for batch in batches}
+        ways |= {f"`--jobs {jobs}`": [*archive, f"--jobs={jobs}"] for jobs in (1, 2, 8)}
+        ways |= {"Dask, 1 worker": [*archive, "--scheduler", one], "Dask, 2 workers": [*archive, "--scheduler", two]}
+        seconds = {}
+        for _ in range(ROUNDS):
+            for name, way in ways.items():
+                for tree in (empty, source):
+                    shutil.rmtree(results, ignore_errors=True)
+                    Path(f"{results}.jsonl").unlink(missing_ok=True)
+                    os.sync()
+                    taken, _ = run([*way, str(tree), *([str(results)] if archive[0] == way[0] else [])])
+                    seconds[name, tree] = min(taken, seconds.get((name, tree), taken))
+        for name in ways:
+            row(name, seconds[name, source] - seconds[name, empty])
+        print("\nover no file: " + ", ".join(f"{seconds[name, empty]:.2f} s ({name})" for name in ways))
+
+
+def small_files(folder: Path, count: int) -> None:
+    size = make_small(folder / "small", count)
+    print(f"\n{count} files of {size / count:.0f} bytes in the mean\n\n"
+          "| | a file | files a second | 10^6 files |\n|---|---|---|---|")
+    measure(folder / "small", (1, 20), lambda name, seconds: print(
+        f"| {name} | {1000 * seconds / count:.2f} ms | {count / seconds:.0f} | {1e6 * seconds / count / 60:.0f} min |"))
+
+
+def large_files(folder: Path, megabytes: int) -> None:
+    size = make_large(folder / "large", megabytes)
+    print(f"\n8 files of {size / 8e6:.0f} MB\n\n| | a gigabyte | MB/s |\n|---|---|---|")
+    measure(folder / "large", (), lambda name, seconds: print(
+        f"| {name} | {seconds * 1e9 / size:.1f} s | {size / seconds / 1e6:.0f} |"))
+
+
+def nothing_left(folder: Path, count: int) -> None:
+    """A run over a tree that is done: what listing it and reading the report cost. It comes first: a child is said to have
+    had as much memory as its parent once had, which is more where distributed is imported."""
+    source, results = folder / "many", folder / "done"
+    for i in range(count):
+        for tree in (source, results):
+            path = f"{tree}/{i // 1000}/a text of some year {i}.txt"
+            if i % 1000 == 0:
+                os.makedirs(os.path.dirname(path))
+            os.close(os.open(path, os.O_CREAT))
+    with open(f"{results}.jsonl", "w", encoding="utf-8") as report:
+        head = {"archive": str(source), "destination": str(results), "options": ["--to=UTF-8"], "copy_others": False}
+        report.write(json.dumps(head, separators=(",", ":")) + "\n")
+        for i in range(count):
+            report.write(f'{{"file":"{i // 1000}/a text of some year {i}.txt","outcome":"converted","dry_run":false,'
+                         '"from":"SJIS","to":"UTF8","loss_count":0,"losses":[]}\n')
+    seconds, memory = run([sys.executable, "-m", "jkc.archive", "--to=UTF-8", str(source), str(results)])
+    print(f"\n{count} files that are done: {seconds:.1f} s, {memory / 1e6:.0f} MB of memory")
+
+
+def main() -> None:
+    count, megabytes, done = map(int, sys.argv[1:] or (10_000, 512, 1_000_000))
+    with tempfile.TemporaryDirectory(prefix="jkc-bench-") as name:
+        for part, size in ((nothing_left, done), (small_files, count), (large_files, megabytes)):
+            if size:
+                part(Path(name), size)
+
+
+if __name__ == "__main__":
+    main()
