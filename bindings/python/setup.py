@@ -1,7 +1,6 @@
 """Builds the package: libjkc and the program jkc by CMake, unless JKC_BUILD names the folder of a build that is there."""
 import os
 import re
-import shlex
 import shutil
 import subprocess
 import sys
@@ -9,10 +8,14 @@ from pathlib import Path
 
 from setuptools import setup
 from setuptools.command.build_ext import build_ext
+from setuptools.command.sdist import sdist
 
 HERE = Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE))
 from native_build import INCLUDE, LIBRARY  # noqa: E402
+
+# What a source archive has of libjkc.
+SOURCES = "CMakeLists.txt LICENSE cli cmake convert core include io judge kernels po tables".split()
 
 
 def version() -> str:
@@ -29,8 +32,8 @@ class BuildWithLibrary(build_ext):
         library = folder / "lib" / "libjkc.a"
         for extension in self.extensions:
             extension.extra_objects.append(str(library))
-            extension.depends += [str(library), str(HERE / "native.c"), str(INCLUDE / "jkc.h")]
-            extension.extra_link_args += shlex.split(os.environ.get("JKC_LINK_OPTIONS", ""))
+            extension.depends += [str(library), str(HERE / "native.c"), *map(str, INCLUDE.rglob("*.h"))]
+            extension.extra_link_args.append("-Wl,--strip-debug")
         super().run()
         package = HERE / "src" / "jkc" if self.inplace else Path(self.build_lib) / "jkc"
         (package / "bin").mkdir(parents=True, exist_ok=True)
@@ -40,16 +43,29 @@ class BuildWithLibrary(build_ext):
         folder = (Path(self.build_temp) / "libjkc").resolve()
         options = ["BUILD_SHARED=OFF", "BUILD_CLI=ON", "BUILD_TESTS=OFF", "JNI=OFF", "INSTALL=OFF"]
         subprocess.run(["cmake", "-S", LIBRARY, "-B", folder, "-DCMAKE_BUILD_TYPE=Release",
-                        *(f"-DJKC_{option}" for option in options)], check=True)
+                        "-DCMAKE_EXE_LINKER_FLAGS=-s", *(f"-DJKC_{option}" for option in options)], check=True)
         subprocess.run(["cmake", "--build", folder, "--parallel", str(os.cpu_count() or 1),
                         "--target", "jkc_static", "jkc_program"], check=True)
         return folder
 
 
+class ArchiveWithLibrary(sdist):
+    """Puts libjkc's sources into the source archive."""
+
+    def make_release_tree(self, base_dir: str, files: list) -> None:
+        super().make_release_tree(base_dir, files)
+        for name in SOURCES:
+            source, copy = LIBRARY / name, Path(base_dir) / "libjkc" / name
+            copy.parent.mkdir(exist_ok=True)
+            if source.is_dir():
+                shutil.copytree(source, copy)
+            else:
+                shutil.copy2(source, copy)
+
 
 setup(
     version=version(),
     cffi_modules=["native_build.py:ffibuilder"],
-    cmdclass={"build_ext": BuildWithLibrary},
+    cmdclass={"build_ext": BuildWithLibrary, "sdist": ArchiveWithLibrary},
     options={"bdist_wheel": {"py_limited_api": "cp39"}},
 )

@@ -1,7 +1,6 @@
 """Conversions in memory, and files as streams."""
 from __future__ import annotations
 
-import codecs
 import os
 import threading
 from array import array
@@ -115,17 +114,8 @@ def test_threads_have_conversions_of_their_own() -> None:
     assert differing == []
 
 
-def has_codecs() -> bool:
-    try:
-        return codecs.lookup("jkc-cp932") is not None
-    except LookupError:
-        return False
 
 
-needs_codecs = pytest.mark.skipif(not has_codecs(), reason="there are no codecs yet")
-
-
-@needs_codecs
 @pytest.mark.parametrize("name", ["cp932", "eucjp-ms", "cp51932", "cp20932", "cp50221", "utf-8-sig", "utf-16"])
 def test_files_are_written_and_read(tmp_path: Path, name: str) -> None:
     path = tmp_path / "file"
@@ -142,7 +132,6 @@ def test_files_are_written_and_read(tmp_path: Path, name: str) -> None:
     assert jkc.decode(path.read_bytes(), name).endswith("目の文章です。\r\n三行目\n")
 
 
-@needs_codecs
 def test_files_that_are_odd(tmp_path: Path) -> None:
     path = tmp_path / "file"
     with jkc.open(path, "a") as file:

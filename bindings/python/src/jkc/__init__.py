@@ -9,6 +9,7 @@
 >>> jkc.convert(data, "euc-jp")
 b'\\xc6\\xfc\\xcb\\xdc\\xb8\\xec'
 """
+from . import codecs  # registers them
 from ._convert import ConversionError, Converted, convert, decode, encode
 from ._detect import Detection, DetectionError, Detector, Evidence, detect
 from ._losses import Loss
@@ -29,6 +30,7 @@ __all__ = [
     "Loss",
     "Mending",
     "Misreading",
+    "codecs",
     "convert",
     "decode",
     "detect",

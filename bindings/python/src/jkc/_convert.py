@@ -23,6 +23,9 @@ _POLICIES: dict[str, int] = {
     "ignore": lib.JKC_ON_LOSS_OMIT,
     "xmlcharrefreplace": lib.JKC_ON_LOSS_ESCAPE,
 }
+# In these ASCII text is itself.
+_HAVE_ASCII = {lib.JKC_TYPE_SJIS, lib.JKC_TYPE_EUC, lib.JKC_TYPE_EUC_20932, lib.JKC_TYPE_EUC_51932, lib.JKC_TYPE_EUC_MS,
+               lib.JKC_TYPE_UTF8, lib.JKC_TYPE_ASCII}
 _LINE_TYPES = {None: lib.JKC_LINE_KEEP, "\n": lib.JKC_LINE_LF, "\r": lib.JKC_LINE_CR, "\r\n": lib.JKC_LINE_CRLF}
 
 
@@ -152,6 +155,8 @@ def encode(text: str, encoding: str = "utf-8", errors: str = "strict") -> bytes:
     :raises LookupError: for an encoding or error handler that does not exist.
     """
     target = encodings.lookup(encoding)
+    if target.code_type in _HAVE_ASCII and text.isascii():
+        return text.encode("ascii")
     if errors not in _PLAIN or target.code_type == lib.JKC_TYPE_ASCII:
         return codecs.encode(text, codec_name(target), errors)
     return encode_as(text, target.code_type, errors)

@@ -1,6 +1,7 @@
 """The program jkc that comes with the package."""
 import os
 import shutil
+import sys
 from pathlib import Path
 
 
@@ -14,3 +15,8 @@ def program() -> str:
     if not found:
         raise FileNotFoundError("the program jkc is neither in the package nor on the PATH")
     return found
+
+
+def main() -> None:
+    """Becomes the program: what the command ``jkc`` that comes with the package does."""
+    os.execv(program(), ["jkc", *sys.argv[1:]])
