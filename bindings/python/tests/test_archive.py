@@ -1,3 +1,4 @@
+import fcntl
 import io
 import os
 import shutil
@@ -76,6 +77,15 @@ def test_what_cannot_be_understood_is_status_2_and_touches_nothing(convert, tree
         main(words.split())
     assert ended.value.code == 2 and complaint in capsys.readouterr().err
     assert archive_tree.files(tmp_path) == before
+
+
+def test_two_runs_do_not_write_one_report(convert, tree, tmp_path, capsys):
+    convert()
+    with open(tmp_path / "dst.jsonl", "ab") as held:
+        fcntl.flock(held, fcntl.LOCK_EX)
+        with pytest.raises(SystemExit):
+            convert()
+    assert "another run has it" in capsys.readouterr().err
 
 
 def test_files_are_chosen_as_the_program_does(convert, tmp_path):

@@ -52,6 +52,14 @@ def test_a_dask_worker_is_killed(tree, tmp_path):
     archive_tree.check(tmp_path / "dst", tmp_path / "dst.jsonl", tree)
 
 
+def test_a_cluster_that_is_not_there_is_status_3(tree, tmp_path, capsys):
+    pytest.importorskip("distributed")
+    import dask
+    with dask.config.set({"distributed.comm.timeouts.connect": "1s"}):
+        assert main(["-tUTF-8", "--scheduler=tcp://127.0.0.1:1", str(tmp_path / "src"), str(tmp_path / "dst")]) == 3
+    assert "tcp://127.0.0.1:1" in capsys.readouterr().err
+
+
 def test_whole_runs_are_killed_at_random_moments(tree, tmp_path):
     report = tmp_path / "dst.jsonl"
     command = [sys.executable, "-m", "jkc.archive", "-tUTF-8", "-j2", "--batch-files=5", tmp_path / "src", tmp_path / "dst"]

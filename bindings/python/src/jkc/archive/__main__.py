@@ -2,8 +2,10 @@
 from __future__ import annotations
 
 import argparse
+import contextlib
 import os
 import sys
+import traceback
 from typing import Any, Sequence
 
 from .listing import Listing, batches
@@ -70,7 +72,7 @@ def parser() -> argparse.ArgumentParser:
     where.add_argument("--scheduler", metavar="ADDRESS", help="have the workers of a Dask cluster do it")
     work.add_argument("--batch-files", type=_at_least_one, default=200, metavar="N",
                       help="most files that a program is given at once (%(default)s)")
-    work.add_argument("--batch-bytes", type=_at_least_one, default=1 << 26, metavar="N",
+    work.add_argument("--batch-bytes", type=_at_least_one, default=1 << 24, metavar="N",
                       help="most bytes that it is given, but for a single file (%(default)s)")
     return made
 
@@ -83,6 +85,9 @@ def main(arguments: Sequence[str] | None = None) -> int:
         return _run(options)
     except ValueError as error:
         command.error(str(error))  # ends with status 2
+    except Exception:  # not to be taken for status 1
+        traceback.print_exc()
+        return 3
 
 
 def _say(text: str) -> None:
@@ -106,8 +111,9 @@ def _run(options: argparse.Namespace) -> int:
         raise ValueError(f"{path}: another run has it") from None
     except ValueError as error:
         raise ValueError(f"{path}: {error}") from None
-    results = [path, destination.root] if destination.is_local else [path]
-    return _convert(options, job, Listing(source, options.include, options.exclude, results, _say), report)
+    results = [report.path, destination.root] if destination.is_local else [report.path]
+    with contextlib.closing(report):
+        return _convert(options, job, Listing(source, options.include, options.exclude, results, _say), report)
 
 
 def _check(job: Job, is_local: bool) -> None:

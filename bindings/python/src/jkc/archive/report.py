@@ -1,15 +1,15 @@
 """The report, by which an interrupted run goes on."""
 from __future__ import annotations
 
+import contextlib
 import fcntl
 import json
 import os
-import tempfile
 from collections import Counter
-from typing import BinaryIO
+from typing import IO
 
 from .task import Job, Line
-from .trees import TEMPORARY_PREFIX, Tree
+from .trees import Tree
 
 ORDER = ("converted", "unchanged", "undecided", "refused", "failed")
 EXIT_STATUS = {"undecided": 1, "refused": 1, "failed": 3}  # the program's
@@ -22,6 +22,9 @@ class Counts:
         self.outcomes: Counter[str] = Counter()
         self.lossy = 0  # of those that are converted
         self.not_done = 0
+
+    def close(self) -> None:
+        self._files.close()
 
     def add(self, line: Line) -> None:
         self.outcomes[line["outcome"]] += 1
@@ -58,9 +61,14 @@ class Report:
         self._head = dump({"archive": job.source, "destination": job.destination, "options": list(job.policy),
                            "copy_others": job.copy_others})
         os.makedirs(os.path.dirname(self.path), exist_ok=True)
-        self._file = _locked(open(self.path, "ab+"))
-        if not self._read(destination):
-            self._make_anew()
+        with contextlib.ExitStack() as files:
+            self._file = self._open(files, self.path, "ab+")
+            if not self._read(destination):
+                self._make_anew(files)
+            self._files = files.pop_all()
+
+    def close(self) -> None:
+        self._files.close()
 
     def add(self, lines: list[Line]) -> None:
         """They are on the disk when this returns."""
@@ -88,8 +96,16 @@ class Report:
                 whole = False
         return whole
 
-    def _make_anew(self) -> None:
-        copy = tempfile.NamedTemporaryFile(dir=os.path.dirname(self.path), prefix=TEMPORARY_PREFIX, delete=False)
+    @staticmethod
+    def _open(files: contextlib.ExitStack, path: str, mode: str) -> IO[bytes]:
+        """Opens it, and takes its lock until `files` closes it."""
+        file = files.enter_context(open(path, mode))
+        fcntl.flock(file, fcntl.LOCK_EX | fcntl.LOCK_NB)
+        return file
+
+    def _make_anew(self, files: contextlib.ExitStack) -> None:
+        """The old file stays open, so that who has opened it meanwhile does not get its lock."""
+        copy = self._open(files, f"{self.path}.new", "wb")
         copy.write(self._head)
         self._file.seek(len(self._head))
         for text in self._file:
@@ -98,7 +114,7 @@ class Report:
         copy.flush()
         os.fsync(copy.fileno())
         os.replace(copy.name, self.path)
-        self._file, self._old = _locked(open(self.path, "ab+")), self._file
+        self._file = copy
 
 
 def dump(line: Line) -> bytes:
@@ -112,8 +128,3 @@ def dump(line: Line) -> bytes:
 def _is_done(line: Line, destination: Tree) -> bool:
     has_result = line["outcome"] == "converted" or line.get("copied", False)
     return line["outcome"] != "failed" and (not has_result or destination.has(line["file"]))
-
-
-def _locked(file: BinaryIO) -> BinaryIO:
-    fcntl.flock(file, fcntl.LOCK_EX | fcntl.LOCK_NB)
-    return file

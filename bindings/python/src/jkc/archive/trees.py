@@ -1,10 +1,10 @@
 """Trees of files: folders of this machine, and what fsspec reads and writes."""
 from __future__ import annotations
 
+import contextlib
 import os
 import posixpath
 import stat
-import tempfile
 from typing import Any, NamedTuple, Union
 
 TEMPORARY_PREFIX = ".jkc-"  # the program's, too
@@ -51,7 +51,7 @@ class LocalTree:
         """Copies a file to a place in the tree, where it is as a whole or not at all."""
         target = self.path(name)
         os.makedirs(os.path.dirname(target), exist_ok=True)
-        copy = tempfile.mktemp(dir=os.path.dirname(target), prefix=TEMPORARY_PREFIX)
+        copy = os.path.join(os.path.dirname(target), TEMPORARY_PREFIX + os.urandom(8).hex())
         try:
             with open(path, "rb") as source, open(copy, "xb") as file:  # not mkstemp: the umask gives the mode
                 while piece := source.read(PIECE):
@@ -60,7 +60,8 @@ class LocalTree:
                 os.fsync(file.fileno())
             os.replace(copy, target)
         except BaseException:
-            os.unlink(copy)
+            with contextlib.suppress(FileNotFoundError):
+                os.unlink(copy)
             raise
 
 
