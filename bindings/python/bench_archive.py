@@ -1,8 +1,10 @@
 #!/usr/bin/env python3
 """Measures jkc.archive: what a file and a gigabyte cost, with one and two workers, here and on a Dask cluster of this
-machine; how long 10^6 files take at that speed; a run over files that are done.   bench_archive.py [FILES MEGABYTES DONE]
+machine; how long 10^6 files take at that speed; a run over files that are done.
 
-Prints the figures of docs/archives.md. Each is the least of five runs, that take turns, without what a run over no file
+usage: bench_archive.py [FILES MEGABYTES DONE]
+
+Prints the figures of docs/archives.md. Each is the least of three runs, that take turns, without what a run over no file
 takes. The files are in TMPDIR: in /dev/shm they cost no time of a disk.
 """
 from __future__ import annotations
@@ -24,7 +26,8 @@ from jkc import program
 HERE = Path(__file__).resolve().parent
 # Without a character that Python writes with a code of NEC, which few other programs do.
 TEXT = (HERE.parents[1] / "docs/ja/repair.md").read_text(encoding="utf-8").replace("髙", "高")
-ROUNDS = 5
+ROUNDS = 3
+ARCHIVE = [sys.executable, "-m", "jkc.archive", "--to=UTF-8"]
 
 
 def make_small(folder: Path, count: int) -> int:
@@ -60,7 +63,7 @@ def cluster(workers: int) -> Iterator[str]:
     from distributed import LocalCluster
     here = "127.0.0.1:0"
     with LocalCluster(n_workers=workers, threads_per_worker=1, processes=True, dashboard_address=here,
-                      worker_dashboard_address=here) as made:
+                      worker_dashboard_address=here, local_directory=tempfile.gettempdir()) as made:
         yield made.scheduler_address
 
 
@@ -88,46 +91,56 @@ def run(command: list[str]) -> Cost:
                 usage.ru_maxrss * 1024)
 
 
-def measure(source: Path, batches: tuple[int, ...], row: Callable[[str, float, float], None]) -> None:
-    """Calls row() with what was run, the seconds that it took, and those of processors."""
+def measure(source: Path, ways: dict[str, list[str]], row: Callable[[str, float, float], None]) -> None:
+    """Calls row() for each way, with the seconds that it took, and those of processors."""
     empty, results = source.with_name("empty"), source.with_name("results")
     empty.mkdir(exist_ok=True)
-    archive = [sys.executable, "-m", "jkc.archive", "--to=UTF-8"]
+    costs = {}
+    for _ in range(ROUNDS):
+        for name, way in ways.items():
+            for tree in (empty, source):
+                shutil.rmtree(results, ignore_errors=True)
+                Path(f"{results}.jsonl").unlink(missing_ok=True)
+                os.sync()
+                last = ["--output-dir", str(results)] if way[0] == program() else [str(results)]
+                cost = run([*way, str(tree), *last])
+                costs[name, tree] = [min(pair) for pair in zip(cost, costs.get((name, tree), cost))]
+    for name in ways:
+        row(name, *(full - start for full, start in zip(costs[name, source][:2], costs[name, empty])))
+    print("over no file: " + ", ".join(f"{costs[name, empty][0]:.2f} s ({name})" for name in ways))
+
+
+@contextlib.contextmanager
+def all_ways() -> Iterator[dict[str, list[str]]]:
     with cluster(1) as one, cluster(2) as two:
-        ways = {f"`jkc convert -r -j {jobs}`": [program(), "convert", "-tUTF-8", "-r", f"-j{jobs}", "--output-dir",
-                                                str(results)] for jobs in (1, 2)}
-        ways |= {f"`--jobs 1 --batch-files {batch}`": [*archive, "--jobs=1", f"--batch-files={batch}"]
-                 for batch in batches}
-        ways |= {f"`--jobs {jobs}`": [*archive, f"--jobs={jobs}"] for jobs in (1, 2, 8)}
-        ways |= {"Dask, 1 worker": [*archive, "--scheduler", one], "Dask, 2 workers": [*archive, "--scheduler", two]}
-        costs = {}
-        for _ in range(ROUNDS):
-            for name, way in ways.items():
-                for tree in (empty, source):
-                    shutil.rmtree(results, ignore_errors=True)
-                    Path(f"{results}.jsonl").unlink(missing_ok=True)
-                    os.sync()
-                    cost = run([*way, str(tree), *([str(results)] if archive[0] == way[0] else [])])
-                    costs[name, tree] = [min(pair) for pair in zip(cost, costs.get((name, tree), cost))]
-        for name in ways:
-            row(name, *(full - start for full, start in zip(costs[name, source][:2], costs[name, empty])))
-        print("\nover no file: " + ", ".join(f"{costs[name, empty][0]:.2f} s ({name})" for name in ways))
+        yield {**{f"`jkc convert -r -j {jobs}`": [program(), "convert", "-tUTF-8", "-r", f"-j{jobs}"] for jobs in (1, 2)},
+               **{f"`--jobs {jobs}`": [*ARCHIVE, f"--jobs={jobs}"] for jobs in (1, 2, 8)},
+               **{"Dask, 1 worker": [*ARCHIVE, "--scheduler", one], "Dask, 2 workers": [*ARCHIVE, "--scheduler", two]}}
 
 
 def small_files(folder: Path, count: int) -> None:
     size = make_small(folder / "small", count)
     print(f"\n{count} files of {size / count:.0f} bytes in the mean\n\n"
           "| | a file | of processors | 10^6 files |\n|---|---|---|---|")
-    measure(folder / "small", (1, 20), lambda name, seconds, processor: print(
-        f"| {name} | {1000 * seconds / count:.2f} ms | {1000 * processor / count:.2f} ms | "
-        f"{1e6 * seconds / count / 60:.1f} min |"))
+
+    def row(name: str, seconds: float, processor: float, count: int = count) -> None:
+        print(f"| {name} | {1000 * seconds / count:.2f} ms | {1000 * processor / count:.2f} ms | "
+              f"{1e6 * seconds / count / 60:.1f} min |", flush=True)
+
+    with all_ways() as ways:
+        measure(folder / "small", ways, row)
+    few = count // 10
+    make_small(folder / "few", few)
+    measure(folder / "few", {f"`--jobs 1 --batch-files {batch}`": [*ARCHIVE, "--jobs=1", f"--batch-files={batch}"]
+                             for batch in (1, 10, 100, 1000)}, lambda *costs: row(*costs, few))
 
 
 def large_files(folder: Path, megabytes: int) -> None:
     size = make_large(folder / "large", megabytes)
     print(f"\n8 files of {size / 8e6:.0f} MB\n\n| | a gigabyte | of processors | MB/s |\n|---|---|---|---|")
-    measure(folder / "large", (), lambda name, seconds, processor: print(
-        f"| {name} | {seconds * 1e9 / size:.1f} s | {processor * 1e9 / size:.1f} s | {size / seconds / 1e6:.0f} |"))
+    with all_ways() as ways:
+        measure(folder / "large", ways, lambda name, seconds, processor: print(
+            f"| {name} | {seconds * 1e9 / size:.1f} s | {processor * 1e9 / size:.1f} s | {size / seconds / 1e6:.0f} |"))
 
 
 def nothing_left(folder: Path, count: int) -> None:
@@ -146,12 +159,12 @@ def nothing_left(folder: Path, count: int) -> None:
         for i in range(count):
             report.write(f'{{"file":"{i // 1000}/a text of some year {i}.txt","outcome":"converted","dry_run":false,'
                          '"from":"SJIS","to":"UTF8","loss_count":0,"losses":[]}\n')
-    cost = run([sys.executable, "-m", "jkc.archive", "--to=UTF-8", str(source), str(results)])
-    print(f"\n{count} files that are done: {cost.seconds:.1f} s, {cost.memory / 1e6:.0f} MB of memory")
+    cost = run([*ARCHIVE, str(source), str(results)])
+    print(f"\n{count} files that are done: {cost.seconds:.1f} s, of processors {cost.processor:.1f} s, {cost.memory / 1e6:.0f} MB of memory")
 
 
 def main() -> None:
-    count, megabytes, done = map(int, sys.argv[1:] or (10_000, 512, 1_000_000))
+    count, megabytes, done = map(int, sys.argv[1:] or (20_000, 512, 1_000_000))
     with tempfile.TemporaryDirectory(prefix="jkc-bench-") as name:
         for part, size in ((nothing_left, done), (small_files, count), (large_files, megabytes)):
             if size:

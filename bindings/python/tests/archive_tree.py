@@ -10,8 +10,8 @@ OTHERS = {"photo.jpg": (b"\xff\xd8\xff\xe0\0\0\1" * 9, "refused"), "log.txt": (
 
 
 def make(root: Path, count: int) -> dict[bytes, tuple[bytes, str]]:
-    """Writes so many texts in several encodings and folders, and two files that are none in one encoding. Returns for the
-    name of each what becomes of it in UTF-8, and the outcome."""
+    """Writes so many texts in several encodings and folders, and two files that are none in one encoding. Returns for
+    the name of each what becomes of it in UTF-8, and the outcome."""
     rng = random.Random(count)
     expected = {}
     for i in range(count):

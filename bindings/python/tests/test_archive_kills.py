@@ -37,8 +37,9 @@ def test_a_dask_worker_is_killed(tree, tmp_path):
     distributed = pytest.importorskip("distributed")
     here = "127.0.0.1:0"
     with distributed.LocalCluster(n_workers=2, threads_per_worker=1, processes=True, dashboard_address=here,
-                                  worker_dashboard_address=here) as cluster, distributed.Client(cluster) as client:
-        workers = list(client.run(os.getpid).values())
+                                  worker_dashboard_address=here, local_directory=str(tmp_path)) as cluster:
+        with distributed.Client(cluster) as client:
+            workers = list(client.run(os.getpid).values())
         statuses = []
         run = threading.Thread(target=lambda: statuses.append(main(
             ["-tUTF-8", "--batch-files=5", "--scheduler", cluster.scheduler_address,
@@ -62,7 +63,8 @@ def test_a_cluster_that_is_not_there_is_status_3(tree, tmp_path, capsys):
 
 def test_whole_runs_are_killed_at_random_moments(tree, tmp_path):
     report = tmp_path / "dst.jsonl"
-    command = [sys.executable, "-m", "jkc.archive", "-tUTF-8", "-j2", "--batch-files=5", tmp_path / "src", tmp_path / "dst"]
+    command = [sys.executable, "-m", "jkc.archive", "-tUTF-8", "-j2", "--batch-files=5",
+               tmp_path / "src", tmp_path / "dst"]
     environment = {**os.environ, "PYTHONPATH": os.pathsep.join(sys.path)}
     rng = random.Random(1)
     for part in range(1, 5):

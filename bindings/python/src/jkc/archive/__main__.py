@@ -130,7 +130,8 @@ def _check(job: Job, is_local: bool) -> None:
 def _convert(options: argparse.Namespace, job: Job, listing: Listing, report: Report | None) -> int:
     counts = report.counts if report else Counts()
     done = report.done if report else set()
-    todo = batches((file for file in listing.files() if file.name not in done), options.batch_files, options.batch_bytes)
+    files = (file for file in listing.files() if file.name not in done)
+    todo = batches(files, options.batch_files, options.batch_bytes)
     told = set()
     word, status = "dry run" if options.dry_run else "summary", 0
     try:

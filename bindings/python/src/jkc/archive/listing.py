@@ -21,7 +21,9 @@ class Listing:
         read."""
         self.tree, self.include, self.exclude, self.tell = tree, include, exclude, tell
         self.unread = 0  # folders
-        self.passed_over = [path for path in passed_over if os.path.exists(path)] if tree.is_local else []
+        # By their names in the tree, which has no symbolic links.
+        self.passed_over = {os.path.relpath(os.path.realpath(path), os.path.realpath(tree.root)) for path in passed_over
+                            if tree.is_local}
 
     def files(self, folder: str = "") -> Iterator[Entry]:
         try:
@@ -32,16 +34,13 @@ class Listing:
             return
         for entry in entries:
             last = posixpath.basename(entry.name)
-            if _matches(self.exclude, entry.name) or self._is_result(entry):
+            if entry.name in self.passed_over or _matches(self.exclude, entry.name):
                 continue
             if entry.is_folder and last not in VERSION_CONTROL:
                 yield from self.files(entry.name)
             elif not entry.is_folder and not last.startswith(TEMPORARY_PREFIX):
                 if not self.include or _matches(self.include, entry.name):
                     yield entry
-
-    def _is_result(self, entry: Entry) -> bool:
-        return any(os.path.samefile(self.tree.path(entry.name), path) for path in self.passed_over)
 
 
 def batches(files: Iterable[Entry], most_files: int, most_bytes: int) -> Iterator[list[str]]:

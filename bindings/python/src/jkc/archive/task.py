@@ -55,9 +55,9 @@ def convert_batch(job: Job, names: list[str]) -> list[Line]:
 
 def run_program(options: tuple[str, ...], names: list[str], folder: str, results: str) -> subprocess.CompletedProcess:
     """Has the program convert files of one folder into another."""
-    return subprocess.run(
-        [program(), "convert", *options, "--report=json", "--quiet", "--null", "--files-from=-", "--output-dir", results],
-        input=b"".join(os.fsencode(name) + b"\0" for name in names), cwd=folder, capture_output=True)
+    command = [program(), "convert", *options, "--report=json", "--quiet", "--null", "--files-from=-"]
+    return subprocess.run([*command, "--output-dir", results], cwd=folder, capture_output=True,
+                          input=b"".join(os.fsencode(name) + b"\0" for name in names))
 
 
 def failed(name: str, reason: object) -> Line:
@@ -70,8 +70,8 @@ def _convert(job: Job, names: list[str], folder: str, results: str) -> dict[str,
     done = run_program(job.policy + (("--dry-run",) if job.dry_run else ()), names, folder, results)
     if done.returncode == 2:
         raise ValueError(done.stderr.decode(errors="replace").strip())
-    # Lines come in the order of the files. A file whose process was ended by a signal has none, nor have those behind it
-    # where the program itself was.
+    # Lines come in the order of the files. A file whose process was ended by a signal has none, nor have those behind
+    # it where the program itself was.
     told = [json.loads(line) for line in done.stdout.split(b"\n")[:-1]]
     lines = {}
     for name in names:
