@@ -7,7 +7,7 @@ import { changed, encodingOf, whenChanged } from "./items.js";
 import { lossesView } from "./losses_view.js";
 import { mendingView } from "./mending_view.js";
 import { save, saveOne } from "./saving.js";
-import { count, say } from "./strings.js";
+import { count, ruleName, say } from "./strings.js";
 import { sources, target } from "./target.js";
 import { TextView } from "./text_view.js";
 import { lineEnds, verdict } from "./verdict.js";
@@ -35,12 +35,13 @@ function head() {
     const { detection } = item;
     const { text, kind } = verdict(item);
     const facts = [say("bytes", count(item.file.size)), lineEnds(item), detection.bom ? say("withBom") : null];
-    const why = item.from ? say("chosen") : `${say("confidence", detection.confidence)}. ${say("byRule", detection.rule)}`;
+    const isSure = detection.kind === "encoding";
+    const why = item.from ? [say("chosen")] : [isSure ? say("confidence", detection.confidence) : null, detection.kind === "undecided" ? null : say("byRule", ruleName(detection.rule))];
     return make("header", {},
         make("h3", { id: "detail-title", className: "faint" }, item.path),
         make("p", { className: `verdict ${kind}` }, text),
         make("p", { className: "faint" }, facts.filter(Boolean).join(" · ")),
-        item.file.size > 0 ? make("p", { className: "faint" }, why) : null);
+        item.file.size > 0 ? make("p", { className: "faint" }, why.filter(Boolean).join(" · ")) : null);
 }
 
 function hint() {

@@ -8,17 +8,21 @@ function bar(share, kind) {
     return element;
 }
 
+// A candidate is out with so many bytes that do not fit, and not counted on.
+const tooMany = 11;
+
 function row(evidence, detection, most) {
     const { encoding, valid, illFormed, kana, firstError } = evidence;
     const isTie = detection.open.includes(encoding);
     const isFound = detection.encoding === encoding;
-    const figures = [say("bytes", count(valid)), kana ? `${say("kana")} ${count(kana)}` : null].filter(Boolean).join(", ");
-    const against = illFormed ? `${say("bytes", count(illFormed))}, ${say("firstError")} ${count(firstError)}` : "0";
+    const against = count(illFormed) + (illFormed < tooMany ? "" : "+");
     return make("tr", { className: isFound || isTie ? "likely" : "" },
-        make("th", { scope: "row" }, encoding, isTie ? make("span", { className: "chip open" }, say("tie")) : null, isFound ? make("span", { className: "chip sure", "aria-label": "" }, "✓") : null),
+        make("th", { scope: "row" }, encoding, isTie ? make("span", { className: "chip open" }, say("tie")) : null, isFound ? make("span", { className: "chip sure" }, "✓") : null),
         make("td", { className: "bars" }, make("span", { className: "track", "aria-hidden": "true" }, bar(kana / most, "kana"), bar((valid - kana) / most, "valid"), bar(illFormed / most, "against"))),
-        make("td", {}, figures),
-        make("td", { className: illFormed ? "alarm" : "faint" }, against));
+        make("td", {}, count(valid)),
+        make("td", { className: "minor" }, count(kana)),
+        make("td", { className: illFormed ? "alarm" : "faint" }, against),
+        make("td", { className: "minor" }, illFormed ? count(firstError) : ""));
 }
 
 export function evidenceView(detection) {
@@ -27,12 +31,15 @@ export function evidenceView(detection) {
     if (shown.length === 0) {
         return make("section", {}, title, make("p", { className: "faint" }, say("evidenceNone")));
     }
-    const weight = ({ encoding, valid, illFormed }) => (detection.open.includes(encoding) || detection.encoding === encoding ? 1e15 : 0) + valid - 100 * illFormed;
+    const isLikely = ({ encoding }) => detection.open.includes(encoding) || detection.encoding === encoding;
+    const weight = (evidence) => (isLikely(evidence) ? 1e15 : 0) + evidence.valid - 4 * evidence.illFormed;
     shown.sort((one, other) => weight(other) - weight(one));
     const most = Math.max(...shown.map(({ valid, illFormed }) => valid + illFormed));
+    const column = (key, className) => make("th", { scope: "col", className }, say(key));
     return make("section", {}, title,
+        make("p", { className: "faint" }, say("evidenceHint")),
         make("div", { className: "scroll", tabIndex: 0, role: "region", "aria-label": say("evidence") },
             make("table", { className: "evidence" },
-                make("thead", {}, make("tr", {}, make("th", { scope: "col" }, say("candidate")), make("td", {}), make("th", { scope: "col" }, say("fits")), make("th", { scope: "col" }, say("illFormed")))),
+                make("thead", {}, make("tr", {}, column("candidate"), make("td"), column("fits"), column("kana", "minor"), column("illFormed"), column("firstError", "minor"))),
                 make("tbody", {}, ...shown.map((evidence) => row(evidence, detection, most))))));
 }

@@ -80,14 +80,14 @@ const strings = {
 
     evidence: ["Evidence", "判定の材料"],
     evidenceNone: ["The bytes themselves tell: no candidates had to be weighed.", "バイト列だけで決まり、候補を比べる必要はありませんでした。"],
+    evidenceHint: ["Bytes beyond ASCII that each candidate can read. One that cannot read some is soon out, and counted no further (+).", "ASCII 以外のバイトのうち、各候補で読めるもの。読めないものが続いた候補は外れ、それ以上数えません（+）。"],
     candidate: ["Candidate", "候補"],
-    fits: ["Fits", "合う"],
-    kana: ["of it kana", "うち仮名"],
-    illFormed: ["Does not fit", "合わない"],
-    firstError: ["first at byte", "最初の位置"],
+    fits: ["Fit", "合う"],
+    kana: ["Kana", "うち仮名"],
+    illFormed: ["Do not fit", "合わない"],
+    firstError: ["First at", "最初の位置"],
     bytes: ["{0} bytes", "{0} バイト"],
     tie: ["tie", "同等"],
-    out: ["out", "除外"],
 
     text: ["Text", "テキスト"],
     textHelp: ["Point at a character, or move with the arrow keys, to see its bytes.", "文字を指すか、矢印キーで移動すると、そのバイトを表示します。"],
@@ -117,6 +117,25 @@ const strings = {
     offlineReady: ["Ready for offline use.", "オフラインで使えます。"],
 };
 
+// The rules by which the library decides, by its names for them.
+const rules = {
+    "empty": "空",
+    "byte-order mark": "BOM",
+    "escape sequences": "エスケープシーケンス",
+    "escape sequences and more": "エスケープシーケンスとほかのもの",
+    "7-bit text": "7 ビットのテキスト",
+    "well-formed UTF-8": "正しい UTF-8",
+    "UTF-16 characters": "UTF-16 の文字",
+    "NUL bytes": "NUL",
+    "control bytes": "制御文字",
+    "noise": "雑音",
+    "mixed encodings": "文字コードの混在",
+    "no encoding fits": "当てはまるものなし",
+    "another language": "ほかの言語",
+    "likeliest characters": "最もありそうな文字",
+    "as likely": "同程度",
+};
+
 let column = 0;
 
 export function useLanguage(language) {
@@ -126,6 +145,8 @@ export function useLanguage(language) {
 export function say(key, ...values) {
     return strings[key][column].replace(/\{(\d)\}/g, (_, place) => values[place]);
 }
+
+export const ruleName = (rule) => (column ? (rules[rule] ?? rule) : rule);
 
 /** A number as the language writes it. */
 export const count = (number) => number.toLocaleString(column ? "ja" : "en");

@@ -105,6 +105,12 @@ export class TextView {
         }
     }
 
+    // The next character; a line end of two is one.
+    #after(index) {
+        const { text } = this.#shown;
+        return index + (text.codePointAt(index) > 0xffff || text.startsWith("\r\n", index) ? 2 : 1);
+    }
+
     #lineAt(index) {
         const next = this.#lines.findIndex(({ from }) => from > index);
         return (next < 0 ? this.#lines.length : next) - 1;
@@ -150,7 +156,7 @@ export class TextView {
         const loss = shown.marks.find(({ from, to }) => from <= index && index < to)?.loss;
         const place = loss
             ? { from: loss.offset, to: loss.offset + loss.length }
-            : await ask("place", { shown: { bytes: shown.bytes, before: shown.before, skip: shown.skip }, index, encoding: this.options.from });
+            : await ask("place", { shown: { bytes: shown.bytes, before: shown.before, skip: shown.skip }, index, next: this.#after(index), encoding: this.options.from });
         if (wanted === this.#wanted && shown === this.#shown) {
             const words = loss ? lossWords(loss, this.options.to) : "";
             this.#hex.show(shown, String.fromCodePoint(shown.text.codePointAt(index)), place, words, isTold);
@@ -210,7 +216,7 @@ export class TextView {
             return Math.min(other.from + index - line.from, other.to);
         };
         const moves = {
-            ArrowRight: () => (this.#cursor.hidden ? 0 : index + (text.codePointAt(index) > 0xffff || text.startsWith("\r\n", index) ? 2 : 1)),
+            ArrowRight: () => (this.#cursor.hidden ? 0 : this.#after(index)),
             ArrowLeft: () => index - (text.codePointAt(index - 2) > 0xffff || text.startsWith("\r\n", index - 2) ? 2 : 1),
             ArrowDown: () => (this.#cursor.hidden ? 0 : inLine(at + 1)),
             ArrowUp: () => inLine(at - 1),
