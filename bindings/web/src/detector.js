@@ -1,5 +1,3 @@
-import { JkcError } from "./error.js";
-
 const kinds = new Map([[-1, "undecided"], [-2, "unknown"], [-3, "binary"]]);
 const lineEnds = [[1, "lf"], [2, "cr"], [4, "crlf"]];
 const CANDIDATES = 8;
@@ -17,12 +15,12 @@ export class Detector {
     }
 
     feed(chunk) {
-        const handle = this.#open();
+        const handle = this.#handle.get();
         this.#native.forEachPiece(chunk, (length) => this.#native.call("web_detector_feed", handle, length));
     }
 
     finish() {
-        const at = this.#native.call("web_detector_finish", this.#open());
+        const at = this.#native.call("web_detector_finish", this.#handle.get());
         const [decision, open, rule, confidence, ends, ...rows] = this.#native.numbers(at, 5 + 6 * CANDIDATES);
         const nameOf = (type) => this.#encodings.name(type);
         const evidence = [];
@@ -31,7 +29,7 @@ export class Detector {
             evidence.push({ encoding: nameOf(type), valid, illFormed, kana, penalty, firstError });
         }
         return {
-            encoding: decision === 0 ? "US-ASCII" : nameOf(decision), // an empty text is one, too
+            encoding: decision === 0 ? "US-ASCII" : nameOf(decision), // an empty text is in it, too
             kind: kinds.get(decision) ?? "encoding",
             open: this.#encodings.all.filter(({ type }) => (open & (1 << (type + 5))) !== 0).map(({ name }) => name),
             rule: this.#native.string(this.#native.call("web_rule", rule)),
@@ -43,16 +41,6 @@ export class Detector {
     }
 
     free() {
-        if (this.#handle !== 0) {
-            this.#native.free(this, this.#handle, "web_detector_free");
-            this.#handle = 0;
-        }
-    }
-
-    #open() {
-        if (this.#handle === 0) {
-            throw new JkcError("the detector is freed", 0);
-        }
-        return this.#handle;
+        this.#handle.free();
     }
 }

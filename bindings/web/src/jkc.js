@@ -1,3 +1,4 @@
+import { Conversion } from "./conversion.js";
 import { Converter } from "./converter.js";
 import { Detector } from "./detector.js";
 import { Encodings } from "./encodings.js";
@@ -5,8 +6,6 @@ import { JkcError, ETYPE } from "./error.js";
 import { Native } from "./native.js";
 
 export { JkcError };
-
-const utf8 = new TextDecoder("utf-8", { ignoreBOM: true });
 
 class Jkc {
     #native;
@@ -20,18 +19,19 @@ class Jkc {
         this.encodings = this.#encodings.all;
     }
 
+    get memorySize() {
+        return this.#native.memorySize;
+    }
+
     createDetector() {
         return new Detector(this.#native, this.#encodings);
     }
 
     detect(data) {
-        const detector = this.createDetector();
-        try {
+        return using(this.createDetector(), (detector) => {
             detector.feed(data);
             return detector.finish();
-        } finally {
-            detector.free();
-        }
+        });
     }
 
     createConverter(options) {
@@ -39,19 +39,26 @@ class Jkc {
     }
 
     convert(data, options) {
-        const from = options.from ?? this.#detected(data);
-        const converter = this.createConverter({ ...options, from });
-        try {
+        const from = this.#from(data, options.from);
+        return using(this.createConverter({ ...options, from }), (converter) => {
             const output = converter.convert(data);
-            const name = this.#encodings.name(this.#encodings.type(from));
-            return { data: output, from: name, losses: converter.losses, lossCount: converter.lossCount };
-        } finally {
-            converter.free();
-        }
+            return { data: output, from, losses: converter.losses, lossCount: converter.lossCount };
+        });
     }
 
     decode(data, from) {
-        return utf8.decode(this.convert(data, { from, to: "UTF-8", maxLosses: 0 }).data);
+        // What is built in makes strings of code units faster than of bytes.
+        const units = new TextDecoder("utf-16le", { ignoreBOM: true });
+        const options = { from: this.#from(data, from), to: "UTF-16LE", maxLosses: 0 };
+        let text = "";
+        const write = (bytes) => {
+            text += units.decode(bytes, { stream: true });
+        };
+        return using(new Conversion(this.#native, this.#encodings, options, write), (conversion) => {
+            conversion.feed(data);
+            conversion.finish();
+            return text;
+        });
     }
 
     encode(text, to, options) {
@@ -74,14 +81,26 @@ class Jkc {
         });
     }
 
-    #detected(data) {
-        const found = this.detect(data);
-        if (found.kind !== "encoding") {
-            const between = found.open.length > 0 ? ` between ${found.open.join(", ")}` : "";
-            const error = new JkcError(`the encoding is ${found.kind}${between}: say it as \`from\``, ETYPE);
-            throw Object.assign(error, { detection: found });
+    // The name of what a text is in, which is detected unless it is said.
+    #from(data, said) {
+        if (said !== undefined) {
+            return this.#encodings.name(this.#encodings.type(said));
         }
-        return found.encoding;
+        const detection = this.detect(data);
+        if (detection.kind !== "encoding") {
+            const between = detection.open.length > 0 ? ` between ${detection.open.join(", ")}` : "";
+            const message = `the encoding is ${detection.kind}${between}: say it as \`from\``;
+            throw Object.assign(new JkcError(message, ETYPE), { detection });
+        }
+        return detection.encoding;
+    }
+}
+
+function using(freed, run) {
+    try {
+        return run(freed);
+    } finally {
+        freed.free();
     }
 }
 
@@ -104,7 +123,7 @@ function body(response) {
 async function instantiate(source) {
     if (typeof source === "string" || source instanceof URL) {
         source = await read(new URL(source, globalThis.location?.href ?? import.meta.url));
-    } else if (typeof Response === "function" && source instanceof Response) {
+    } else if (source instanceof Response) {
         source = await body(source);
     }
     return new Jkc(await Native.instantiate(source));

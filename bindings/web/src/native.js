@@ -1,11 +1,11 @@
-import { JkcError, EALLOC } from "./error.js";
+import { JkcError, EALLOC, check } from "./error.js";
 
 /** An instance of jkc.wasm: calls, and text that goes in and out through its memory. */
 export class Native {
     #exports;
     #piece;
     #sink = null;
-    #forgotten;
+    #forgotten = new FinalizationRegistry(({ free, handle }) => this.call(free, handle));
 
     static async instantiate(source) {
         const native = new Native();
@@ -13,6 +13,7 @@ export class Native {
             jkc: {
                 write: (data, length) => native.#sink.write(native.bytes(data, length)),
                 lose: (...loss) => native.#sink.lose(...loss),
+                memory_is_short: () => check(EALLOC),
             },
             env: { emscripten_notify_memory_growth() {} },
             wasi_snapshot_preview1: {
@@ -24,19 +25,26 @@ export class Native {
         const made = await WebAssembly.instantiate(source, imports);
         native.#exports = (made.instance ?? made).exports;
         native.#exports._initialize();
-        native.#forgotten = new FinalizationRegistry(({ free, handle }) => native.call(free, handle));
         return native;
+    }
+
+    get memorySize() {
+        return this.#exports.memory.buffer.byteLength;
     }
 
     call(name, ...values) {
         return this.#exports[name](...values);
     }
 
-    /** Calls with an object that receives the output and the losses of the call. */
+    /** Calls with an object that receives the output and the losses of the call. What that throws comes through. */
     callInto(sink, name, ...values) {
+        const stack = this.#exports.stackSave();
         this.#sink = sink;
         try {
             return this.#exports[name](...values);
+        } catch (error) {
+            this.#exports.stackRestore(stack);
+            throw error;
         } finally {
             this.#sink = null;
         }
@@ -60,7 +68,7 @@ export class Native {
     /** Puts data piece by piece where the library reads it, and calls for each with its length. */
     forEachPiece(data, take) {
         if (!(data instanceof Uint8Array)) {
-            throw new TypeError("not a Uint8Array");
+            throw new TypeError("data is no Uint8Array");
         }
         const address = this.call("web_piece");
         const size = this.call("web_piece_size");
@@ -74,17 +82,26 @@ export class Native {
         }
     }
 
-    /** Keeps what the library has made: freed with `owner`, or by free(). */
+    /** Something that a function of the library has made. It is freed when `owner` is no more, unless it frees it. */
     own(owner, handle, free) {
         if (handle === 0) {
-            throw new JkcError("memory is short", EALLOC);
+            check(EALLOC);
         }
         this.#forgotten.register(owner, { free, handle }, owner);
-        return handle;
-    }
-
-    free(owner, handle, free) {
-        this.#forgotten.unregister(owner);
-        this.call(free, handle);
+        return {
+            get: () => {
+                if (handle === 0) {
+                    throw new JkcError("it is freed already", 0);
+                }
+                return handle;
+            },
+            free: () => {
+                if (handle !== 0) {
+                    this.#forgotten.unregister(owner);
+                    this.call(free, handle);
+                    handle = 0;
+                }
+            },
+        };
     }
 }

@@ -2,7 +2,7 @@
 // as long as a text, but for what unmojibake() is given. Records are rows of doubles, which hold every offset.
 #include <cstdlib>
 #include <cstring>
-#include <memory>
+#include <initializer_list>
 #include <new>
 
 #include "code_types.h"
@@ -16,6 +16,17 @@
 JKC_WEB_IMPORT("write") void web_write(const uint8_t *data, size_t length);
 JKC_WEB_IMPORT("lose")
 void web_lose(int32_t kind, double offset, double length, double code, double code_point, double line, double column);
+// Throws, through whatever has called.
+JKC_WEB_IMPORT("memory_is_short") __attribute__((noreturn)) void web_memory_is_short();
+
+void *operator new(size_t size) {
+    void *memory = malloc(size);
+    if (memory == nullptr) {
+        web_memory_is_short();
+    }
+    return memory;
+}
+void operator delete(void *memory) noexcept { free(memory); }
 
 // The one variable that the library asks for names a set of kernels. There is one set here.
 extern "C" char *getenv(const char * /*name*/) { return nullptr; }
@@ -36,13 +47,13 @@ public:
         : source_(source), most_losses_(most_losses), places_(source) {
         options.observer = lose;
         options.observer_data = this;
-        status_ = jkc_converter_create(&converter_, source, target, &options);
+        jkc_converter_create(&converter_, source, target, &options);
     }
     ~Conversion() { jkc_converter_release(converter_); }
     Conversion(const Conversion &) = delete;
     Conversion &operator=(const Conversion &) = delete;
 
-    int32_t status() const { return status_; }
+    bool is_made() const { return converter_ != nullptr; } // else memory is short: the module looks at the rest
 
     int32_t feed(size_t length) {
         for (size_t i = 0; i < length && front_length_ < kLongestMark; ++i) {
@@ -103,7 +114,6 @@ private:
     uint32_t told_ = 0;
     LinePlaces places_;
     JkcConverter *converter_ = nullptr;
-    int32_t status_;
     uint8_t front_[kLongestMark] = {};
     size_t front_length_ = 0;
 };
@@ -160,9 +170,7 @@ JKC_WEB_EXPORT const double *web_detector_finish(JkcDetector *detector) {
 }
 JKC_WEB_EXPORT void web_detector_free(JkcDetector *detector) { jkc_detector_release(detector); }
 
-// The status of the last web_converter().
-static int32_t made;
-JKC_WEB_EXPORT int32_t web_made() { return made; }
+// Null: memory is short.
 JKC_WEB_EXPORT Conversion *web_converter(int32_t source, int32_t target, int32_t line_type, int32_t on_loss,
                                          int32_t compose, int32_t geta, uint32_t most_losses) {
     JkcConverterOptions options = {};
@@ -171,16 +179,9 @@ JKC_WEB_EXPORT Conversion *web_converter(int32_t source, int32_t target, int32_t
     options.on_loss = static_cast<uint8_t>(on_loss);
     options.compose = compose != 0;
     options.geta = geta != 0;
-    void *room = malloc(sizeof(Conversion));
-    if (room == nullptr) {
-        made = JKC_EALLOC;
-        return nullptr;
-    }
-    auto *conversion = new (room) Conversion(source, target, options, most_losses);
-    made = conversion->status();
-    if (made != JKC_SUCCESS) {
-        conversion->~Conversion();
-        free(room);
+    auto *conversion = new Conversion(source, target, options, most_losses);
+    if (!conversion->is_made()) {
+        delete conversion;
         return nullptr;
     }
     return conversion;
@@ -188,7 +189,4 @@ JKC_WEB_EXPORT Conversion *web_converter(int32_t source, int32_t target, int32_t
 JKC_WEB_EXPORT int32_t web_converter_feed(Conversion *conversion, size_t length) { return conversion->feed(length); }
 JKC_WEB_EXPORT int32_t web_converter_finish(Conversion *conversion) { return conversion->finish(); }
 JKC_WEB_EXPORT double web_converter_loss_count(const Conversion *conversion) { return conversion->loss_count(); }
-JKC_WEB_EXPORT void web_converter_free(Conversion *conversion) {
-    conversion->~Conversion();
-    free(conversion);
-}
+JKC_WEB_EXPORT void web_converter_free(Conversion *conversion) { delete conversion; }
