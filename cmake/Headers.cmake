@@ -1,7 +1,7 @@
 # The public headers, and the version that stands in the first of them.
 set(JKC_INCLUDE_DIR ${CMAKE_CURRENT_LIST_DIR}/../include)
 cmake_path(NORMAL_PATH JKC_INCLUDE_DIR)
-set(JKC_PUBLIC_HEADERS jkc.h jkc/converter.h jkc/detector.h jkc/internal.h jkc/lines.h jkc/slots.h jkc/tables.h)
+set(JKC_PUBLIC_HEADERS jkc.h jkc/converter.h jkc/detector.h jkc/internal.h jkc/lines.h jkc/mojibake.h jkc/slots.h jkc/tables.h)
 list(TRANSFORM JKC_PUBLIC_HEADERS PREPEND ${JKC_INCLUDE_DIR}/)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${JKC_PUBLIC_HEADERS})
 

@@ -182,4 +182,15 @@ JKC_FIELD(JkcDetection, open, 468, 4, 464, 4);
 JKC_FIELD(JkcDetection, rule, 472, 4, 468, 4);
 JKC_FIELD(JkcDetection, confidence, 476, 4, 472, 4);
 
+JKC_RECORD(JkcMisreading, 8, 8);
+JKC_FIELD(JkcMisreading, was, 0, 4, 0, 4);
+JKC_FIELD(JkcMisreading, read_as, 4, 4, 4, 4);
+
+JKC_RECORD(JkcMending, 56, 52);
+JKC_FIELD(JkcMending, size, 0, 8, 0, 4);
+JKC_FIELD(JkcMending, count, 8, 4, 4, 4);
+JKC_FIELD(JkcMending, confidence, 12, 4, 8, 4);
+JKC_FIELD(JkcMending, lost, 16, 8, 12, 8);
+JKC_FIELD(JkcMending, steps, 24, 32, 20, 32);
+
 } // namespace

@@ -34,7 +34,8 @@
  * jkc_io_convert_file() and their kin in jkc/slots.h.
  *
  * **Look characters up** in the mapping tables yourself: jkc/tables.h. **Scan lines** of a text in memory, or keep
- * records in a list: jkc/lines.h. This header includes all five. The routines inside the library are exported too, as
+ * records in a list: jkc/lines.h. **Mend mojibake**, text that was read in the wrong encoding: jkc_unmojibake() in
+ * jkc/mojibake.h. This header includes all six. The routines inside the library are exported too, as
  * they are: jkc/internal.h declares them.
  *
  * **Threads.** Judgements and conversions on different contexts may run in any number of threads at once; one context is
@@ -490,6 +491,7 @@ JKC_API uint32_t jkc_get_strerror(JkcContext *ctx, int errnum, char *buf, size_t
 #include "jkc/converter.h"
 #include "jkc/detector.h"
 #include "jkc/lines.h"
+#include "jkc/mojibake.h"
 #include "jkc/slots.h"
 #include "jkc/tables.h"
 

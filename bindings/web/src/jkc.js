@@ -4,6 +4,7 @@ import { Detector } from "./detector.js";
 import { Encodings } from "./encodings.js";
 import { JkcError, ETYPE } from "./error.js";
 import { Native } from "./native.js";
+import { unmojibake } from "./unmojibake.js";
 
 export { JkcError };
 
@@ -79,6 +80,10 @@ class Jkc {
             losses: { get: () => converter.losses },
             lossCount: { get: () => converter.lossCount },
         });
+    }
+
+    unmojibake(text) {
+        return unmojibake(this.#native, text);
     }
 
     // The name of what a text is in, which is detected unless it is said.

@@ -190,3 +190,31 @@ JKC_WEB_EXPORT int32_t web_converter_feed(Conversion *conversion, size_t length)
 JKC_WEB_EXPORT int32_t web_converter_finish(Conversion *conversion) { return conversion->finish(); }
 JKC_WEB_EXPORT double web_converter_loss_count(const Conversion *conversion) { return conversion->loss_count(); }
 JKC_WEB_EXPORT void web_converter_free(Conversion *conversion) { delete conversion; }
+
+// What is freed with jkc_free(), as what the library allocates.
+JKC_WEB_EXPORT uint8_t *web_allocate(size_t size) { return static_cast<uint8_t *>(operator new(size)); }
+JKC_WEB_EXPORT void web_free(void *memory) { jkc_free(memory); }
+
+// status, the mended text, its length, confidence, characters lost, count of steps, and for each what it was and what it
+// was read as
+JKC_WEB_EXPORT const double *web_unmojibake(const uint8_t *text, size_t length) {
+    static double row[6 + 2 * JKC_MISREADINGS];
+    uint8_t *mended = nullptr;
+    size_t mended_length = 0;
+    JkcMending mending = {};
+    mending.size = sizeof mending;
+    const int32_t status = jkc_unmojibake(text, length, &mended, &mended_length, &mending);
+    double *out = row;
+    *out++ = status;
+    *out++ = static_cast<double>(reinterpret_cast<uintptr_t>(mended));
+    *out++ = static_cast<double>(mended_length);
+    *out++ = mending.confidence;
+    *out++ = static_cast<double>(mending.lost);
+    *out++ = mending.count;
+    for (const JkcMisreading &step : mending.steps) {
+        *out++ = step.was;
+        *out++ = step.read_as;
+    }
+    return row;
+}
+JKC_WEB_EXPORT const char *web_misread(int32_t encoding) { return jkc_misread_name(encoding); }

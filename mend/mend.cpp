@@ -1,0 +1,166 @@
+// Mends mojibake: looks for the misreadings that, undone, make the likeliest text, and undoes them.
+#include <algorithm>
+#include <cstring>
+
+#include "core/code_types.h"
+#include "judge/language.h"
+#include "judge/scan/utf8_validity.h"
+#include "mend/sample.h"
+#include "mend/text_cost.h"
+#include "mend/undo.h"
+#include "mend/ways.h"
+
+namespace jkc {
+
+namespace {
+
+// How much rarer a text is that was misread once more.
+constexpr int64_t kMisreadingCost = 16 * kBit;
+
+// How much likelier the mended text must be: by so much, and by so many quarters of the cost.
+constexpr int64_t kClearGain = 20 * kBit;
+constexpr int64_t kQuarters = 3;
+
+struct Proposal {
+    int32_t count = 0;
+    JkcMisreading steps[JKC_MISREADINGS] = {};
+    int64_t cost = 0;
+};
+
+bool is_clear(int64_t cost_as_it_is, int64_t cost_mended) {
+    return cost_as_it_is - cost_mended >= kClearGain && cost_mended * 4 <= cost_as_it_is * kQuarters;
+}
+
+class Search {
+public:
+    explicit Search(std::span<const uint8_t> sample) { explore(0, sample, text_cost(sample)); }
+
+    Proposal best;
+
+private:
+    void explore(int32_t depth, std::span<const uint8_t> text, int64_t cost) {
+        if (depth == 0) {
+            best.cost = cost;
+        }
+        for (const JkcMisreading &way : ways_back()) {
+            if (tries_left_-- <= 0) {
+                return;
+            }
+            uint8_t room[kMendSample];
+            TextBuffer undone(room, sizeof room);
+            if (undo(way, text, undone) == Undone::kNoWay) {
+                continue;
+            }
+            const int64_t cost_undone = text_cost({undone.begin(), undone.size()}) + (depth + 1) * kMisreadingCost;
+            if (cost_undone >= cost) {
+                continue;
+            }
+            steps_[depth] = way;
+            if (cost_undone < best.cost) {
+                best.cost = cost_undone;
+                best.count = depth + 1;
+                std::copy(steps_, steps_ + best.count, best.steps);
+            }
+            if (depth + 1 < JKC_MISREADINGS) {
+                explore(depth + 1, {undone.begin(), undone.size()}, cost_undone);
+            }
+        }
+    }
+
+    JkcMisreading steps_[JKC_MISREADINGS] = {};
+    int32_t tries_left_ = 256;
+};
+
+int32_t confidence_by(int64_t gain, uint64_t lost) {
+    constexpr int32_t kLoss = 15;
+    const auto bits = static_cast<int32_t>(std::min<int64_t>(gain / kBit, 99));
+    return std::min(99, 50 + bits) - (lost > 0 ? kLoss : 0);
+}
+
+// Undoes the steps one after the other.
+Undone undo_all(const Proposal &proposal, std::span<const uint8_t> text, TextBuffer &mended) {
+    TextBuffer between;
+    std::span<const uint8_t> from = text;
+    for (int32_t i = 0; i < proposal.count; ++i) {
+        TextBuffer &to = (proposal.count - i) % 2 != 0 ? mended : between;
+        to.clear();
+        if (!to.grow(from.size() + 64)) {
+            return Undone::kFull;
+        }
+        if (const Undone answer = undo(proposal.steps[i], from, to); answer != Undone::kAll) {
+            return answer;
+        }
+        from = {to.begin(), to.size()};
+    }
+    return Undone::kAll;
+}
+
+int32_t mend(std::span<const uint8_t> text, TextBuffer &mended, JkcMending &mending) {
+    uint8_t room[kMendSample];
+    bool whole = false;
+    const std::span<const uint8_t> sample = sample_of(text, room, whole);
+    if (sample.empty()) {
+        return JKC_SUCCESS;
+    }
+    const Proposal proposal = Search(sample).best;
+    if (proposal.count == 0 || !is_clear(text_cost(sample), proposal.cost)) {
+        return JKC_SUCCESS;
+    }
+    switch (undo_all(proposal, text, mended)) {
+    case Undone::kFull:
+        return JKC_EALLOC;
+    case Undone::kNoWay:
+        return JKC_SUCCESS;
+    case Undone::kAll:
+        break;
+    }
+    const int64_t cost = text_cost(text);
+    const int64_t cost_mended = text_cost({mended.begin(), mended.size()}) + proposal.count * kMisreadingCost;
+    if (!is_clear(cost, cost_mended)) {
+        return JKC_SUCCESS;
+    }
+    mending.count = proposal.count;
+    mending.lost = mended.replacements();
+    mending.confidence = confidence_by(cost - cost_mended, mending.lost);
+    std::copy(proposal.steps, proposal.steps + proposal.count, mending.steps);
+    return JKC_SUCCESS;
+}
+
+bool is_utf8(std::span<const uint8_t> text) {
+    Utf8Validity validity;
+    validity.take(text.data(), text.data() + text.size(), true, 0);
+    return validity.first_error < 0;
+}
+
+std::span<const uint8_t> behind_bom(std::span<const uint8_t> text) {
+    const Bom bom = bom_of(Family::kUtf8);
+    const bool begins = text.size() >= bom.length && memcmp(text.data(), bom.bytes, bom.length) == 0;
+    return begins ? text.subspan(bom.length) : text;
+}
+
+} // namespace
+
+} // namespace jkc
+
+int32_t jkc_unmojibake(const uint8_t *text, size_t length, uint8_t **mended, size_t *mended_length,
+                       JkcMending *mending) {
+    using namespace jkc;
+    *mended = nullptr;
+    *mended_length = 0;
+    JkcMending told = {};
+    TextBuffer buffer;
+    int32_t status = JKC_SUCCESS;
+    if (length > 0) {
+        const std::span<const uint8_t> given(text, length);
+        status = is_utf8(given) ? mend(behind_bom(given), buffer, told) : static_cast<int32_t>(JKC_ECHAR);
+    }
+    if (status == JKC_SUCCESS && told.count > 0) {
+        *mended_length = buffer.size();
+        *mended = buffer.release();
+    }
+    if (mending != nullptr) {
+        told.size = mending->size;
+        memcpy(mending, &told, std::min(told.size, sizeof told));
+    }
+    return status;
+}

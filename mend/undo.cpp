@@ -1,0 +1,54 @@
+#include "mend/undo.h"
+
+#include "mend/bytes_again.h"
+#include "mend/text_again.h"
+
+namespace jkc {
+
+namespace {
+
+// More than this is noise. Each end of a text may be a part of a character.
+bool has_many_errors(const TextAgain &text) {
+    constexpr uint64_t kAtEnds = 2;
+    constexpr uint64_t kCharactersPerError = 16;
+    return text.errors > kAtEnds && text.errors > kAtEnds + text.characters / kCharactersPerError;
+}
+
+} // namespace
+
+Undone undo(JkcMisreading misreading, std::span<const uint8_t> text, TextBuffer &undone) {
+    constexpr size_t kRoom = 1024;
+    uint8_t bytes[kRoom];
+    size_t held = 0; // of a character whose other bytes come later
+    BytesAgain encoder(misreading.read_as);
+    TextAgain decoder(misreading.was);
+    const uint8_t *p = text.data();
+    const uint8_t *const end = p + text.size();
+    do {
+        uint8_t *o = bytes + held;
+        while (p < end && o + BytesAgain::kLongest <= bytes + kRoom) {
+            if (is_ascii(*p)) {
+                *o++ = *p++;
+                continue;
+            }
+            const Sequence found = look_at_utf8(p, static_cast<size_t>(end - p));
+            o = found.kind == Sequence::kCharacter ? encoder.put(o, found.c) : nullptr;
+            if (o == nullptr) {
+                return Undone::kNoWay;
+            }
+            p += found.length;
+        }
+        const uint8_t *const taken = decoder.take(bytes, o, p == end, undone);
+        if (taken == nullptr) {
+            return Undone::kFull;
+        }
+        if (has_many_errors(decoder)) {
+            return Undone::kNoWay;
+        }
+        held = static_cast<size_t>(o - taken);
+        memmove(bytes, taken, held);
+    } while (p < end);
+    return Undone::kAll;
+}
+
+} // namespace jkc

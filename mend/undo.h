@@ -1,0 +1,20 @@
+// Undoes one misreading.
+#pragma once
+
+#include <span>
+
+#include "core/internal.h"
+#include "mend/text_buffer.h"
+
+namespace jkc {
+
+enum class Undone : uint8_t {
+    kAll,
+    kFull,  // there was no room, or no memory, for more
+    kNoWay, // the text was not read so
+};
+
+// The text must be UTF-8.
+Undone undo(JkcMisreading misreading, std::span<const uint8_t> text, TextBuffer &undone);
+
+} // namespace jkc
