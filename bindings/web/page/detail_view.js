@@ -1,9 +1,9 @@
 // All about the file that is selected.
 import { compareView } from "./compare_view.js";
-import { find, make } from "./dom.js";
+import { find, make, tell } from "./dom.js";
 import { ask } from "./engine.js";
 import { evidenceView } from "./evidence_view.js";
-import { changed, encodingOf, whenChanged } from "./items.js";
+import { changed, encodingOf, fileName, whenChanged } from "./items.js";
 import { lossesView } from "./losses_view.js";
 import { mendingView } from "./mending_view.js";
 import { save, saveOne } from "./saving.js";
@@ -63,7 +63,11 @@ function readings({ kind, open }) {
 function mending() {
     const button = make("button", { type: "button", onclick: async () => {
         const whole = await ask("mendFile", { file: item.file, from: encodingOf(item) });
-        save(whole.blob, item.path.slice(item.path.lastIndexOf("/") + 1));
+        if (whole) {
+            save(whole.blob, fileName(item));
+        } else {
+            tell(say("mendNone"));
+        }
     } }, say("mendSave"));
     const sample = { ...item.mending, text: item.mending.text.slice(0, 300) };
     return make("section", { className: "notice" }, make("h3", {}, say("mendFile")), ...mendingView(sample, button), make("p", { className: "faint" }, say("mendNotApplied")));

@@ -25,5 +25,5 @@ async function sampleMending(jkc, file, encoding) {
         // The sample may end within a character.
         text = text.slice(0, Math.max(text.lastIndexOf("\n"), text.length - 8));
     }
-    return jkc.unmojibake?.(text) ?? null;
+    return jkc.unmojibake(text);
 }

@@ -34,6 +34,8 @@ export function encodingOf(item) {
     return item.from ?? (item.detection?.kind === "encoding" ? item.detection.encoding : null);
 }
 
+export const fileName = ({ path }) => path.slice(path.lastIndexOf("/") + 1);
+
 function unusedPath(path) {
     const [, stem, ending] = path.match(/^(.*?)(\.[^./]*)?$/s);
     let unused = path;

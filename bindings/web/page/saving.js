@@ -1,7 +1,7 @@
 // Converts files and hands them to the browser to save.
 import { make, tell } from "./dom.js";
 import { ask } from "./engine.js";
-import { changed, encodingOf, items } from "./items.js";
+import { changed, encodingOf, fileName, items } from "./items.js";
 import { run } from "./jobs.js";
 import { count, say } from "./strings.js";
 import { target } from "./target.js";
@@ -43,7 +43,7 @@ export function saveOne(item) {
     return run(async (signal, progress) => {
         const made = await convert(item, signal, (share) => progress(say("progressConverting", 1, 1), share));
         if (made) {
-            save(made.blob, item.path.slice(item.path.lastIndexOf("/") + 1));
+            save(made.blob, fileName(item));
         }
         tell(made ? say("saved", 1) : say("savedSome", 0, 1));
     });

@@ -6,7 +6,7 @@ import { hexView, lossWords } from "./hex_view.js";
 import { count, say } from "./strings.js";
 
 const windowSize = 16 << 10;
-const linesAtOnce = 200;
+const linesAtOnce = 40;
 const frame = () => new Promise(requestAnimationFrame);
 const visible = (text) => text.replace(/[\0-\x08\x0b-\x1f]/g, (control) => String.fromCharCode(0x2400 + control.charCodeAt(0)));
 

@@ -15,7 +15,7 @@ const tasks = {
     convert: convertFile,
     window: readWindow,
     place: findPlace,
-    mend: (jkc, { text }) => jkc.unmojibake?.(text) ?? null,
+    mend: (jkc, { text }) => jkc.unmojibake(text),
     mendFile,
 };
 

@@ -26,8 +26,8 @@ const full16 = 0xffff;
 const full32 = 0xffffffff;
 const utf8Names = 0x0800;
 
-/** A zip archive of [{path, blob, crc, time}], as a blob. */
-export function zip(entries) {
+/** What a zip archive of [{path, blob, crc, time}] consists of, one behind the other. */
+export function zipParts(entries) {
     const parts = [];
     const directory = [];
     let offset = 0;
@@ -62,5 +62,7 @@ export function zip(entries) {
     directory.push(
         fields([4, 0x06054b50], [2, 0], [2, 0], [2, shownCount], [2, shownCount], [4, Math.min(length, full32)], [4, Math.min(offset, full32)], [2, 0]),
     );
-    return new Blob([...parts, ...directory], { type: "application/zip" });
+    return [...parts, ...directory];
 }
+
+export const zip = (entries) => new Blob(zipParts(entries), { type: "application/zip" });

@@ -163,6 +163,26 @@ test("an open text is read side by side, and as the user says", async () => {
     await page.context().close();
 });
 
+test("mojibake is proposed to be mended, pasted or in a file, and stays as it is", async () => {
+    const page = await open(browser, site.url);
+    const sound = "日本語の文字が化けました。困ったものです。";
+    const broken = execFileSync("iconv", ["-f", "ISO-8859-1", "-t", "UTF-8"], { input: sound }).toString();
+    await page.fill("#mend-text", broken);
+    await page.getByText(sound).waitFor();
+    assert.match(await page.locator("#mend-result").textContent(), /How it was broken: UTF-8 read as ISO-8859-1/);
+    await page.fill("#mend-text", sound);
+    await page.getByText("No misreading found").waitFor();
+    await page.fill("#mend-text", "");
+
+    await add(page, [file("broken.txt", broken), file("sound.txt", sound)]);
+    assert.equal(await page.locator("#list .alarm").textContent(), "garbled?");
+    const mended = await saved(page, () => page.getByRole("button", { name: "Save the mended text" }).click());
+    assert.equal(readFileSync(mended.path, "utf8"), sound);
+    const { path } = await saved(page, () => page.click("#save-one"));
+    assert.equal(readFileSync(path, "utf8"), broken);
+    await page.context().close();
+});
+
 test("keys alone convert a file", async () => {
     const page = await open(browser, site.url, { locale: "ja-JP" });
     const reach = async (id) => {
