@@ -42,6 +42,7 @@ declare -A package_probe=(
     [locales]=/usr/share/i18n/locales/ja_JP
     [emscripten]=emcc
     [nodejs]=node
+    [npm]=npm
     [chromium]=chromium
     [node-typescript]=tsc
     [libicu-dev]=/usr/include/unicode/ucnv.h

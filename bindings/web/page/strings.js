@@ -9,7 +9,8 @@ const strings = {
     themeDark: ["Dark", "ダーク"],
 
     dropTitle: ["Drop files or a folder here", "ファイルかフォルダーをここにドロップ"],
-    dropHint: ["Text in Shift_JIS, EUC-JP, ISO-2022-JP, UTF-8 or UTF-16, of any size.", "Shift_JIS・EUC-JP・ISO-2022-JP・UTF-8・UTF-16 のテキスト。大きさに制限はありません。"],
+    // with hyphens at which no line ends
+        dropHint: ["Text in Shift_JIS, EUC‑JP, ISO‑2022‑JP, UTF‑8 or UTF‑16, of any size.", "Shift_JIS・EUC‑JP・ISO‑2022‑JP・UTF‑8・UTF‑16 のテキスト。大きさに制限はありません。"],
     chooseFiles: ["Choose files", "ファイルを選ぶ"],
     chooseFolder: ["Choose a folder", "フォルダーを選ぶ"],
     private: ["Your files stay on this device. This page sends nothing anywhere.", "ファイルはこの端末から出ません。このページは何も送信しません。"],
