@@ -31,6 +31,25 @@ void operator delete(void *memory) noexcept { free(memory); }
 // The one variable that the library asks for names a set of kernels. There is one set here.
 extern "C" char *getenv(const char * /*name*/) { return nullptr; }
 
+// What malloc() takes memory from. That of the C library grows by what is lacking, a little at a time, and each step can
+// cost the engine a copy of it all.
+extern "C" uint8_t __heap_base;
+extern "C" void *sbrk(intptr_t increment) {
+    constexpr size_t kPage = 65536;
+    static auto end = reinterpret_cast<uintptr_t>(&__heap_base);
+    const size_t pages = __builtin_wasm_memory_size(0);
+    const size_t wanted = (end + static_cast<size_t>(increment) + kPage - 1) / kPage;
+    for (size_t more = pages / 4; wanted > pages && __builtin_wasm_memory_grow(0, wanted - pages + more) == SIZE_MAX;) {
+        if (more == 0) {
+            return reinterpret_cast<void *>(-1);
+        }
+        more /= 2;
+    }
+    const uintptr_t begin = end;
+    end += static_cast<uintptr_t>(increment);
+    return reinterpret_cast<void *>(begin);
+}
+
 namespace {
 
 using jkc::cli::LinePlaces;
