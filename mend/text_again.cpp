@@ -63,6 +63,33 @@ int32_t TextAgain::cost_of_two(const uint8_t *p, size_t left) const {
     return one.cost + transition_cost(one.char_class, other.char_class) + other.cost;
 }
 
+// How likely what follows is as it stands, up to ASCII or to what is lost.
+int32_t TextAgain::cost_of_run(const uint8_t *p, const uint8_t *end) const {
+    constexpr int32_t kByteCost = 16 * kBit;
+    int32_t cost = 0;
+    CharClass before = CharClass::kStart;
+    while (p < end && !is_ascii(*p) && *p != kLostByte) {
+        const Sequence found = look(p, static_cast<size_t>(end - p));
+        const Character character =
+            is_found(found) ? unicode_character(found.c, found.length) : Character{CharClass::kIllFormed, 1, kByteCost};
+        cost += transition_cost(before, character.char_class) + character.cost;
+        before = character.char_class;
+        p += character.length;
+    }
+    return cost;
+}
+
+// Whether a code of two bytes that was lost had the lead byte of the character whose trail byte is at p.
+bool TextAgain::is_trail_of_lost(const uint8_t *p, const uint8_t *end) const {
+    constexpr std::ptrdiff_t kFarEnough = 16;
+    constexpr int32_t kTrailCost = 8 * kBit;
+    if (family_ == Family::kUtf8 || misreading_.read_as >= JKC_READ_CP1252 || end - p < 2 || is_ascii(*p)) {
+        return false;
+    }
+    end = std::min(end, p + kFarEnough);
+    return cost_of_run(p + 1, end) + kTrailCost < cost_of_run(p, end);
+}
+
 // Code page 932 has some characters twice, among them those at FA40 to FC4B. Where both of the codes fit, those bytes are
 // taken that are the likelier characters. They are the trail byte of one and the lead byte of the next.
 void TextAgain::prefer_other_code(uint8_t *p, size_t left) const {
@@ -178,6 +205,13 @@ uint8_t *TextAgain::take(uint8_t *p, const uint8_t *end, bool last, TextBuffer &
             }
             destroyed += length - lost;
             found.c = kReplacement;
+            if (lost > 0 && is_trail_of_lost(p + length, end)) {
+                ++length;
+                ++destroyed;
+                if (!text.put(kReplacement)) {
+                    return nullptr;
+                }
+            }
         }
         if (!text.put(found.c)) {
             return nullptr;

@@ -26,6 +26,8 @@ public:
 private:
     Sequence look(const uint8_t *p, size_t left) const;
     int32_t cost_of_two(const uint8_t *p, size_t left) const;
+    int32_t cost_of_run(const uint8_t *p, const uint8_t *end) const;
+    bool is_trail_of_lost(const uint8_t *p, const uint8_t *end) const;
     void prefer_other_code(uint8_t *p, size_t left) const;
     bool put_back(uint8_t *p, size_t left) const;
     bool put_back_lost(uint8_t *p, size_t left) const;
