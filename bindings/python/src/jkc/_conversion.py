@@ -1,9 +1,9 @@
 """Text to bytes and back by the library's converters, with Python's error handlers.
 
-A converter runs from the front of a text to its end or to the first loss. So that a text can go on anywhere, what tells a
-converter how is put in front: the designation of ISO-2022-JP that is in force, or a space, so that what follows is not taken
-for a byte-order mark. What comes of this front is cut off. How a text goes on is a small number, which incremental codecs
-keep: 0 where nothing is to be known.
+A converter runs from the front of a text to its end or to the first loss. So that a text can go on anywhere, what
+tells a converter how is put in front: the designation of ISO-2022-JP that is in force, or a space, so that what follows
+is not taken for a byte-order mark. What comes of this front is cut off. How a text goes on is a small number, which
+incremental codecs keep: 0 where nothing is to be known.
 """
 from __future__ import annotations
 
@@ -35,6 +35,7 @@ _WITH_BOM = {
     lib.JKC_TYPE_UTF16LE_BOM: lib.JKC_TYPE_UTF16LE,
     lib.JKC_TYPE_UTF16BE_BOM: lib.JKC_TYPE_UTF16BE,
 }
+_SHORT = 1 << 14  # bytes that are copied sooner than looked at where they are
 _UNICODE = {lib.JKC_TYPE_UTF8: "utf-8", lib.JKC_TYPE_UTF16LE: "utf-16-le", lib.JKC_TYPE_UTF16BE: "utf-16-be"}
 _BOMS = {code_type: "\ufeff".encode(name) for code_type, name in _UNICODE.items()}
 
@@ -87,11 +88,14 @@ class _Converters:
 def _answer(handler: Handler, error: UnicodeError, kinds: Any) -> tuple[Any, int]:
     """What an error handler wants to stand there, and where the text is to go on."""
     answer = handler(error)
-    is_decoding = isinstance(error, UnicodeDecodeError)
-    if not (isinstance(answer, tuple) and len(answer) == 2 and isinstance(answer[0], kinds) and isinstance(answer[1], int)):
-        raise TypeError("decoding error handler must return (str, int) tuple" if is_decoding
+    try:
+        replacement, position = answer
+        is_fit = isinstance(answer, tuple) and isinstance(replacement, kinds) and isinstance(position, int)
+    except (TypeError, ValueError):
+        is_fit = False
+    if not is_fit:
+        raise TypeError("decoding error handler must return (str, int) tuple" if kinds is str
                         else "encoding error handler must return (str/bytes, int) tuple")
-    replacement, position = answer
     length = len(error.object)  # type: ignore[attr-defined]
     if not -length <= position <= length:
         raise IndexError(f"position {position} from error handler out of bounds")
@@ -99,10 +103,11 @@ def _answer(handler: Handler, error: UnicodeError, kinds: Any) -> tuple[Any, int
 
 
 class _Designations:
-    """How ISO-2022-JP goes on, as a number: the set that is designated, whether SO is in force, the plane that is selected."""
+    """How ISO-2022-JP goes on, as a number: the set that is designated, whether SO is in force, the plane selected."""
 
     _ESCAPES = (b"\x1b(B", b"\x1b(I", b"\x1b$B", b"\x1b$(D", b"\x1b$(O", b"\x1b$(P")
-    _SETS = {b"(B": 0, b"(H": 0, b"(J": 0, b"(I": 1, b"$@": 2, b"$B": 2, b"$J": 2, b"$(D": 3, b"$(O": 4, b"$(Q": 4, b"$(P": 5}
+    _SETS = {b"(B": 0, b"(H": 0, b"(J": 0, b"(I": 1, b"$@": 2, b"$B": 2, b"$J": 2, b"$(D": 3, b"$(O": 4, b"$(Q": 4,
+             b"$(P": 5}
     # A plane of JIS X 0213 stays selected for JIS X 0212 until JIS X 0208 is designated.
     _PLANES = {2: 0, 4: 4, 5: 5}
 
@@ -161,51 +166,52 @@ class Conversion:
     def decode(self, data: Buffer, errors: str, final: bool, state: int) -> tuple[str, int, int]:
         """Decodes.
 
-        Unless `final` is set, a character that is cut off at the end is left. Returns the text, how many bytes are taken,
-        and how the text goes on.
+        Unless `final` is set, a character that is cut off at the end is left. Returns the text, how many bytes are
+        taken, and how the text goes on.
         """
-        if self._is_jis:
-            data = bytes(data)
+        if type(data) is not bytes:
+            data = memoryview(data).cast("B")
+            if self._is_jis or len(data) <= _SHORT:
+                data = bytes(data)
+        readable = data if type(data) is bytes else ffi.from_buffer("uint8_t[]", data)
+        begin, length = 0, len(data)
+        if self._bom and state == _AT_FRONT:
+            state = 0
+            front = bytes(data[:len(self._bom)])
+            if front == self._bom:
+                begin = len(front)
+            elif self._bom.startswith(front) and not final:
+                return "", 0, _AT_FRONT
         converter = taken = self._decoders.take()
         texts: list[str] = []
         goes_on = handler = None
-        with ffi.from_buffer("uint8_t[]", data) as buffer:
-            begin, length = 0, len(buffer)
-            if self._bom and state == _AT_FRONT:
-                state = 0
-                front = ffi.buffer(buffer)[:len(self._bom)]
-                if front == self._bom:
-                    begin = len(front)
-                elif self._bom.startswith(front) and not final:
-                    return "", 0, _AT_FRONT
-            while True:
-                front = self._space if self._bom else _DESIGNATIONS.front(state) if state else b""
-                out = converter.run(front, buffer, begin, length, 2 * (length - begin + len(front)))
-                piece = converter.piece
-                written = ffi.buffer(out + 2, piece.written - 2) if self._bom else ffi.buffer(out, piece.written)
-                text = codecs.utf_16_le_decode(written, "strict", True)[0]
-                kind, end = piece.kind, piece.offset
-                if self._is_jis and (kind or not final):
-                    state = _DESIGNATIONS.after(data, begin, end, state)  # type: ignore[arg-type]
-                is_cut_off = kind == lib.JKC_LOSS_TRUNCATED and not final
-                if not kind or is_cut_off or goes_on:
-                    if goes_on and not is_cut_off:
-                        end = length
-                    elif goes_on and errors == "replace":
-                        text = text[:-1]  # the mark for what is cut off
-                    self._decoders.give_back(taken)
-                    return "".join([*texts, text]) if texts else text, end, state
-                texts.append(text)
-                begin = end
-                if not self._is_jis and (goes_on := self._decoders.that_goes_on(errors)):
-                    converter = goes_on
-                    continue
-                if not isinstance(data, bytes):
-                    data = bytes(buffer)
-                error = UnicodeDecodeError(self.name, data, end, end + piece.length, _REASONS[kind])
-                handler = handler or codecs.lookup_error(errors)
-                replacement, begin = _answer(handler, error, str)
-                texts.append(replacement)
+        while True:
+            front = self._space if self._bom else _DESIGNATIONS.front(state) if state else b""
+            out = converter.run(front, readable, begin, length, 2 * (length - begin + len(front)))
+            piece = converter.piece
+            written = ffi.buffer(out + 2, piece.written - 2) if self._bom else ffi.buffer(out, piece.written)
+            text = codecs.utf_16_le_decode(written, "strict", True)[0]
+            kind, end = piece.kind, piece.offset
+            if self._is_jis and not goes_on and (kind or not final):
+                state = _DESIGNATIONS.after(data, begin, end, state)
+            is_cut_off = kind == lib.JKC_LOSS_TRUNCATED and not final
+            if not kind or is_cut_off or goes_on:
+                if goes_on and not is_cut_off:
+                    end = length
+                elif goes_on and errors == "replace":
+                    text = text[:-1]  # the mark for what is cut off
+                self._decoders.give_back(taken)
+                return "".join([*texts, text]) if texts else text, end, state
+            texts.append(text)
+            begin = end
+            if (final or not self._is_jis) and (goes_on := self._decoders.that_goes_on(errors)):
+                converter = goes_on
+                continue
+            data = readable = bytes(data)  # so that the error holds no other buffer
+            error = UnicodeDecodeError(self.name, data, end, end + piece.length, _REASONS[kind])
+            handler = handler or codecs.lookup_error(errors)
+            replacement, begin = _answer(handler, error, str)
+            texts.append(replacement)
 
     # --- Text to bytes. ---
 
@@ -254,7 +260,8 @@ class Conversion:
             lost_end = end + piece.length
             reason = "surrogates not allowed" if _SURROGATES.match(text, index) else _NO_MAPPING
             handler = handler or codecs.lookup_error(errors)
-            replacement, after = _answer(handler, UnicodeEncodeError(self.name, text, index, index + 1, reason), (str, bytes))
+            error = UnicodeEncodeError(self.name, text, index, index + 1, reason)
+            replacement, after = _answer(handler, error, (str, bytes))
             if isinstance(replacement, str):
                 replacement, state = self.encode(replacement, "strict", False, state)
             pieces.append(replacement)

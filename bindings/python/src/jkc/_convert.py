@@ -112,7 +112,7 @@ def encode_as(text: str, target: int, errors: str) -> bytes:
 
 def codec_name(encoding: Encoding) -> str:
     """The codec that reads and writes as the library does: Python's own where that is the same."""
-    return encoding.python if encoding.is_unicode or encoding.python == "ascii" else "jkc-" + encoding.python
+    return encoding.python if encoding.is_unicode or encoding.python == "ascii" else "jkc-" + encoding.python.replace("_", "-")
 
 
 def source_encoding(data: Buffer, encoding: Optional[str]) -> tuple[Encoding, Optional[Detection]]:

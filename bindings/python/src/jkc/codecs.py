@@ -1,21 +1,23 @@
 """Codecs of Python for the encodings: importing jkc registers them.
 
-Those that Python lacks have their own names: cp50221 (ISO-2022-JP as Windows writes it), cp51932, cp20932 and eucjp-ms. All,
-also those that Python has too, are there as jkc-NAME for each name in jkc.encodings: "jkc-cp932", "jkc-euc-jp",
-"jkc-iso-2022-jp-2004", "jkc-utf-8-sig" and so on, but for ASCII. They work wherever Python takes the name of an encoding.
+Those that Python lacks have their own names: cp50221 (ISO-2022-JP as Windows writes it), cp51932, cp20932 and eucjp-ms.
+All, also those that Python has too, are there as jkc-NAME for each name in jkc.encodings: "jkc-cp932", "jkc-euc-jp",
+"jkc-iso-2022-jp-2004", "jkc-utf-8-sig" and so on, but for ASCII. They work wherever Python takes the name of an
+encoding.
 
 What they decode and encode is what the library reads and writes:
 
-- Every code is read that the encoding has for a character, and the one is written that Windows (or the standard) writes.
-- The yen sign and the overline are written as the backslash and the tilde, which stand in their places in JIS X 0201; these
-  are read as backslash and tilde. A character that one code stands for in several mappings, as the wave dash and the
-  full-width tilde, is written as that code whichever it is.
-- A byte-order mark at the front is passed over by every Unicode form. Written it is by "jkc-utf-8-sig", "jkc-utf-16"
-  (little-endian) and "jkc-utf-16be-bom" only. Anywhere else U+FEFF is a character.
+- Every code is read that the encoding has for a character, and the one is written that Windows (or the standard)
+  writes.
+- The yen sign and the overline are written as the backslash and the tilde, which stand in their places in JIS X 0201;
+  these are read as backslash and tilde. So are other characters that share a code in the tables of different systems,
+  as the wave dash and the full-width tilde: both are written, one is read.
+- A byte-order mark at the front is passed over by every Unicode form, of its own byte order. "jkc-utf-8-sig",
+  "jkc-utf-16" (little-endian) and "jkc-utf-16be-bom" write one, the others do not. Anywhere else U+FEFF is a character.
 
-Error handlers are told the bytes of a sequence that is ill-formed or has no character, or one character that the encoding
-lacks. Text that they answer is encoded in its place, strictly; bytes are put there as they are, in ISO-2022-JP without a
-return to ASCII, as by Python's own codecs.
+Error handlers are told the bytes of a sequence that is ill-formed or has no character, or one character that the
+encoding lacks. Text that they answer is encoded in its place, strictly; bytes are put there as they are, in ISO-2022-JP
+without a return to ASCII, as by Python's own codecs.
 """
 from __future__ import annotations
 
