@@ -158,6 +158,7 @@ class Conversion:
         self.decoding_begins = _AT_FRONT if self._bom else 0
         self.encoding_begins = _AT_FRONT if self._writes_bom else 0
         self._space = " ".encode(_UNICODE.get(code_type, "ascii"))
+        self._has_ascii = not self._is_jis and len(self._space) == 1  # its text is itself
         self._decoders = _Converters(code_type, lib.JKC_TYPE_UTF16LE)
         self._encoders = _Converters(lib.JKC_TYPE_UTF16LE, code_type)
 
@@ -173,6 +174,8 @@ class Conversion:
             data = memoryview(data).cast("B")
             if self._is_jis or len(data) <= _SHORT:
                 data = bytes(data)
+        if self._has_ascii and type(data) is bytes and data.isascii():
+            return str(data, "ascii"), len(data), 0 if data else state
         readable = data if type(data) is bytes else ffi.from_buffer("uint8_t[]", data)
         begin, length = 0, len(data)
         if self._bom and state == _AT_FRONT:
@@ -225,6 +228,9 @@ class Conversion:
         if self._writes_bom and state == _AT_FRONT:
             pieces.append(self._bom)
             state = 0
+        if self._has_ascii and text.isascii():
+            data = text.encode("ascii")
+            return b"".join([*pieces, data]) if pieces else data, 0
         try:
             units = codecs.utf_16_le_encode(text, "strict")[0]
         except UnicodeEncodeError:  # two surrogates could make a character
