@@ -18,8 +18,13 @@ namespace {
 constexpr int64_t kMisreadingCost = 16 * kBit;
 
 // How much likelier the mended text must be: by so much, and by so many quarters of the cost.
-constexpr int64_t kClearGain = 20 * kBit;
+constexpr int64_t kClearGain = 24 * kBit;
 constexpr int64_t kQuarters = 3;
+
+// Japanese text costs less for a character, and so much more for a short text. What chance makes of other bytes costs
+// more.
+constexpr int64_t kJapaneseCost = 21 * kBit / 2;
+constexpr int64_t kShortTextCost = 16 * kBit;
 
 struct Proposal {
     int32_t count = 0;
@@ -27,18 +32,26 @@ struct Proposal {
     int64_t cost = 0;
 };
 
-bool is_clear(int64_t cost_as_it_is, int64_t cost_mended) {
-    return cost_as_it_is - cost_mended >= kClearGain && cost_mended * 4 <= cost_as_it_is * kQuarters;
+// UTF-8 in single bytes is told by its form, in any language.
+bool is_likely(const TextCost &mended, JkcMisreading misreading) {
+    return (misreading.was == JKC_TYPE_UTF8 && misreading.read_as >= JKC_READ_CP1252) ||
+           (mended.japanese * 3 >= mended.characters &&
+            mended.as_mended <= mended.characters * kJapaneseCost + kShortTextCost);
+}
+
+bool is_clear(const TextCost &found, const TextCost &mended, int64_t damage) {
+    const int64_t cost = mended.as_mended + damage;
+    return found.as_it_is - cost >= kClearGain && cost * 4 <= found.as_it_is * kQuarters;
 }
 
 class Search {
 public:
-    explicit Search(std::span<const uint8_t> sample) { explore(0, sample, text_cost(sample)); }
+    explicit Search(std::span<const uint8_t> sample) { explore(0, sample, text_cost(sample).as_mended, 0); }
 
     Proposal best;
 
 private:
-    void explore(int32_t depth, std::span<const uint8_t> text, int64_t cost) {
+    void explore(int32_t depth, std::span<const uint8_t> text, int64_t cost, int64_t damage_before) {
         if (depth == 0) {
             best.cost = cost;
         }
@@ -46,12 +59,13 @@ private:
             if (tries_left_-- <= 0) {
                 return;
             }
-            uint8_t room[kMendSample];
+            uint8_t room[2 * kMendSample]; // what takes more is no text that was misread
             TextBuffer undone(room, sizeof room);
-            if (undo(way, text, undone) == Undone::kNoWay) {
+            int64_t damage = damage_before + kMisreadingCost;
+            if (undo(way, text, undone, damage) != Undone::kAll) {
                 continue;
             }
-            const int64_t cost_undone = text_cost({undone.begin(), undone.size()}) + (depth + 1) * kMisreadingCost;
+            const int64_t cost_undone = text_cost({undone.begin(), undone.size()}).as_mended + damage;
             if (cost_undone >= cost) {
                 continue;
             }
@@ -62,7 +76,7 @@ private:
                 std::copy(steps_, steps_ + best.count, best.steps);
             }
             if (depth + 1 < JKC_MISREADINGS) {
-                explore(depth + 1, {undone.begin(), undone.size()}, cost_undone);
+                explore(depth + 1, {undone.begin(), undone.size()}, cost_undone, damage);
             }
         }
     }
@@ -78,7 +92,7 @@ int32_t confidence_by(int64_t gain, uint64_t lost) {
 }
 
 // Undoes the steps one after the other.
-Undone undo_all(const Proposal &proposal, std::span<const uint8_t> text, TextBuffer &mended) {
+Undone undo_all(const Proposal &proposal, std::span<const uint8_t> text, TextBuffer &mended, int64_t &damage) {
     TextBuffer between;
     std::span<const uint8_t> from = text;
     for (int32_t i = 0; i < proposal.count; ++i) {
@@ -87,7 +101,7 @@ Undone undo_all(const Proposal &proposal, std::span<const uint8_t> text, TextBuf
         if (!to.grow(from.size() + 64)) {
             return Undone::kFull;
         }
-        if (const Undone answer = undo(proposal.steps[i], from, to); answer != Undone::kAll) {
+        if (const Undone answer = undo(proposal.steps[i], from, to, damage); answer != Undone::kAll) {
             return answer;
         }
         from = {to.begin(), to.size()};
@@ -103,10 +117,11 @@ int32_t mend(std::span<const uint8_t> text, TextBuffer &mended, JkcMending &mend
         return JKC_SUCCESS;
     }
     const Proposal proposal = Search(sample).best;
-    if (proposal.count == 0 || !is_clear(text_cost(sample), proposal.cost)) {
+    if (proposal.count == 0) {
         return JKC_SUCCESS;
     }
-    switch (undo_all(proposal, text, mended)) {
+    int64_t damage = proposal.count * kMisreadingCost;
+    switch (undo_all(proposal, text, mended, damage)) {
     case Undone::kFull:
         return JKC_EALLOC;
     case Undone::kNoWay:
@@ -114,14 +129,14 @@ int32_t mend(std::span<const uint8_t> text, TextBuffer &mended, JkcMending &mend
     case Undone::kAll:
         break;
     }
-    const int64_t cost = text_cost(text);
-    const int64_t cost_mended = text_cost({mended.begin(), mended.size()}) + proposal.count * kMisreadingCost;
-    if (!is_clear(cost, cost_mended)) {
+    const TextCost found = text_cost(text);
+    const TextCost outcome = text_cost({mended.begin(), mended.size()});
+    if (!is_clear(found, outcome, damage) || !is_likely(outcome, proposal.steps[proposal.count - 1])) {
         return JKC_SUCCESS;
     }
     mending.count = proposal.count;
     mending.lost = mended.replacements();
-    mending.confidence = confidence_by(cost - cost_mended, mending.lost);
+    mending.confidence = confidence_by(found.as_it_is - outcome.as_mended - damage, mending.lost);
     std::copy(proposal.steps, proposal.steps + proposal.count, mending.steps);
     return JKC_SUCCESS;
 }

@@ -1,6 +1,8 @@
 // Bytes read in the encoding that they were in.
 #pragma once
 
+#include <span>
+
 #include "convert/sequences.h"
 #include "mend/text_buffer.h"
 
@@ -8,21 +10,28 @@ namespace jkc {
 
 class TextAgain {
 public:
-    explicit TextAgain(int32_t was);
+    explicit TextAgain(JkcMisreading misreading);
 
-    // Reads the characters of which all bytes are there; `last`: all. Returns where it stopped: null, memory is short
-    // or the buffer is full.
-    const uint8_t *take(const uint8_t *p, const uint8_t *end, bool last, TextBuffer &text);
+    // Reads the characters of which all bytes are there; `last`: all. Puts back what of the bytes is certain. Returns
+    // where it stopped: null, memory is short or the buffer is full.
+    uint8_t *take(uint8_t *p, const uint8_t *end, bool last, TextBuffer &text);
 
     uint64_t characters = 0; // beyond ASCII
     uint64_t errors = 0;     // ill-formed stretches in which no byte is known to be lost
+    uint64_t destroyed = 0;  // bytes that no character was made of, without those that were lost before
 
 private:
     Sequence look(const uint8_t *p, size_t left) const;
+    int32_t cost_of_two(const uint8_t *p, size_t left) const;
+    void prefer_other_code(uint8_t *p, size_t left) const;
+    bool put_back(uint8_t *p, size_t left) const;
+    bool put_back_lost(uint8_t *p, size_t left) const;
+    bool put_back_other_code(uint8_t *p, size_t left) const;
     size_t damaged_length(const uint8_t *p, size_t left) const;
 
-    int32_t was_;
+    JkcMisreading misreading_;
     Family family_;
+    std::span<const uint8_t> lost_bytes_; // those that may stand for a lost one
     JkcContext ctx_ = {};
 };
 

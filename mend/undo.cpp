@@ -1,5 +1,6 @@
 #include "mend/undo.h"
 
+#include "judge/language.h"
 #include "mend/bytes_again.h"
 #include "mend/text_again.h"
 
@@ -16,12 +17,14 @@ bool has_many_errors(const TextAgain &text) {
 
 } // namespace
 
-Undone undo(JkcMisreading misreading, std::span<const uint8_t> text, TextBuffer &undone) {
+Undone undo(JkcMisreading misreading, std::span<const uint8_t> text, TextBuffer &undone, int64_t &damage) {
+    constexpr int64_t kErrorCost = 36 * kBit;
+    constexpr int64_t kByteCost = 8 * kBit;
     constexpr size_t kRoom = 1024;
     uint8_t bytes[kRoom];
     size_t held = 0; // of a character whose other bytes come later
     BytesAgain encoder(misreading.read_as);
-    TextAgain decoder(misreading.was);
+    TextAgain decoder(misreading);
     const uint8_t *p = text.data();
     const uint8_t *const end = p + text.size();
     do {
@@ -38,7 +41,7 @@ Undone undo(JkcMisreading misreading, std::span<const uint8_t> text, TextBuffer 
             }
             p += found.length;
         }
-        const uint8_t *const taken = decoder.take(bytes, o, p == end, undone);
+        uint8_t *const taken = decoder.take(bytes, o, p == end, undone);
         if (taken == nullptr) {
             return Undone::kFull;
         }
@@ -48,6 +51,10 @@ Undone undo(JkcMisreading misreading, std::span<const uint8_t> text, TextBuffer 
         held = static_cast<size_t>(o - taken);
         memmove(bytes, taken, held);
     } while (p < end);
+    if (undone.replacements() * 2 > decoder.characters) {
+        return Undone::kNoWay;
+    }
+    damage += static_cast<int64_t>(decoder.errors) * kErrorCost + static_cast<int64_t>(decoder.destroyed) * kByteCost;
     return Undone::kAll;
 }
 

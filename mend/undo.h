@@ -14,7 +14,7 @@ enum class Undone : uint8_t {
     kNoWay, // the text was not read so
 };
 
-// The text must be UTF-8.
-Undone undo(JkcMisreading misreading, std::span<const uint8_t> text, TextBuffer &undone);
+// The text must be UTF-8. What no character could be made of is added to `damage`, as in judge/language.h.
+Undone undo(JkcMisreading misreading, std::span<const uint8_t> text, TextBuffer &undone, int64_t &damage);
 
 } // namespace jkc

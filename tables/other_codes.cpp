@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "jkc.h"
 #include "tables/euc.h"
 #include "tables/microsoft_jis.h"
 
@@ -93,6 +94,13 @@ static_assert(kSjis.count == kSjis.codes.size() && kJis.count == kJis.codes.size
 } // namespace tables
 
 uint32_t other_sjis_code(uint32_t sjis) { return tables::kSjis.find(sjis); }
+uint32_t sjis_code_beside(uint32_t sjis) {
+    const uint32_t character = _sjis2unibe932_table[sjis];
+    const auto &codes = tables::kSjis.codes;
+    const auto *found = std::find_if(codes.begin(), codes.end(),
+                                     [character](tables::OtherCode entry) { return entry.character == character; });
+    return character != 0 && found != codes.end() ? found->code : 0;
+}
 uint32_t other_jis_code(uint32_t jis) { return tables::kJis.find(jis); }
 uint32_t other_euc_ms_code(uint32_t euc) { return tables::kEucMs.find(euc); }
 

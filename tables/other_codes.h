@@ -11,4 +11,7 @@ uint32_t other_sjis_code(uint32_t sjis);
 uint32_t other_jis_code(uint32_t jis);    // of code page 50221: rows 13 and 92
 uint32_t other_euc_ms_code(uint32_t euc); // of eucJP-ms, behind SS3
 
+// The first other code of the character that a code of Shift_JIS writes; 0: it has none.
+uint32_t sjis_code_beside(uint32_t sjis);
+
 } // namespace jkc
