@@ -8,9 +8,9 @@ export function mendingView(mending, action) {
     const copy = make("button", {
         type: "button",
         onclick: async () => {
-            await navigator.clipboard.writeText(mending.text);
-            tell(say("mendCopied"));
-            copy.textContent = say("mendCopied");
+            const words = await navigator.clipboard.writeText(mending.text).then(() => say("mendCopied"), (error) => error.message);
+            tell(words);
+            copy.textContent = words;
         },
     }, say("mendCopy"));
     return [
