@@ -120,6 +120,13 @@ class _StreamWriter(codecs.StreamWriter):
             self.stream.write(self.conversion.encode("", self.errors, True, self._state)[0])
         self._state = self.conversion.encoding_begins
 
+    def seek(self, offset: int, whence: int = 0) -> None:
+        """Closes the text where it is, and goes elsewhere."""
+        self.reset()
+        self.stream.seek(offset, whence)
+        if whence != 0 or offset != 0:
+            self._state = 0
+
 
 def _codec(name: str, encoding: encodings.Encoding) -> codecs.CodecInfo:
     conversion = Conversion(name, encoding)
