@@ -121,10 +121,16 @@ void LinePlaces::pass_bom() {
 void LinePlaces::pass(uint64_t length) {
     const size_t of_held = length < held_length_ ? static_cast<size_t>(length) : held_length_;
     const size_t of_data = static_cast<size_t>(length) - of_held;
-    take(held_, held_ + of_held);
+    // A code unit may lie in both.
+    const size_t split = is_utf16(family_of(code_type_)) && of_data > 0 ? of_held % 2 : 0;
+    take(held_, held_ + of_held - split);
+    if (split > 0) {
+        const uint8_t unit[] = {held_[of_held - 1], data_[0]};
+        take(unit, unit + sizeof unit);
+    }
     held_length_ -= of_held;
     memmove(held_, held_ + of_held, held_length_);
-    take(data_, data_ + of_data);
+    take(data_ + split, data_ + of_data);
     data_ += of_data;
     length_ -= of_data;
     passed_ += length;
