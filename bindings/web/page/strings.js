@@ -23,7 +23,7 @@ const strings = {
     mendStep: ["{0} read as {1}", "{0} を {1} として読んだ"],
     mendThen: [", then ", "、次に "],
     mendConfidence: ["{0} % sure", "確信度 {0} %"],
-    mendLost: ["{0} characters did not come back (�)", "{0} 文字は戻りませんでした（�）"],
+    mendLost: ["Characters that did not come back (�): {0}", "戻らなかった文字（�）：{0}"],
     mendCopy: ["Copy", "コピー"],
     mendCopied: ["Copied", "コピーしました"],
     mendFile: ["This file looks garbled", "このファイルは文字化けしているようです"],
