@@ -79,9 +79,15 @@ export default function tests({ test, jkc, loadAnew }) {
 
     test("mojibake stays, or a sound text does not", () => {
         const text = "文字化けしたテキストです";
-        const { text: mended, lost, steps } = jkc.unmojibake(String.fromCharCode(...bytes(text)));
+        const read = String.fromCharCode(...bytes(text));
+        const { text: mended, lost, steps } = jkc.unmojibake(read);
         equal([mended, lost, steps], [text, 0, [{ was: "UTF-8", readAs: "ISO-8859-1" }]]);
         equal(jkc.unmojibake(text), null);
+        const before = jkc.memorySize;
+        for (let i = 0; i < 40; ++i) {
+            jkc.unmojibake(read.repeat(4000)); // 264 kB, which become 132 kB
+        }
+        equal(jkc.memorySize - before < 4 * MEGABYTE, true, "memory is freed");
     });
 
     test("an error has the wrong status", async () => {
