@@ -5,6 +5,7 @@ import { say } from "./strings.js";
 /** Elements that show a mending; `action` is a button beside the one that copies, or null. */
 export function mendingView(mending, action) {
     const how = mending.steps.map(({ was, readAs }) => say("mendStep", was, readAs)).reverse().join(say("mendThen"));
+    const facts = [say("mendHow", how), say("mendConfidence", mending.confidence), mending.lost ? say("mendLost", mending.lost) : null];
     const copy = make("button", {
         type: "button",
         onclick: async () => {
@@ -15,7 +16,7 @@ export function mendingView(mending, action) {
     }, say("mendCopy"));
     return [
         make("p", { className: "proposal", lang: "ja" }, mending.text),
-        make("p", { className: "faint" }, `${say("mendHow")}: ${how}. ${say("mendConfidence", mending.confidence)}`, mending.lost ? `. ${say("mendLost", mending.lost)}` : ""),
+        make("p", { className: "faint" }, facts.filter(Boolean).join(" · ")),
         make("p", { className: "buttons" }, copy, action),
     ];
 }

@@ -19,11 +19,11 @@ const strings = {
     mendHint: ["Paste text that has turned into nonsense.", "文字化けしたテキストを貼り付けてください。"],
     mendNone: ["No misreading found: this text is sound, or no way back is known.", "読み間違いは見つかりません。正しいテキストか、元に戻す方法がわからないものです。"],
     mendProposal: ["This may be the text", "元のテキストの候補"],
-    mendHow: ["How it was broken", "壊れた経緯"],
+    mendHow: ["How it was broken: {0}", "壊れた経緯：{0}"],
     mendStep: ["{0} read as {1}", "{0} を {1} として読んだ"],
     mendThen: [", then ", "、次に "],
     mendConfidence: ["{0} % sure", "確信度 {0} %"],
-    mendLost: ["{0} characters did not come back (�)", "{0} 文字は戻りませんでした（�）"],
+    mendLost: ["Characters that did not come back (�): {0}", "戻らなかった文字（�）：{0}"],
     mendCopy: ["Copy", "コピー"],
     mendCopied: ["Copied", "コピーしました"],
     mendFile: ["This file looks garbled", "このファイルは文字化けしているようです"],
@@ -116,7 +116,7 @@ const strings = {
     stopped: ["Stopped", "中止しました"],
     noWorker: ["The page cannot work: {0}", "動作できません：{0}"],
     footer: ["Works offline once it has been opened. Free software under the MIT licence.", "一度開けばオフラインでも使えます。MIT ライセンスの自由なソフトウェアです。"],
-    offlineReady: ["Ready for offline use.", "オフラインで使えます。"],
+    offlineReady: ["Ready for offline use.", "オフラインの準備ができました。"],
 };
 
 // The rules by which the library decides, by its names for them.

@@ -7,7 +7,9 @@ const MEGABYTE = 2 ** 20;
 export default function tests({ test, jkc, loadAnew }) {
     test("a loss is told at a wrong place", () => {
         const places = (data, options) =>
-            jkc.convert(data, { to: "Shift_JIS", ...options }).losses.map(({ offset, line, column }) => [offset, line, column]);
+            jkc
+                .convert(data, { to: "Shift_JIS", ...options })
+                .losses.map(({ offset, line, column }) => [offset, line, column]);
         const text = "ab\r\n\u3042\u2665\r\u{20bb7}\u2665\n\n\u2665";
         equal(places(bytes(text), { from: "UTF-8" }), [[7, 2, 2], [11, 3, 1], [15, 3, 2], [20, 5, 1]]);
         equal(places(bytes(`\ufeff${text}`), { from: "UTF-8" })[0], [10, 2, 2], "behind a BOM");
@@ -22,7 +24,8 @@ export default function tests({ test, jkc, loadAnew }) {
     });
 
     test("losses beyond those that are told are not counted", () => {
-        const { losses, lossCount } = jkc.convert(bytes("\u2665".repeat(5000)), { from: "UTF-8", to: "SJIS", maxLosses: 7 });
+        const options = { from: "UTF-8", to: "SJIS", maxLosses: 7 };
+        const { losses, lossCount } = jkc.convert(bytes("\u2665".repeat(5000)), options);
         equal([losses.length, lossCount], [7, 5000]);
     });
 
@@ -76,9 +79,15 @@ export default function tests({ test, jkc, loadAnew }) {
 
     test("mojibake stays, or a sound text does not", () => {
         const text = "文字化けしたテキストです";
-        const { text: mended, lost, steps } = jkc.unmojibake(String.fromCharCode(...bytes(text)));
+        const read = String.fromCharCode(...bytes(text));
+        const { text: mended, lost, steps } = jkc.unmojibake(read);
         equal([mended, lost, steps], [text, 0, [{ was: "UTF-8", readAs: "ISO-8859-1" }]]);
         equal(jkc.unmojibake(text), null);
+        const before = jkc.memorySize;
+        for (let i = 0; i < 40; ++i) {
+            jkc.unmojibake(read.repeat(4000)); // 264 kB, which become 132 kB
+        }
+        equal(jkc.memorySize - before < 4 * MEGABYTE, true, "memory is freed");
     });
 
     test("an error has the wrong status", async () => {

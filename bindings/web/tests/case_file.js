@@ -13,7 +13,8 @@ export function parseBytes(hex) {
     return Uint8Array.from(bytes);
 }
 
-const parseOptions = (words) => [...words.matchAll(/([^\s=]+)(?:=(\S*))?/g)].map(([, name, value = ""]) => [name, value]);
+const parseOptions = (words) =>
+    [...words.matchAll(/([^\s=]+)(?:=(\S*))?/g)].map(([, name, value = ""]) => [name, value]);
 
 /** Yields name, options, input and output of each case. */
 export function* readCases(text) {

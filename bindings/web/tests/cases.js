@@ -9,7 +9,8 @@ const hex = (number) => number.toString(16).toUpperCase();
 
 function optionsOf(jkc, { src, dst, eol = "0", ...options }) {
     const nameOf = (number) => jkc.encodings.find(({ type }) => type === Math.max(1, Number(number))).name;
-    return { from: nameOf(src), to: nameOf(dst), eol: lineEnds[eol], compose: "compose" in options, geta: "geta" in options };
+    const [compose, geta] = ["compose" in options, "geta" in options];
+    return { from: nameOf(src), to: nameOf(dst), eol: lineEnds[eol], compose, geta };
 }
 
 // In pieces of `size` bytes; output and losses, or the losses up to an error.
@@ -37,12 +38,13 @@ const describe = ({ kind, offset, length, code, character }) =>
 const sameElsewhere = new Set(["jis", "euc", "flush", "judged", "src", "dst", "eol", "compose"]);
 
 export default function tests({ test, jkc, read }) {
-    for (const [name, least] of [["from_sjis", 80], ["from_euc", 100], ["from_jis", 150], ["from_utf8", 100], ["from_utf16", 200]]) {
+    const leastCompared = { from_sjis: 80, from_euc: 100, from_jis: 150, from_utf8: 100, from_utf16: 200 };
+    for (const [name, least] of Object.entries(leastCompared)) {
         test(`${name}.txt comes out otherwise`, async () => {
             let compared = 0;
             for (const { options, input, output, line } of readCases(await read(`${name}.txt`))) {
-                // What was lost, or left out, is written in another way there; codes of plane 2 are, and in JIS katakana
-                // behind a shift-out are none.
+                // What was lost, or left out, is written in another way there. So are codes of plane 2, and katakana
+                // of JIS that are behind a shift-out.
                 const isSame = Object.keys(options).every((key) => sameElsewhere.has(key)) && options.jis !== "plane2";
                 if (!isSame || (name === "from_jis" && input.includes(0x0e)) || !((options.eol ?? "0") in lineEnds)) {
                     continue;
@@ -106,6 +108,7 @@ export default function tests({ test, jkc, read }) {
 }
 
 function markLength(from, data) {
-    const mark = { "UTF-8": [0xef, 0xbb, 0xbf], "UTF-16BE": [0xfe, 0xff], "UTF-16LE": [0xff, 0xfe] }[from.replace(/-BOM$/, "")];
+    const marks = { "UTF-8": [0xef, 0xbb, 0xbf], "UTF-16BE": [0xfe, 0xff], "UTF-16LE": [0xff, 0xfe] };
+    const mark = marks[from.replace(/-BOM$/, "")];
     return mark?.every((byte, i) => data[i] === byte) ? mark.length : 0;
 }

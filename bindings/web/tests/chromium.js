@@ -47,8 +47,8 @@ await new Promise((resolve) => server.listen(0, "127.0.0.1", resolve));
 
 const profile = await mkdtemp(join(tmpdir(), "jkc-chromium-"));
 const browser = spawn(process.env.CHROMIUM ?? "chromium", [
-    "--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run", "--disable-background-networking",
-    "--disable-component-update", "--disable-sync", "--disable-dev-shm-usage", `--user-data-dir=${profile}`,
+    "--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
+    "--disable-background-networking", "--disable-component-update", "--disable-sync", "--disable-dev-shm-usage", `--user-data-dir=${profile}`,
     `http://127.0.0.1:${server.address().port}/tests/page.html`,
 ], { stdio: "ignore" });
 const ended = new Promise((resolve) => {

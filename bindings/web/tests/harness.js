@@ -1,7 +1,7 @@
 // What the tests use of Node and of browsers alike.
 
-const shown = (value) =>
-    JSON.stringify(value, (_, part) => (part instanceof Uint8Array ? [...part].map((b) => b.toString(16)).join(" ") : part));
+const inHex = (bytes) => [...bytes].map((byte) => byte.toString(16)).join(" ");
+const shown = (value) => JSON.stringify(value, (_, part) => (part instanceof Uint8Array ? inHex(part) : part));
 
 export function equal(found, wanted, what = "") {
     if (shown(found) !== shown(wanted)) {

@@ -1,4 +1,5 @@
 // Runs the tests in Node, and those of the package's files. JKC_PACKAGE is the folder of the package.
+import { spawnSync } from "node:child_process";
 import { readFile, readdir } from "node:fs/promises";
 import { createRequire } from "node:module";
 import { test } from "node:test";
@@ -33,9 +34,12 @@ test("CommonJS has something else", async () => {
     equal((await failure(() => other.encode("a", "?"))) instanceof common.JkcError, true);
 });
 
-test("what is loaded from bytes, or again, is another library", async () => {
-    const { load } = await import(new URL("jkc.js?bytes", folder));
-    const made = await load(await readFile(new URL("jkc.wasm", folder)));
+test("what is loaded otherwise is none, or another one the next time", async () => {
+    const { load } = await import(new URL("jkc.js?otherwise", folder));
+    equal((await failure(() => load(new URL("none.wasm", folder)))).code, "ENOENT");
+    equal((await failure(() => load(Uint8Array.of(0)))).name, "CompileError");
+    const made = await load(new WebAssembly.Module(await readFile(new URL("jkc.wasm", folder))));
+    equal(made.decode(Uint8Array.of(0x82, 0xa0)), "あ");
     equal((await load()) === made, true);
 });
 
@@ -57,6 +61,10 @@ test("the package has too much or too little", async () => {
     const files = ["LICENSE", "README.md", "jkc.d.cts", "jkc.d.ts", "jkc.wasm", "package.json"];
     files.push(...modules.flatMap((name) => [`${name}.js`, `${name}.cjs`]));
     equal((await readdir(folder)).sort(), files.sort());
+    const packed = spawnSync("npm", ["pack", "--dry-run", "--json", "--offline"], { cwd: folder, encoding: "utf8" });
+    if (packed.error === undefined) {
+        equal(JSON.parse(packed.stdout)[0].files.map(({ path }) => path).sort(), files.sort());
+    }
     const wasm = await readFile(new URL("jkc.wasm", folder));
     const imports = WebAssembly.Module.imports(new WebAssembly.Module(wasm)).map(({ name }) => name);
     equal(imports.sort(), ["lose", "memory_is_short", "proc_exit", "write"]);
