@@ -89,7 +89,7 @@ def decode(data: Buffer, encoding: Optional[str] = None, errors: str = "strict")
     :raises LookupError: for an encoding or error handler that does not exist.
     """
     source, _ = source_encoding(data, encoding)
-    return own(source).decode(data, errors)[0]
+    return own(source).decode(data, errors)[0]  # type: ignore[arg-type]
 
 
 def encode(text: str, encoding: str = "utf-8", errors: str = "strict") -> bytes:
