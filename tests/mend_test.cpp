@@ -192,7 +192,8 @@ TEST(Mend, SoundTextsStayAsTheyAre) {
         lines.insert(lines.end(), more.begin(), more.end());
     }
     std::vector<string> texts = lines;
-    for (const size_t length : {3, 5, 10, 20}) {
+    constexpr size_t kLengths[] = {3, 5, 10, 20};
+    for (const size_t length : kLengths) {
         const std::vector<string> parts = parts_of(lines, length, 1);
         texts.insert(texts.end(), parts.begin(), parts.end());
     }
