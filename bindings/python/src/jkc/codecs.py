@@ -35,13 +35,15 @@ _LACKING = (lib.JKC_TYPE_JIS, lib.JKC_TYPE_EUC_20932, lib.JKC_TYPE_EUC_51932, li
 
 class _IncrementalDecoder(codecs.IncrementalDecoder):
     conversion: Conversion
+    _pending: bytes
+    _state: int
 
     def __init__(self, errors: str = "strict") -> None:
         super().__init__(errors)
         self.reset()
 
     def decode(self, input: Buffer, final: bool = False) -> str:  # type: ignore[override]
-        data = self._pending + input if self._pending else input  # type: ignore[operator]
+        data = self._pending + input if self._pending else input
         text, taken, self._state = self.conversion.decode(data, self.errors, final, self._state)
         self._pending = bytes(data[taken:])
         return text
@@ -59,6 +61,7 @@ class _IncrementalDecoder(codecs.IncrementalDecoder):
 
 class _IncrementalEncoder(codecs.IncrementalEncoder):
     conversion: Conversion
+    _state: int
 
     def __init__(self, errors: str = "strict") -> None:
         super().__init__(errors)
@@ -80,12 +83,13 @@ class _IncrementalEncoder(codecs.IncrementalEncoder):
 
 class _StreamReader(codecs.StreamReader):
     conversion: Conversion
+    bytebuffer: bytes
 
     def __init__(self, stream: Any, errors: str = "strict") -> None:
         super().__init__(stream, errors)
         self._state = self.conversion.decoding_begins
 
-    def decode(self, input: Buffer, errors: str = "strict") -> tuple[str, int]:  # type: ignore[override]
+    def decode(self, input: Buffer, errors: str = "strict") -> tuple[str, int]:
         text, taken, self._state = self.conversion.decode(input, errors, False, self._state)
         return text, taken
 
