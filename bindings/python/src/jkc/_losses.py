@@ -5,6 +5,7 @@ from typing import Any, NamedTuple, Optional
 
 from ._native import ffi, lib
 from ._types import LossKind
+from .codecs import own
 from .encodings import Encoding
 
 _KINDS: dict[int, LossKind] = {
@@ -88,9 +89,7 @@ class Places:
         return int(max(piece.rfind(lf), piece.rfind(cr)) + 1)
 
     def _decode(self, piece: bytes) -> str:
-        from ._convert import decode_as
-
-        return decode_as(piece, self._encoding.code_type, "replace")
+        return own(self._encoding).decode(piece, "replace")[0]
 
 
 def mark_length(data: Any, encoding: Encoding) -> int:

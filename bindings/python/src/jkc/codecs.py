@@ -124,6 +124,13 @@ class _StreamWriter(codecs.StreamWriter):
             self.stream.write(self.conversion.encode("", self.errors, True, self._state)[0])
         self._state = self.conversion.encoding_begins
 
+    def seek(self, offset: int, whence: int = 0) -> None:
+        """Closes the text where it is, and goes elsewhere."""
+        self.reset()
+        self.stream.seek(offset, whence)
+        if whence != 0 or offset != 0:
+            self._state = 0
+
 
 def _codec(name: str, encoding: encodings.Encoding) -> codecs.CodecInfo:
     conversion = Conversion(name, encoding)
@@ -144,6 +151,14 @@ def _codec(name: str, encoding: encodings.Encoding) -> codecs.CodecInfo:
 _made = lru_cache(maxsize=None)(_codec)
 
 
+def own(encoding: encodings.Encoding) -> codecs.CodecInfo:
+    """The codec that reads and writes an encoding as the library does: "jkc-...", but for ASCII, which is Python's."""
+    if encoding.code_type == lib.JKC_TYPE_ASCII:
+        return codecs.lookup(encoding.python)
+    is_only = encodings.lookup(encoding.python) is encoding
+    return _made("jkc-" + (encoding.python if is_only else encoding.aliases[0]).lower().replace("_", "-"), encoding)
+
+
 def search(name: str) -> Optional[codecs.CodecInfo]:
     """The codec of a name, for codecs.register(); None where it is not one of these."""
     word = encodings.plain(name)
@@ -151,8 +166,7 @@ def search(name: str) -> Optional[codecs.CodecInfo]:
     if encoding is None or encoding.code_type == lib.JKC_TYPE_ASCII:
         return None
     if word.startswith("jkc"):
-        is_only = encodings.lookup(encoding.python) is encoding
-        return _made("jkc-" + (encoding.python if is_only else encoding.aliases[0]).lower().replace("_", "-"), encoding)
+        return own(encoding)
     return _made(encoding.python, encoding) if encoding.code_type in _LACKING else None
 
 
