@@ -46,7 +46,8 @@ public class NativeLibraryTest {
         Files.delete(folder);
 
         String error = where(System.getProperty("jkc.classes"), broken);
-        for (String place : List.of("no charsets", "kestro.jkc.library", "/nowhere/libjkc.so", "java.library.path", "the jar")) {
+        for (String place : List.of("no charsets", "kestro.jkc.library", "/nowhere/libjkc.so", "java.library.path",
+                     "the jar")) {
             assertTrue(error, error.contains(place));
         }
     }

@@ -40,12 +40,14 @@ public class StreamsTest {
         Random random = new Random(1);
         record Row(CodeType type, Charset charset, String front, byte[] bad) {}
         for (Row row : List.of(new Row(CodeType.SJIS, CP932, "", new byte[] {(byte) 0xFF}),
-                new Row(CodeType.EUC, Charset.forName("x-jkc-euc"), "", new byte[] {(byte) 0xFF}),
-                new Row(CodeType.JIS, Charset.forName("x-jkc-jis"), "", new byte[] {(byte) 0xFF}),
-                new Row(CodeType.UTF8_BOM, StandardCharsets.UTF_8, "\uFEFF", new byte[] {(byte) 0xE3, (byte) 0x81}),
-                new Row(CodeType.UTF16BE, StandardCharsets.UTF_16BE, "\uFEFF", new byte[] {(byte) 0xDC, 0}),
-                new Row(CodeType.UTF16LE, StandardCharsets.UTF_16LE, "", new byte[] {0, (byte) 0xDC}))) {
-            List<String> tokens = new ArrayList<>(List.of("A", "あ亜", "ｱ", "\n", "\r\n", "\r", "", "", "とても長い行です。".repeat(20)));
+                     new Row(CodeType.EUC, Charset.forName("x-jkc-euc"), "", new byte[] {(byte) 0xFF}),
+                     new Row(CodeType.JIS, Charset.forName("x-jkc-jis"), "", new byte[] {(byte) 0xFF}),
+                     new Row(CodeType.UTF8_BOM, StandardCharsets.UTF_8, "\uFEFF",
+                             new byte[] {(byte) 0xE3, (byte) 0x81}),
+                     new Row(CodeType.UTF16BE, StandardCharsets.UTF_16BE, "\uFEFF", new byte[] {(byte) 0xDC, 0}),
+                     new Row(CodeType.UTF16LE, StandardCharsets.UTF_16LE, "", new byte[] {0, (byte) 0xDC}))) {
+            List<String> tokens = new ArrayList<>(
+                    List.of("A", "あ亜", "ｱ", "\n", "\r\n", "\r", "", "", "とても長い行です。".repeat(20)));
             tokens.addAll(row.type.isUnicode() ? List.of("\uD840\uDC0B") : List.of());
             ByteArrayOutputStream text = new ByteArrayOutputStream();
             text.write(row.front.getBytes(row.charset));
@@ -57,15 +59,19 @@ public class StreamsTest {
             for (int i = 0; i < 2000; ++i) {
                 String token = tokens.get(random.nextInt(tokens.size()));
                 if (token.isEmpty()) { // and what does not go on with it
-                    long code = IntStream.range(0, row.bad.length).mapToLong(at -> row.bad[at] & 0xFF).reduce(0, (a, b) -> a << 8 | b);
-                    losses.add(new Loss(Loss.Kind.ILL_FORMED, text.size() - begin, row.bad.length, code, -1, line, column));
+                    long code = IntStream.range(0, row.bad.length)
+                                        .mapToLong(at -> row.bad[at] & 0xFF)
+                                        .reduce(0, (a, b) -> a << 8 | b);
+                    losses.add(new Loss(
+                            Loss.Kind.ILL_FORMED, text.size() - begin, row.bad.length, code, -1, line, column));
                     text.write(row.bad);
                     wanted.append('\uFFFD');
                     token = "b";
                     ++column;
                 }
                 text.write(token.getBytes(row.charset));
-                boolean isPair = token.equals("\n") && wanted.length() > 0 && wanted.charAt(wanted.length() - 1) == '\r';
+                boolean isPair =
+                        token.equals("\n") && wanted.length() > 0 && wanted.charAt(wanted.length() - 1) == '\r';
                 wanted.append(token);
                 boolean isLineEnd = token.matches("[\r\n]+");
                 line += isLineEnd && !isPair ? 1 : 0;
@@ -93,8 +99,8 @@ public class StreamsTest {
 
     @Test
     public void eachPolicyDoesWhatItSays() throws Exception {
-        for (Object[] row : new Object[][] {{LossPolicy.CLASSIC, "a?"}, {LossPolicy.REPLACE, "a?"}, {LossPolicy.GETA, "a〓"},
-                     {LossPolicy.OMIT, "a"}, {LossPolicy.ESCAPE, "a&#x20BB7;"}}) {
+        for (Object[] row : new Object[][] {{LossPolicy.CLASSIC, "a?"}, {LossPolicy.REPLACE, "a?"},
+                     {LossPolicy.GETA, "a〓"}, {LossPolicy.OMIT, "a"}, {LossPolicy.ESCAPE, "a&#x20BB7;"}}) {
             Transcoder transcoder = new Transcoder().onLoss((LossPolicy) row[0]);
             assertEquals(row[1], new String(transcoder.encode("a\uD842\uDFB7", CodeType.SJIS), CP932));
             Loss loss = new Loss(Loss.Kind.UNMAPPABLE, 2, 4, 0xD842DFB7L, 0x20BB7, 1, 2);
@@ -138,12 +144,14 @@ public class StreamsTest {
             }
             ByteArrayOutputStream out = new ByteArrayOutputStream();
             source = new Pieces(bytes, 1);
-            assertEquals(new Conversion(CodeType.SJIS, 0, -1, -1, -1, -1), transcoder.convert(source, out, CodeType.UTF8));
+            assertEquals(
+                    new Conversion(CodeType.SJIS, 0, -1, -1, -1, -1), transcoder.convert(source, out, CodeType.UTF8));
             assertFalse(source.isClosed);
             transcoder.convert(file, out, CodeType.UTF8);
             assertArrayEquals(out.toByteArray(), (TEXT.repeat(2000)).getBytes(StandardCharsets.UTF_8));
             for (int length : new int[] {0, 1}) {
-                assertEquals(length - 1, Math.min(0, transcoder.reader(new ByteArrayInputStream("a".repeat(length).getBytes())).read()));
+                assertEquals(length - 1,
+                        Math.min(0, transcoder.reader(new ByteArrayInputStream("a".repeat(length).getBytes())).read()));
             }
             IOException thrown = new IOException();
             InputStream failing = new SequenceInputStream(new ByteArrayInputStream(bytes), new InputStream() {
@@ -152,7 +160,8 @@ public class StreamsTest {
                     throw thrown;
                 }
             });
-            assertSame(thrown, assertThrows(IOException.class, () -> transcoder.reader(failing).transferTo(Writer.nullWriter())));
+            assertSame(thrown,
+                    assertThrows(IOException.class, () -> transcoder.reader(failing).transferTo(Writer.nullWriter())));
         }
         Files.delete(file);
     }
@@ -198,7 +207,8 @@ public class StreamsTest {
 
     private static Set<Path> temporaryFiles() throws IOException {
         try (Stream<Path> files = Files.list(Path.of(System.getProperty("java.io.tmpdir")))) {
-            return files.filter(file -> file.getFileName().toString().matches("jkc.*[.]tmp")).collect(Collectors.toSet());
+            return files.filter(file -> file.getFileName().toString().matches("jkc.*[.]tmp"))
+                    .collect(Collectors.toSet());
         }
     }
 
@@ -209,7 +219,8 @@ public class StreamsTest {
         byte[] nec = {(byte) 0xEE, (byte) 0xE0, (byte) 0x82, (byte) 0xB3, (byte) 0x82, (byte) 0xF1};
         assertEquals(new String(nec, CP932), transcoder.expect(CodeType.SJIS).decode(nec));
         assertEquals(0, transcoder.lastConversion().lostCount());
-        assertEquals("\uFEFFa", transcoder.from(CodeType.UTF8).decode("\uFEFF\uFEFFa".getBytes(StandardCharsets.UTF_8)));
+        assertEquals(
+                "\uFEFFa", transcoder.from(CodeType.UTF8).decode("\uFEFF\uFEFFa".getBytes(StandardCharsets.UTF_8)));
         assertArrayEquals("\uFEFFa".getBytes(StandardCharsets.UTF_8), transcoder.encode("\uFEFFa", CodeType.UTF8));
     }
 }
