@@ -169,6 +169,9 @@ Codec::Result Codec::run(const uint8_t *&p, const uint8_t *end, uint8_t *&o, con
         if (p == end) {
             return kUnderflow;
         }
+        if (o == o_end) { // as Java's own have it, also where no character is whole
+            return kOverflow;
+        }
         if (p == begin) { // a window of no character, or less than one
             const Result result = run_one(p, end, o, o_end);
             if (result != kUnderflow || p == begin) {

@@ -31,8 +31,10 @@ void Java_kestro_jkc_Codec_reset(JNIEnv * /*env*/, jclass /*cls*/, jlong handle)
 jlong Java_kestro_jkc_Codec_run(JNIEnv *env, jclass /*cls*/, jlong handle, jobject in, jlong in_from, jint in_length,
                                 jobject out, jlong out_from, jint out_length, jint flags) {
     using namespace jkc;
-    const Region input(env, in, (flags & kInputIsDirect) != 0);
-    const Region output(env, out, (flags & kOutputIsDirect) != 0);
+    void *const direct_in = direct_address(env, in, (flags & kInputIsDirect) != 0);
+    void *const direct_out = direct_address(env, out, (flags & kOutputIsDirect) != 0);
+    const Region input(env, in, direct_in);
+    const Region output(env, out, direct_out);
     if (input.data() == nullptr || output.data() == nullptr) {
         return -1; // more than any call takes
     }

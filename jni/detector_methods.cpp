@@ -28,7 +28,7 @@ void Java_kestro_jkc_FedDetector_release(JNIEnv * /*env*/, jclass /*cls*/, jlong
 
 jboolean Java_kestro_jkc_FedDetector_feed(JNIEnv *env, jclass /*cls*/, jlong handle, jbyteArray data, jint from,
                                           jint length) {
-    const jkc::Region bytes(env, data, false);
+    const jkc::Region bytes(env, data, nullptr);
     if (bytes.data() == nullptr) {
         return JNI_FALSE;
     }

@@ -64,8 +64,8 @@ void Java_kestro_jkc_FedConverter_reset(JNIEnv * /*env*/, jclass /*cls*/, jlong 
 jlong Java_kestro_jkc_FedConverter_run(JNIEnv *env, jclass /*cls*/, jlong handle, jobject in, jlong in_from,
                                        jint in_length, jobject out, jlong out_from, jint out_length, jint flags) {
     using namespace jkc;
-    const Region input(env, in, (flags & kInputIsDirect) != 0);
-    const Region output(env, out, (flags & kOutputIsDirect) != 0);
+    const Region input(env, in, nullptr);
+    const Region output(env, out, nullptr);
     if (input.data() == nullptr || output.data() == nullptr) {
         return pack(kFailed, 0, 0);
     }

@@ -8,14 +8,19 @@
 
 namespace jkc {
 
+// Where a direct buffer is; null for an array.
+inline void *direct_address(JNIEnv *env, jobject memory, bool is_direct) {
+    return is_direct ? env->GetDirectBufferAddress(memory) : nullptr;
+}
+
 // As long as one lives, the virtual machine may not collect garbage, and no JNI function but for another region's may be
 // called. What runs meanwhile must be short.
 class Region {
 public:
-    Region(JNIEnv *env, jobject memory, bool is_direct)
-        : env_(env), array_(is_direct ? nullptr : static_cast<jarray>(memory)),
-          data_(static_cast<uint8_t *>(is_direct ? env->GetDirectBufferAddress(memory)
-                                                 : env->GetPrimitiveArrayCritical(array_, nullptr))) {}
+    // `direct` is where the memory is if it is a direct buffer, else null.
+    Region(JNIEnv *env, jobject memory, void *direct)
+        : env_(env), array_(direct != nullptr ? nullptr : static_cast<jarray>(memory)),
+          data_(static_cast<uint8_t *>(direct != nullptr ? direct : env->GetPrimitiveArrayCritical(array_, nullptr))) {}
     ~Region() {
         if (array_ != nullptr && data_ != nullptr) {
             env_->ReleasePrimitiveArrayCritical(array_, data_, 0);

@@ -32,11 +32,14 @@ struct Proposal {
     int64_t cost = 0;
 };
 
+bool is_japanese(const TextCost &mended) {
+    return mended.japanese * 3 >= mended.characters &&
+           mended.as_mended <= mended.characters * kJapaneseCost + kShortTextCost;
+}
+
 // UTF-8 in single bytes is told by its form, in any language.
 bool is_likely(const TextCost &mended, JkcMisreading misreading) {
-    return (misreading.was == JKC_TYPE_UTF8 && misreading.read_as >= JKC_READ_CP1252) ||
-           (mended.japanese * 3 >= mended.characters &&
-            mended.as_mended <= mended.characters * kJapaneseCost + kShortTextCost);
+    return (misreading.was == JKC_TYPE_UTF8 && misreading.read_as >= JKC_READ_CP1252) || is_japanese(mended);
 }
 
 bool is_clear(const TextCost &found, const TextCost &mended, int64_t damage) {
@@ -65,7 +68,8 @@ private:
             if (undo(way, text, undone, damage) != Undone::kAll) {
                 continue;
             }
-            const int64_t cost_undone = text_cost({undone.begin(), undone.size()}).as_mended + damage;
+            const TextCost outcome = text_cost({undone.begin(), undone.size()});
+            const int64_t cost_undone = outcome.as_mended + damage;
             if (cost_undone >= cost) {
                 continue;
             }
@@ -74,6 +78,9 @@ private:
                 best.cost = cost_undone;
                 best.count = depth + 1;
                 std::copy(steps_, steps_ + best.count, best.steps);
+                best_is_japanese_ = is_japanese(outcome);
+            } else if (best_is_japanese_) { // where this leads is of no interest any more
+                continue;
             }
             if (depth + 1 < JKC_MISREADINGS) {
                 explore(depth + 1, {undone.begin(), undone.size()}, cost_undone, damage);
@@ -83,6 +90,7 @@ private:
 
     JkcMisreading steps_[JKC_MISREADINGS] = {};
     int32_t tries_left_ = 256;
+    bool best_is_japanese_ = false;
 };
 
 int32_t confidence_by(int64_t gain, uint64_t lost) {

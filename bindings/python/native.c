@@ -8,7 +8,7 @@ typedef struct JkcLossList {
     JkcLoss *items;
     size_t count;
     size_t capacity;
-    size_t limit; /* how many are kept */
+    size_t limit;   /* how many are kept */
     uint64_t total; /* how many there were */
 } JkcLossList;
 

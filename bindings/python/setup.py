@@ -14,8 +14,8 @@ HERE = Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE))
 from native_build import INCLUDE, LIBRARY  # noqa: E402
 
-# What a source archive has of libjkc.
-SOURCES = "CMakeLists.txt LICENSE cli cmake convert core include io judge kernels po tables".split()
+# The folders of libjkc that the package is not made of.
+OTHERS = {"bench", "jni", "tests"}
 
 
 def version() -> str:
@@ -54,7 +54,8 @@ class ArchiveWithLibrary(sdist):
 
     def make_release_tree(self, base_dir: str, files: list) -> None:
         super().make_release_tree(base_dir, files)
-        for name in SOURCES:
+        folders = set(re.findall(r"add_subdirectory\((\w+)\)", (LIBRARY / "CMakeLists.txt").read_text(encoding="utf-8")))
+        for name in ("CMakeLists.txt", "LICENSE", "cmake", "include", *sorted(folders - OTHERS)):
             source, copy = LIBRARY / name, Path(base_dir) / "libjkc" / name
             copy.parent.mkdir(exist_ok=True)
             if source.is_dir():

@@ -1,5 +1,5 @@
-// Writes the modules of a folder anew as CommonJS, beside themselves: each import stands on a line of its own, and what is
-// exported is declared where it is.
+// Writes the modules of a folder anew as CommonJS, beside themselves: each import stands on a line of its own, and what
+// is exported is declared where it is.
 import { readFileSync, readdirSync, writeFileSync } from "node:fs";
 import { join } from "node:path";
 

@@ -11,7 +11,8 @@ import kestro.jkc.Transcoder;
  * the median of their times counts.
  */
 public final class Throughput {
-    private static final String PROSE = "吾輩は猫である。名前はまだ無い。どこで生れたかとんと見当がつかぬ。何でも薄暗いじめじめした所で"
+    private static final String PROSE =
+            "吾輩は猫である。名前はまだ無い。どこで生れたかとんと見当がつかぬ。何でも薄暗いじめじめした所で"
             + "ニャーニャー泣いていた事だけは記憶している。吾輩はここで始めて人間というものを見た。(第1話、Vol. 2)\r\n";
     private static final int ROUNDS = 41;
     private static final double ROUND_BYTES = 4e6;

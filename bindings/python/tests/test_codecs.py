@@ -64,7 +64,7 @@ class TestText:
         writer = codecs.getwriter(ours)(io.BytesIO())
         for character in TEXT:
             writer.write(character)
-        writer.reset()
+        writer.seek(0)
         assert writer.stream.getvalue() == data
 
     def test_is_a_file(self, ours, theirs, tmp_path):

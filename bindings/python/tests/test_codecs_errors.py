@@ -80,6 +80,8 @@ def test_characters_are_lost(codec, text, start, reason, replaced, escaped, refe
     assert (error.object, error.encoding) == (text, codecs.lookup(codec).name)
     for errors, expected in (("replace", replaced), ("backslashreplace", escaped), ("xmlcharrefreplace", referred)):
         assert text.encode(codec, errors) == expected
+        if codec != "jkc-utf-16":
+            assert (f"{text}\n" * 150).encode(codec, errors) == (expected + b"\n") * 150
         for size in (1, 2, 3):
             encoder = codecs.getincrementalencoder(codec)(errors)
             pieces = [encoder.encode(text[at:at + size]) for at in range(0, len(text), size)]

@@ -18,9 +18,9 @@ function speed(data, run) {
     return Math.round(data.length / best / 1000);
 }
 
-for (const [encoding, label] of [["Shift_JIS", "shift_jis"], ["EUC-JP", "euc-jp"], ["ISO-2022-JP", "iso-2022-jp"], ["UTF-8", "utf-8"]]) {
+for (const encoding of ["Shift_JIS", "EUC-JP", "ISO-2022-JP", "UTF-8"]) {
     const data = jkc.encode(text, encoding);
-    const builtIn = new TextDecoder(label);
+    const builtIn = new TextDecoder(encoding);
     const row = {
         "decode()": speed(data, () => jkc.decode(data, encoding)),
         "convert() to UTF-8": speed(data, () => jkc.convert(data, { from: encoding, to: "UTF-8" })),

@@ -27,7 +27,7 @@ function choose(encoding) {
 function readAs() {
     return make("label", {}, make("span", {}, say("readAs")),
         make("select", { id: "read-as", onchange: ({ target: { value } }) => choose(value) },
-            make("option", { value: "" }, say("asDetected")),
+            make("option", { value: "" }, say(item.detection.kind === "encoding" ? "asDetected" : "notChosen")),
             ...sources().map(({ name }) => make("option", { value: name, selected: name === item.from }, name))));
 }
 

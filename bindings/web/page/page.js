@@ -28,7 +28,10 @@ startAppearance(() => {
     tellOffline();
 });
 startJobs();
-startList(show);
+startList((item) => {
+    show(item);
+    look(); // those that still wait, where it was stopped
+});
 startPaste();
 whenChanged((item) => item ?? drawFrame());
 drawFrame();

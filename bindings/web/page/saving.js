@@ -28,10 +28,12 @@ async function convert(item, signal, progress) {
         Object.assign(item, { state: "converted", losses: made.losses, lossCount: made.lossCount });
         return made;
     } catch (error) {
-        item.state = error.name === "AbortError" ? "ready" : "leftOut";
         if (error.name === "AbortError") {
+            item.state = "ready";
             throw error;
         }
+        // What the library refuses is a loss; the rest is the file's.
+        Object.assign(item, error.name === "JkcError" ? { state: "leftOut" } : { state: "failed", error: error.message });
         return null;
     } finally {
         item.share = 0;

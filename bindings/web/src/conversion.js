@@ -1,4 +1,4 @@
-import { JkcError, check, ETYPE } from "./error.js";
+import { JkcError, check, EALLOC, ETYPE } from "./error.js";
 
 const lineTypes = { keep: 0, lf: 1, cr: 2, crlf: 4 };
 const policies = { replace: 1, omit: 2, stop: 3, escape: 4 };
@@ -57,6 +57,7 @@ export class Conversion {
     #run(name, ...values) {
         const handle = this.#handle.get();
         if (this.#status === 0) {
+            this.#status = EALLOC; // unless the call comes back
             this.#status = this.#native.callInto(this.#sink, name, handle, ...values);
             this.lossCount = this.#native.call("web_converter_loss_count", handle);
         }

@@ -15,7 +15,6 @@ export class Native {
                 lose: (...loss) => native.#sink.lose(...loss),
                 memory_is_short: () => check(EALLOC),
             },
-            env: { emscripten_notify_memory_growth() {} },
             wasi_snapshot_preview1: {
                 proc_exit(code) {
                     throw new Error(`jkc.wasm has ended itself with ${code}`);

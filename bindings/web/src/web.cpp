@@ -1,5 +1,5 @@
-// What the module src/native.js calls. Text comes and goes in pieces, through one buffer that all share: nothing here is
-// as long as a text, but for what unmojibake() is given. Records are rows of doubles, which hold every offset.
+// What the module src/native.js calls. Text comes and goes in pieces, through one buffer that all share: nothing here
+// is as long as a text, but for what unmojibake() is given. Records are rows of doubles, which hold every offset.
 #include <cstdlib>
 #include <cstring>
 #include <initializer_list>
@@ -29,6 +29,25 @@ void operator delete(void *memory) noexcept { free(memory); }
 
 // The one variable that the library asks for names a set of kernels. There is one set here.
 extern "C" char *getenv(const char * /*name*/) { return nullptr; }
+
+// What malloc() takes memory from. That of the C library grows by what is lacking, a little at a time, and each step
+// can cost the engine a copy of it all.
+extern "C" uint8_t __heap_base;
+extern "C" void *sbrk(intptr_t increment) {
+    constexpr size_t kPage = 65536;
+    static auto end = reinterpret_cast<uintptr_t>(&__heap_base);
+    const size_t pages = __builtin_wasm_memory_size(0);
+    const size_t wanted = (end + static_cast<size_t>(increment) + kPage - 1) / kPage;
+    for (size_t more = pages / 4; wanted > pages && __builtin_wasm_memory_grow(0, wanted - pages + more) == SIZE_MAX;) {
+        if (more == 0) {
+            return reinterpret_cast<void *>(-1);
+        }
+        more /= 2;
+    }
+    const uintptr_t begin = end;
+    end += static_cast<uintptr_t>(increment);
+    return reinterpret_cast<void *>(begin);
+}
 
 namespace {
 
@@ -142,7 +161,7 @@ JKC_WEB_EXPORT JkcDetector *web_detector() {
 JKC_WEB_EXPORT void web_detector_feed(JkcDetector *detector, size_t length) {
     jkc_detector_feed(detector, piece, length);
 }
-// decision, open, rule, confidence, line ends, and for each candidate type, valid, ill-formed, kana, penalty, first error
+// Decision, open, rule, confidence, line ends; for each candidate type, valid, ill-formed, kana, penalty, first error.
 JKC_WEB_EXPORT const double *web_detector_finish(JkcDetector *detector) {
     static double row[5 + 6 * JKC_CANDIDATES];
     JkcDetection found = {};
@@ -186,8 +205,8 @@ JKC_WEB_EXPORT void web_converter_free(Conversion *conversion) { delete conversi
 JKC_WEB_EXPORT uint8_t *web_allocate(size_t size) { return static_cast<uint8_t *>(operator new(size)); }
 JKC_WEB_EXPORT void web_free(void *memory) { jkc_free(memory); }
 
-// status, the mended text, its length, confidence, characters lost, count of steps, and for each what it was and what it
-// was read as
+// Status, the mended text, its length, confidence, characters lost, count of steps; for each what it was and what it was
+// read as.
 JKC_WEB_EXPORT const double *web_unmojibake(const uint8_t *text, size_t length) {
     static double row[6 + 2 * JKC_MISREADINGS];
     uint8_t *mended = nullptr;

@@ -35,6 +35,9 @@ _WITH_BOM = {
     lib.JKC_TYPE_UTF16LE_BOM: lib.JKC_TYPE_UTF16LE,
     lib.JKC_TYPE_UTF16BE_BOM: lib.JKC_TYPE_UTF16BE,
 }
+# What these answer depends on the character alone.
+_PURE_HANDLERS = (codecs.backslashreplace_errors, codecs.xmlcharrefreplace_errors, codecs.namereplace_errors)
+_MANY = 100  # losses, after which all that is lost is looked for at once
 _SHORT = 1 << 14  # bytes that are copied sooner than looked at where they are
 _UNICODE = {lib.JKC_TYPE_UTF8: "utf-8", lib.JKC_TYPE_UTF16LE: "utf-16-le", lib.JKC_TYPE_UTF16BE: "utf-16-be"}
 _BOMS = {code_type: "\ufeff".encode(name) for code_type, name in _UNICODE.items()}
@@ -158,6 +161,7 @@ class Conversion:
         self.decoding_begins = _AT_FRONT if self._bom else 0
         self.encoding_begins = _AT_FRONT if self._writes_bom else 0
         self._space = " ".encode(_UNICODE.get(code_type, "ascii"))
+        self._has_ascii = not self._is_jis and len(self._space) == 1  # its text is itself
         self._decoders = _Converters(code_type, lib.JKC_TYPE_UTF16LE)
         self._encoders = _Converters(lib.JKC_TYPE_UTF16LE, code_type)
 
@@ -173,6 +177,8 @@ class Conversion:
             data = memoryview(data).cast("B")
             if self._is_jis or len(data) <= _SHORT:
                 data = bytes(data)
+        if self._has_ascii and type(data) is bytes and data.isascii():
+            return str(data, "ascii"), len(data), 0 if data else state
         readable = data if type(data) is bytes else ffi.from_buffer("uint8_t[]", data)
         begin, length = 0, len(data)
         if self._bom and state == _AT_FRONT:
@@ -225,13 +231,16 @@ class Conversion:
         if self._writes_bom and state == _AT_FRONT:
             pieces.append(self._bom)
             state = 0
+        if self._has_ascii and text.isascii():
+            data = text.encode("ascii")
+            return b"".join([*pieces, data]) if pieces else data, 0
         try:
             units = codecs.utf_16_le_encode(text, "strict")[0]
         except UnicodeEncodeError:  # two surrogates could make a character
             units = codecs.utf_16_le_encode(_SURROGATES.sub("\udc00", text), "surrogatepass")[0]
         converter = taken = self._encoders.take()
         length = len(units)
-        begin = index = 0  # in bytes of the units and in characters
+        begin = index = lost = 0  # in bytes of the units, in characters
         goes_on = handler = None
         while True:
             front, skipped = self._front_of_encoding(converter, state) if state else (b" \0", len(self._space))
@@ -257,9 +266,14 @@ class Conversion:
             if (final or not self._is_jis) and not self._bom and (goes_on := self._encoders.that_goes_on(errors)):
                 converter, begin = goes_on, end
                 continue
+            handler = handler or codecs.lookup_error(errors)
+            lost += 1
+            if lost == _MANY and handler in _PURE_HANDLERS and not self._bom:
+                self._encoders.give_back(taken)
+                rest, state = self.encode(self._replaced(text[index:], handler), "strict", final, state)
+                return b"".join([*pieces, rest]), state
             lost_end = end + piece.length
             reason = "surrogates not allowed" if _SURROGATES.match(text, index) else _NO_MAPPING
-            handler = handler or codecs.lookup_error(errors)
             error = UnicodeEncodeError(self.name, text, index, index + 1, reason)
             replacement, after = _answer(handler, error, (str, bytes))
             if isinstance(replacement, str):
@@ -267,6 +281,13 @@ class Conversion:
             pieces.append(replacement)
             begin = lost_end if after == index + 1 else self._offset(text, after, index, end)
             index = after
+
+    def _replaced(self, text: str, handler: Handler) -> str:
+        """The text with what a handler answers for each character that the encoding lacks."""
+        characters = list(set(text) - {"?", "\n"})
+        codes = self.encode("\n".join(characters), "replace", True, 0)[0].split(b"\n")
+        lost = [c for c, code in zip(characters, codes) if code == b"?"]
+        return text.translate({ord(c): handler(UnicodeEncodeError(self.name, c, 0, 1, ""))[0] for c in lost})
 
     @staticmethod
     def _offset(text: str, index: int, other: int, offset: int) -> int:

@@ -1,17 +1,15 @@
 """Conversions in memory: convert(), decode(), encode()."""
 from __future__ import annotations
 
-import codecs
-from typing import Any, Callable, Optional, TypeVar
+from typing import Any, Optional
 
 from . import encodings
 from ._detect import Detection, DetectionError, detect
 from ._losses import Collector, Loss
 from ._native import ffi, lib
 from ._types import Buffer, Newline
+from .codecs import own
 from .encodings import BY_CODE_TYPE, Encoding
-
-T = TypeVar("T")
 
 MAX_LOSSES = 10_000
 """How many losses of a text are told one by one, unless the caller wants more or fewer."""
@@ -23,9 +21,6 @@ _POLICIES: dict[str, int] = {
     "ignore": lib.JKC_ON_LOSS_OMIT,
     "xmlcharrefreplace": lib.JKC_ON_LOSS_ESCAPE,
 }
-# In these ASCII text is itself.
-_HAVE_ASCII = {lib.JKC_TYPE_SJIS, lib.JKC_TYPE_EUC, lib.JKC_TYPE_EUC_20932, lib.JKC_TYPE_EUC_51932, lib.JKC_TYPE_EUC_MS,
-               lib.JKC_TYPE_UTF8, lib.JKC_TYPE_ASCII}
 _LINE_TYPES = {None: lib.JKC_LINE_KEEP, "\n": lib.JKC_LINE_LF, "\r": lib.JKC_LINE_CR, "\r\n": lib.JKC_LINE_CRLF}
 
 
@@ -43,16 +38,11 @@ def _options(errors: str, newline: Optional[str] = None, compose: bool = False) 
     return options
 
 
-# The library only reads them: all threads share them.
-_PLAIN = {errors: _options(errors) for errors in ("strict", "replace", "ignore")}
-
-
 class _Stopped(Exception):
     """A conversion has ended at its first loss."""
 
 
-def _run(data: Buffer, source: int, target: int, options: Any, take: Callable[[Any], T]) -> T:
-    """Converts and hands over the output, as a buffer that is valid during the call."""
+def _run(data: Buffer, source: int, target: int, options: Any) -> "Converted":
     out = ffi.new("uint8_t **")
     length = ffi.new("size_t *")
     with ffi.from_buffer("uint8_t[]", data) as text:
@@ -62,57 +52,14 @@ def _run(data: Buffer, source: int, target: int, options: Any, take: Callable[[A
     if status != lib.JKC_SUCCESS:
         raise MemoryError  # all else is seen to before
     try:
-        return take(ffi.buffer(out[0], length[0]))
+        return Converted(ffi.buffer(out[0], length[0]))
     finally:
         lib.jkc_free(out[0])
 
 
-def _first_loss(data: Buffer, source: int, target: int) -> Loss:
-    collector = Collector(_PLAIN["strict"], 1)
-    try:
-        _run(data, source, target, collector.options, len)
-    except _Stopped:
-        pass
-    return collector.losses(data, BY_CODE_TYPE[source])[0]
-
-
-def _to_str(utf16: Any) -> str:
-    return codecs.utf_16_le_decode(utf16)[0]
-
-
-def decode_as(data: Buffer, source: int, errors: str) -> str:
-    """Decodes from a code type. `errors` is strict, replace or ignore. Raises UnicodeDecodeError."""
-    try:
-        return _run(data, source, lib.JKC_TYPE_UTF16LE, _PLAIN[errors], _to_str)
-    except _Stopped:
-        pass
-    loss = _first_loss(data, source, lib.JKC_TYPE_UTF16LE)
-    reason = {
-        "ill-formed": "illegal multibyte sequence",
-        "unmappable": "code without a character",
-        "truncated": "incomplete multibyte sequence",
-    }[loss.kind]
-    raise UnicodeDecodeError(BY_CODE_TYPE[source].python, bytes(data), loss.offset, loss.offset + loss.length, reason)
-
-
-def encode_as(text: str, target: int, errors: str) -> bytes:
-    """Encodes to a code type. `errors` is strict, replace or ignore. Raises UnicodeEncodeError."""
-    # The library passes a byte-order mark over: a character U+FEFF at the front needs one in front of it.
-    mark = "\ufeff" if text.startswith("\ufeff") else ""
-    units = (mark + text).encode("utf-16-le", "surrogatepass")
-    try:
-        return _run(units, lib.JKC_TYPE_UTF16LE, target, _PLAIN[errors], bytes)
-    except _Stopped:
-        pass
-    loss = _first_loss(units, lib.JKC_TYPE_UTF16LE, target)
-    start = len(units[: loss.offset].decode("utf-16-le", "surrogatepass")) - len(mark)
-    reason = "illegal multibyte sequence" if loss.kind == "unmappable" else "surrogates not allowed"
-    raise UnicodeEncodeError(BY_CODE_TYPE[target].python, text, start, start + 1, reason)
-
-
 def codec_name(encoding: Encoding) -> str:
     """The codec that reads and writes as the library does: Python's own where that is the same."""
-    return encoding.python if encoding.is_unicode or encoding.python == "ascii" else "jkc-" + encoding.python
+    return encoding.python if encoding.is_unicode else own(encoding).name
 
 
 def source_encoding(data: Buffer, encoding: Optional[str]) -> tuple[Encoding, Optional[Detection]]:
@@ -142,9 +89,7 @@ def decode(data: Buffer, encoding: Optional[str] = None, errors: str = "strict")
     :raises LookupError: for an encoding or error handler that does not exist.
     """
     source, _ = source_encoding(data, encoding)
-    if errors not in _PLAIN or source.code_type == lib.JKC_TYPE_ASCII:
-        return codecs.decode(bytes(data), codec_name(source), errors)
-    return decode_as(data, source.code_type, errors)
+    return own(source).decode(data, errors)[0]  # type: ignore[arg-type]
 
 
 def encode(text: str, encoding: str = "utf-8", errors: str = "strict") -> bytes:
@@ -154,12 +99,7 @@ def encode(text: str, encoding: str = "utf-8", errors: str = "strict") -> bytes:
     :raises UnicodeEncodeError: with `errors="strict"`.
     :raises LookupError: for an encoding or error handler that does not exist.
     """
-    target = encodings.lookup(encoding)
-    if target.code_type in _HAVE_ASCII and text.isascii():
-        return text.encode("ascii")
-    if errors not in _PLAIN or target.code_type == lib.JKC_TYPE_ASCII:
-        return codecs.encode(text, codec_name(target), errors)
-    return encode_as(text, target.code_type, errors)
+    return own(encodings.lookup(encoding)).encode(text, errors)[0]
 
 
 class ConversionError(UnicodeError):
@@ -217,7 +157,7 @@ def convert(
     source, detection = source_encoding(data, encoding)
     collector = Collector(_options(errors, newline, compose), 1 if errors == "strict" else max_losses)
     try:
-        converted = _run(data, source.code_type, target.code_type, collector.options, Converted)
+        converted = _run(data, source.code_type, target.code_type, collector.options)
     except _Stopped:
         raise ConversionError(collector.losses(data, source)[0], source.python, target.python) from None
     converted.source, converted.target, converted.detection = source.python, target.python, detection

@@ -35,13 +35,15 @@ _LACKING = (lib.JKC_TYPE_JIS, lib.JKC_TYPE_EUC_20932, lib.JKC_TYPE_EUC_51932, li
 
 class _IncrementalDecoder(codecs.IncrementalDecoder):
     conversion: Conversion
+    _pending: bytes
+    _state: int
 
     def __init__(self, errors: str = "strict") -> None:
         super().__init__(errors)
         self.reset()
 
     def decode(self, input: Buffer, final: bool = False) -> str:  # type: ignore[override]
-        data = self._pending + input if self._pending else input  # type: ignore[operator]
+        data = self._pending + input if self._pending else input
         text, taken, self._state = self.conversion.decode(data, self.errors, final, self._state)
         self._pending = bytes(data[taken:])
         return text
@@ -59,6 +61,7 @@ class _IncrementalDecoder(codecs.IncrementalDecoder):
 
 class _IncrementalEncoder(codecs.IncrementalEncoder):
     conversion: Conversion
+    _state: int
 
     def __init__(self, errors: str = "strict") -> None:
         super().__init__(errors)
@@ -80,12 +83,13 @@ class _IncrementalEncoder(codecs.IncrementalEncoder):
 
 class _StreamReader(codecs.StreamReader):
     conversion: Conversion
+    bytebuffer: bytes
 
     def __init__(self, stream: Any, errors: str = "strict") -> None:
         super().__init__(stream, errors)
         self._state = self.conversion.decoding_begins
 
-    def decode(self, input: Buffer, errors: str = "strict") -> tuple[str, int]:  # type: ignore[override]
+    def decode(self, input: Buffer, errors: str = "strict") -> tuple[str, int]:
         text, taken, self._state = self.conversion.decode(input, errors, False, self._state)
         return text, taken
 
@@ -120,6 +124,13 @@ class _StreamWriter(codecs.StreamWriter):
             self.stream.write(self.conversion.encode("", self.errors, True, self._state)[0])
         self._state = self.conversion.encoding_begins
 
+    def seek(self, offset: int, whence: int = 0) -> None:
+        """Closes the text where it is, and goes elsewhere."""
+        self.reset()
+        self.stream.seek(offset, whence)
+        if whence != 0 or offset != 0:
+            self._state = 0
+
 
 def _codec(name: str, encoding: encodings.Encoding) -> codecs.CodecInfo:
     conversion = Conversion(name, encoding)
@@ -140,6 +151,14 @@ def _codec(name: str, encoding: encodings.Encoding) -> codecs.CodecInfo:
 _made = lru_cache(maxsize=None)(_codec)
 
 
+def own(encoding: encodings.Encoding) -> codecs.CodecInfo:
+    """The codec that reads and writes an encoding as the library does: "jkc-...", but for ASCII, which is Python's."""
+    if encoding.code_type == lib.JKC_TYPE_ASCII:
+        return codecs.lookup(encoding.python)
+    is_only = encodings.lookup(encoding.python) is encoding
+    return _made("jkc-" + (encoding.python if is_only else encoding.aliases[0]).lower().replace("_", "-"), encoding)
+
+
 def search(name: str) -> Optional[codecs.CodecInfo]:
     """The codec of a name, for codecs.register(); None where it is not one of these."""
     word = encodings.plain(name)
@@ -147,8 +166,7 @@ def search(name: str) -> Optional[codecs.CodecInfo]:
     if encoding is None or encoding.code_type == lib.JKC_TYPE_ASCII:
         return None
     if word.startswith("jkc"):
-        is_only = encodings.lookup(encoding.python) is encoding
-        return _made("jkc-" + (encoding.python if is_only else encoding.aliases[0]).lower().replace("_", "-"), encoding)
+        return own(encoding)
     return _made(encoding.python, encoding) if encoding.code_type in _LACKING else None
 
 

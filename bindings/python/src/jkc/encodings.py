@@ -65,9 +65,10 @@ def _names() -> dict[str, Encoding]:
     names: dict[str, Encoding] = {}
     # A name that several have is that of the first, but for UTF-16, which is written little-endian.
     names[plain("UTF-16")] = BY_CODE_TYPE[lib.JKC_TYPE_UTF16LE_BOM]
-    for column in (lambda e: (e.python,), lambda e: (e.iana,), lambda e: e.aliases):
+    for column in (1, 2, 3):
         for encoding in ENCODINGS:
-            for name in column(encoding):
+            value = encoding[column]
+            for name in value if isinstance(value, tuple) else (str(value),):
                 names.setdefault(plain(name), encoding)
     return names
 

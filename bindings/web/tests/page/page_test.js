@@ -1,7 +1,7 @@
 // The page as people use it: with the mouse, with keys alone, offline.
 import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
-import { cpSync, mkdirSync, mkdtempSync, readFileSync, writeFileSync } from "node:fs";
+import { cpSync, mkdirSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
 import { createRequire } from "node:module";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
@@ -57,8 +57,9 @@ test("axe finds nothing in both languages and colours, and nothing is wider than
     await page.context().close();
 });
 
-test("a folder is dropped, and its files come converted in a zip", async () => {
+test("a folder is dropped, and its files come converted in a zip", async (context) => {
     const folder = mkdtempSync(join(tmpdir(), "page-test-"));
+    context.after(() => rmSync(folder, { recursive: true }));
     cpSync("examples/archive", join(folder, "古い/archive"), { recursive: true });
     mkdirSync(join(folder, "古い/empty"));
     const chapter = encode("これは章です：", "CP932");

@@ -1,13 +1,13 @@
 // Archives of more than 4 GB: what stands in front of the contents and behind them, in a file with a hole for these.
 import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
-import { closeSync, mkdtempSync, openSync, writeSync } from "node:fs";
+import { closeSync, mkdtempSync, openSync, rmSync, writeSync } from "node:fs";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { test } from "node:test";
 import { zipParts } from "./site/zip.js";
 
-test("an archive of more than 4 GB can be read", () => {
+test("an archive of more than 4 GB can be read", (context) => {
     const long = { size: 5e9 };
     const short = Buffer.from("ok");
     const time = new Date(2026, 3, 2, 1, 2, 4).getTime();
@@ -15,7 +15,9 @@ test("an archive of more than 4 GB can be read", () => {
         { path: "long.txt", blob: long, crc: 1, time },
         { path: "日本.txt", blob: Object.assign(short, { size: short.length }), crc: 0x79dcdd47, time },
     ]);
-    const path = join(mkdtempSync(join(tmpdir(), "page-test-")), "long.zip");
+    const folder = mkdtempSync(join(tmpdir(), "page-test-"));
+    context.after(() => rmSync(folder, { recursive: true }));
+    const path = join(folder, "long.zip");
     const file = openSync(path, "w");
     let at = 0;
     for (const part of parts) {

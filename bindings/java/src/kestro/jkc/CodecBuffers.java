@@ -26,7 +26,7 @@ final class CodecBuffers {
                 return new View(buffer.array(), from << shift, buffer.remaining(), shift, false);
             }
             boolean isNative = !(buffer instanceof CharBuffer chars) || chars.order() == ByteOrder.nativeOrder();
-            return buffer.isDirect() && isNative
+            return buffer.isDirect() && isNative && buffer.hasRemaining()
                     ? new View(buffer, (long) buffer.position() << shift, buffer.remaining(), shift, true)
                     : null;
         }
@@ -49,7 +49,8 @@ final class CodecBuffers {
                 to = arrayFor(out);
             }
             long result = codec.run(from.memory, from.from, from.bytes(), to.memory, to.from, to.bytes(),
-                    (from.isDirect ? NativeObject.INPUT_IS_DIRECT : 0) | (to.isDirect ? NativeObject.OUTPUT_IS_DIRECT : 0));
+                    (from.isDirect ? NativeObject.INPUT_IS_DIRECT : 0)
+                            | (to.isDirect ? NativeObject.OUTPUT_IS_DIRECT : 0));
             int taken = NativeObject.taken(result) >> from.shift;
             int written = NativeObject.written(result) >> to.shift;
             if (isOutside) {

@@ -70,8 +70,8 @@ final class FedConverter extends NativeObject {
      * Converts as far as input and room go, or as a run may take. {@link #taken()} and {@link #written()} tell how far that
      * was. An element has 1 << {@code shift} bytes.
      */
-    private synchronized int run(Object in, int inFrom, int inLength, int inShift, Object out, int outFrom, int outLength,
-            int outShift, boolean last) {
+    private synchronized int run(Object in, int inFrom, int inLength, int inShift, Object out, int outFrom,
+            int outLength, int outShift, boolean last) {
         int length = Math.min(inLength, LONGEST_RUN);
         int room = Math.min(outLength, 4 * LONGEST_RUN);
         long result = run(handle(), in, (long) inFrom << inShift, length << inShift, out, (long) outFrom << outShift,
@@ -113,8 +113,8 @@ final class FedConverter extends NativeObject {
 
     private static native void reset(long handle);
 
-    private static native long run(long handle, Object in, long inFrom, int inLength, Object out, long outFrom,
-            int outLength, int flags);
+    private static native long run(
+            long handle, Object in, long inFrom, int inLength, Object out, long outFrom, int outLength, int flags);
 
     private static native int status(long handle);
 

@@ -410,7 +410,8 @@ public final class Transcoder implements AutoCloseable {
     }
 
     private FedStream stream(InputStream in, Closeable closed, Source source, CodeType to) {
-        FedConverter fed = source.type == CodeType.EMPTY ? null : new FedConverter(route(source.type, to, source.isBeyondBmp));
+        FedConverter fed =
+                source.type == CodeType.EMPTY ? null : new FedConverter(route(source.type, to, source.isBeyondBmp));
         return new FedStream(in, closed, source.type, fed);
     }
 

@@ -2,7 +2,6 @@
 from __future__ import annotations
 
 import contextlib
-import functools
 import json
 import os
 import subprocess
@@ -31,7 +30,7 @@ class Job:
 def convert_batch(job: Job, names: list[str]) -> list[Line]:
     """Converts files, and returns a line of the report for each, in the order of the names, when all results are in
     place. To do it a second time makes no difference."""
-    source, destination = _tree(job.source, threading.get_ident()), _tree(job.destination, threading.get_ident())
+    source, destination = _trees(job)
     is_local = source.is_local and destination.is_local
     with contextlib.nullcontext("") if is_local else tempfile.TemporaryDirectory(prefix="jkc-archive-") as scratch:
         lines = {}
@@ -105,7 +104,11 @@ def _safe(name: str) -> str:
     return name
 
 
-@functools.lru_cache(maxsize=32)
-def _tree(url: str, thread: int) -> Tree:
+_mine = threading.local()
+
+
+def _trees(job: Job) -> tuple[Tree, Tree]:
     """Kept for the next batch, since opening an archive reads its index; threads do not share a file system."""
-    return open_tree(url)
+    if getattr(_mine, "job", None) != job:
+        _mine.trees, _mine.job = (open_tree(job.source), open_tree(job.destination)), job
+    return _mine.trees
