@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "core/bytes.h"
 #include "core/code_types.h"
 #include "core/wide_units.h"
 
@@ -163,11 +164,28 @@ void LinePlaces::take(const uint8_t *p, const uint8_t *end) {
              : family_ == Family::kUtf16Le ? pass_lines<WideUnits<LittleEndian>>(p, end, behind_cr_)
                                            : pass_lines<ByteUnits>(p, end, behind_cr_);
     if (p != begin) {
-        counter_.reset();
+        if (family_ == Family::kJis) {
+            read_designations(begin, p);
+        } else {
+            counter_.reset();
+        }
         characters_ = 0;
         cut_length_ = 0;
     }
     count(p, end);
+}
+
+// They last beyond line ends. What is in front of the last one does not matter.
+void LinePlaces::read_designations(const uint8_t *begin, const uint8_t *end) {
+    const uint8_t *from = end;
+    do {
+        --from;
+    } while (from != begin && *from != kEsc);
+    if (*from == kEsc) {
+        counter_.reset();
+        cut_length_ = 0;
+    }
+    count(from, end);
 }
 
 // Counts characters. The beginning of one that follows is kept.

@@ -25,6 +25,7 @@ public:
 
 private:
     void take(const uint8_t *p, const uint8_t *end);
+    void read_designations(const uint8_t *begin, const uint8_t *end);
     void count(const uint8_t *p, const uint8_t *end);
     size_t count_whole(const uint8_t *p, const uint8_t *end);
 

@@ -15,11 +15,6 @@ export class Native {
                 lose: (...loss) => native.#sink.lose(...loss),
                 memory_is_short: () => check(EALLOC),
             },
-            wasi_snapshot_preview1: {
-                proc_exit(code) {
-                    throw new Error(`jkc.wasm has ended itself with ${code}`);
-                },
-            },
         };
         const made = await WebAssembly.instantiate(source, imports);
         native.#exports = (made.instance ?? made).exports;

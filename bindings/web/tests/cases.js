@@ -31,9 +31,10 @@ function inPieces(jkc, data, options, size) {
     return { output: Uint8Array.from(output), losses, status };
 }
 
-const describe = ({ kind, offset, length, code, character }) =>
+const describe = ({ kind, offset, length, code, character, line, column }, withPlace) =>
     `${letters[kind]}${offset}+${length}:${hex(code)}` +
-    (character === null ? ";" : `=${hex(character.codePointAt(0))};`);
+    (character === null ? "" : `=${hex(character.codePointAt(0))}`) +
+    (withPlace ? `@${line}.${column};` : ";");
 
 const sameElsewhere = new Set(["jis", "euc", "flush", "judged", "src", "dst", "eol", "compose"]);
 
@@ -79,7 +80,8 @@ export default function tests({ test, jkc, read }) {
                 const found = inPieces(jkc, input, wanted, size);
                 const what = `line ${line}, in pieces of ${size}`;
                 equal(found.status, Number(options.status ?? 0), what);
-                equal(found.losses.map(behindMark).map(describe).join(""), options.losses, what);
+                const told = found.losses.map((loss) => describe(behindMark(loss), "places" in options));
+                equal(told.join(""), options.losses, what);
                 if (found.status === 0) {
                     equal(found.output, parseBytes(output), what);
                 }
