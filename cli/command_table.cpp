@@ -34,9 +34,16 @@ constexpr std::array kCommands{
                      "behind its number and its count of characters."),
             "      1     19  Dear Ms Takahashi,\n"
             "      2      0\n"},
+    Command{"unmojibake", Action::kUnmojibake, kForUnmojibake, "[OPTION...] [FILE...]",
+            JKC_TEXT("propose what a text was that was read wrongly"),
+            JKC_TEXT("Prints, in UTF-8, what each text was before it was read in another encoding than\n"
+                     "its own, and tells on standard error which these were; exits with 1 where it\n"
+                     "knows of none. Writes no file. Without a file, or where the file is \"-\", reads\n"
+                     "standard input."),
+            ""},
 };
 
-constexpr unsigned kForFiles = kForDetect | kForConvert | kForCheck;
+constexpr unsigned kForFiles = kForDetect | kForConvert | kForCheck | kForUnmojibake;
 constexpr unsigned kForTexts = kForFiles | kForLines;
 
 constexpr std::array kOptions{
@@ -48,6 +55,8 @@ constexpr std::array kOptions{
               JKC_TEXT("code type that the text is in, whatever it shows")},
     OptionRow{OptionId::kByLine, kForConvert, 0, "by-line", nullptr, nullptr,
               JKC_TEXT("convert lines in other code types as such")},
+    OptionRow{OptionId::kByLine, kForUnmojibake, 0, "by-line", nullptr, nullptr,
+              JKC_TEXT("mend lines, where the whole text is not mended")},
     OptionRow{OptionId::kDryRun, kForConvert, 'n', "dry-run", nullptr, nullptr,
               JKC_TEXT("write nothing, tell what would become of each file")},
     OptionRow{OptionId::kReport, kForConvert, 0, "report", nullptr, "[=json]",
@@ -74,7 +83,8 @@ constexpr std::array kOptions{
               JKC_TEXT("--in-place: lose even where no old file is kept")},
     OptionRow{OptionId::kExplain, kForDetect, 0, "explain", nullptr, nullptr,
               JKC_TEXT("show the evidence, and the rule that decided")},
-    OptionRow{OptionId::kJson, kForDetect, 0, "json", nullptr, nullptr, JKC_TEXT("a JSON object in each line")},
+    OptionRow{OptionId::kJson, kForDetect | kForUnmojibake, 0, "json", nullptr, nullptr,
+              JKC_TEXT("a JSON object in each line")},
     OptionRow{OptionId::kRecursive, kForFiles, 'r', "recursive", nullptr, nullptr,
               JKC_TEXT("take the files in folders and below")},
     OptionRow{OptionId::kInclude, kForFiles, 0, "include", nullptr, "GLOB", JKC_TEXT("of these only those that match")},
@@ -84,7 +94,7 @@ constexpr std::array kOptions{
               JKC_TEXT("take the files that LIST names, a line each")},
     OptionRow{OptionId::kNull, kForDetect, '0', "null", nullptr, nullptr,
               JKC_TEXT("names end in a NUL, in LIST and in what is printed")},
-    OptionRow{OptionId::kNull, kForConvert | kForCheck, '0', "null", nullptr, nullptr,
+    OptionRow{OptionId::kNull, kForConvert | kForCheck | kForUnmojibake, '0', "null", nullptr, nullptr,
               JKC_TEXT("names in LIST end in a NUL")},
     OptionRow{OptionId::kJobs, kForConvert, 'j', "jobs", nullptr, "N", JKC_TEXT("convert N files side by side")},
     OptionRow{OptionId::kQuiet, kForConvert, 'q', "quiet", nullptr, nullptr, JKC_TEXT("tell only what failed")},

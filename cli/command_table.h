@@ -7,7 +7,7 @@
 
 namespace jkc::cli {
 
-enum class Action { kNone, kHelp, kVersion, kList, kDetect, kConvert, kCheck, kLines };
+enum class Action { kNone, kHelp, kVersion, kList, kDetect, kConvert, kCheck, kLines, kUnmojibake };
 
 // What a command is to options; they are ORed.
 enum CommandBit : unsigned {
@@ -16,7 +16,8 @@ enum CommandBit : unsigned {
     kForConvert = 4,
     kForCheck = 8,
     kForLines = 16,
-    kForAll = 31
+    kForUnmojibake = 32,
+    kForAll = 63
 };
 
 struct Command {

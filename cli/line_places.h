@@ -4,8 +4,6 @@
 #include <cstdint>
 #include <string>
 
-#include "parts.h"
-
 namespace jkc::cli {
 
 // Both from 1 on, the column in characters.
@@ -14,10 +12,11 @@ struct Place {
     uint64_t column;
 };
 
-// Follows a part that comes in pieces. Offsets are those in the source.
+// Follows a text in one code type that comes in pieces. Its offsets begin with `offset`, its lines with `line`.
 class LinePlaces {
 public:
-    explicit LinePlaces(const Part &part) : code_type_(part.type), offset_(part.begin), line_(part.first_line) {}
+    explicit LinePlaces(int code_type, uint64_t offset = 0, uint64_t line = 1)
+        : code_type_(code_type), offset_(offset), line_(line) {}
 
     void next(const uint8_t *data, size_t length);
     // The place of the byte at `offset`, in the last piece or at most kReach before it, where a character begins or a loss

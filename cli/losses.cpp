@@ -81,7 +81,8 @@ std::string utf8_of(int64_t code_point) {
 
 void for_each_loss(const Source &source, const Part &part, const Route &route,
                    const std::function<bool(const PlacedLoss &)> &take) {
-    Telling telling{&source, LinePlaces(part), part.begin + mark_length(source, part), &take, nullptr};
+    Telling telling{&source, LinePlaces(part.type, part.begin, part.first_line), part.begin + mark_length(source, part),
+                    &take, nullptr};
     JkcConverterOptions options = route.options;
     options.observer = tell;
     options.observer_data = &telling;

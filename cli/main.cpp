@@ -14,6 +14,7 @@
 #include "platform.h"
 #include "report.h"
 #include "translate.h"
+#include "unmojibake.h"
 
 namespace jkc::cli {
 namespace {
@@ -50,6 +51,8 @@ ExitCode run(int argc, char **argv) {
         return check(options);
     case Action::kLines:
         return lines(options);
+    case Action::kUnmojibake:
+        return unmojibake(options);
     }
     return kUsage;
 }

@@ -1,12 +1,15 @@
 # libjkc.so (target jkc) and libjkc.a (target jkc_static), both from jkc_objects. JKC_LIBRARIES: those that are built.
 include(CheckCXXCompilerFlag)
 
-set_target_properties(jkc_objects PROPERTIES POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden)
+set_target_properties(jkc_objects PROPERTIES CXX_VISIBILITY_PRESET hidden)
+if(NOT EMSCRIPTEN) # where code is at no address
+    set_target_properties(jkc_objects PROPERTIES POSITION_INDEPENDENT_CODE ON)
+endif()
 target_include_directories(jkc_objects PRIVATE ${PROJECT_SOURCE_DIR} ${JKC_INCLUDE_DIR})
 target_compile_definitions(jkc_objects PRIVATE JKC_BUILDING_LIBRARY)
 target_compile_options(jkc_objects PRIVATE -fno-exceptions -fno-rtti)
 check_cxx_compiler_flag(-fno-semantic-interposition JKC_HAVE_NO_SEMANTIC_INTERPOSITION)
-if(JKC_HAVE_NO_SEMANTIC_INTERPOSITION)
+if(NOT EMSCRIPTEN AND JKC_HAVE_NO_SEMANTIC_INTERPOSITION)
     target_compile_options(jkc_objects PRIVATE -fno-semantic-interposition)
 endif()
 jkc_set_warnings(jkc_objects)

@@ -7,6 +7,8 @@
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
+#elif defined(__wasm_simd128__)
+#include <wasm_simd128.h>
 #endif
 
 namespace jkc {
@@ -61,6 +63,8 @@ inline Bytes16 above(Ordered bytes, uint8_t b) {
 inline uint32_t movemask(Bytes16 bytes) {
 #if defined(__SSE2__)
     return static_cast<uint32_t>(_mm_movemask_epi8(reinterpret_cast<__m128i>(bytes)));
+#elif defined(__wasm_simd128__)
+    return wasm_i8x16_bitmask(reinterpret_cast<v128_t>(bytes));
 #else
     uint32_t mask = 0;
     for (size_t i = 0; i < kWide; ++i) {

@@ -8,8 +8,8 @@ namespace jkc {
 namespace {
 
 JkcContext &select_target(JkcContext &ctx, int32_t read_as) {
-    set_defaults(ctx);
     if (family_of(read_as) != Family::kNone) {
+        set_defaults(ctx);
         select_target_tables(ctx, read_as);
     }
     return ctx;
@@ -53,7 +53,7 @@ uint8_t *BytesAgain::put(uint8_t *o, uint32_t c) {
         return put_any(euc_, o, c);
     default:
         *o = single_byte(single_byte_set(read_as_), c);
-        return *o != 0 ? o + 1 : nullptr;
+        return *o != 0 && *o != kLostByte ? o + 1 : nullptr;
     }
 }
 

@@ -18,8 +18,13 @@ namespace {
 constexpr int64_t kMisreadingCost = 16 * kBit;
 
 // How much likelier the mended text must be: by so much, and by so many quarters of the cost.
-constexpr int64_t kClearGain = 20 * kBit;
+constexpr int64_t kClearGain = 24 * kBit;
 constexpr int64_t kQuarters = 3;
+
+// Japanese text costs less for a character, and so much more for a short text. What chance makes of other bytes costs
+// more.
+constexpr int64_t kJapaneseCost = 21 * kBit / 2;
+constexpr int64_t kShortTextCost = 16 * kBit;
 
 struct Proposal {
     int32_t count = 0;
@@ -27,13 +32,24 @@ struct Proposal {
     int64_t cost = 0;
 };
 
-bool is_clear(int64_t cost_as_it_is, int64_t cost_mended) {
-    return cost_as_it_is - cost_mended >= kClearGain && cost_mended * 4 <= cost_as_it_is * kQuarters;
+bool is_japanese(const TextCost &mended) {
+    return mended.japanese * 3 >= mended.characters &&
+           mended.as_mended <= mended.characters * kJapaneseCost + kShortTextCost;
+}
+
+// UTF-8 in single bytes is told by its form, in any language.
+bool is_likely(const TextCost &mended, JkcMisreading misreading) {
+    return (misreading.was == JKC_TYPE_UTF8 && misreading.read_as >= JKC_READ_CP1252) || is_japanese(mended);
+}
+
+bool is_clear(const TextCost &found, const TextCost &mended, int64_t damage) {
+    const int64_t cost = mended.as_mended + damage;
+    return found.as_it_is - cost >= kClearGain && cost * 4 <= found.as_it_is * kQuarters;
 }
 
 class Search {
 public:
-    explicit Search(std::span<const uint8_t> sample) { explore(0, sample, text_cost(sample), 0); }
+    explicit Search(std::span<const uint8_t> sample) { explore(0, sample, text_cost(sample).as_mended, 0); }
 
     Proposal best;
 
@@ -46,13 +62,14 @@ private:
             if (tries_left_-- <= 0) {
                 return;
             }
-            uint8_t room[kMendSample];
+            uint8_t room[2 * kMendSample]; // what takes more is no text that was misread
             TextBuffer undone(room, sizeof room);
             int64_t damage = damage_before + kMisreadingCost;
-            if (undo(way, text, undone, damage) == Undone::kNoWay) {
+            if (undo(way, text, undone, damage) != Undone::kAll) {
                 continue;
             }
-            const int64_t cost_undone = text_cost({undone.begin(), undone.size()}) + damage;
+            const TextCost outcome = text_cost({undone.begin(), undone.size()});
+            const int64_t cost_undone = outcome.as_mended + damage;
             if (cost_undone >= cost) {
                 continue;
             }
@@ -61,6 +78,9 @@ private:
                 best.cost = cost_undone;
                 best.count = depth + 1;
                 std::copy(steps_, steps_ + best.count, best.steps);
+                best_is_japanese_ = is_japanese(outcome);
+            } else if (best_is_japanese_) { // where this leads is of no interest any more
+                continue;
             }
             if (depth + 1 < JKC_MISREADINGS) {
                 explore(depth + 1, {undone.begin(), undone.size()}, cost_undone, damage);
@@ -70,6 +90,7 @@ private:
 
     JkcMisreading steps_[JKC_MISREADINGS] = {};
     int32_t tries_left_ = 256;
+    bool best_is_japanese_ = false;
 };
 
 int32_t confidence_by(int64_t gain, uint64_t lost) {
@@ -104,7 +125,7 @@ int32_t mend(std::span<const uint8_t> text, TextBuffer &mended, JkcMending &mend
         return JKC_SUCCESS;
     }
     const Proposal proposal = Search(sample).best;
-    if (proposal.count == 0 || !is_clear(text_cost(sample), proposal.cost)) {
+    if (proposal.count == 0) {
         return JKC_SUCCESS;
     }
     int64_t damage = proposal.count * kMisreadingCost;
@@ -116,14 +137,14 @@ int32_t mend(std::span<const uint8_t> text, TextBuffer &mended, JkcMending &mend
     case Undone::kAll:
         break;
     }
-    const int64_t cost = text_cost(text);
-    const int64_t cost_mended = text_cost({mended.begin(), mended.size()}) + damage;
-    if (!is_clear(cost, cost_mended)) {
+    const TextCost found = text_cost(text);
+    const TextCost outcome = text_cost({mended.begin(), mended.size()});
+    if (!is_clear(found, outcome, damage) || !is_likely(outcome, proposal.steps[proposal.count - 1])) {
         return JKC_SUCCESS;
     }
     mending.count = proposal.count;
     mending.lost = mended.replacements();
-    mending.confidence = confidence_by(cost - cost_mended, mending.lost);
+    mending.confidence = confidence_by(found.as_it_is - outcome.as_mended - damage, mending.lost);
     std::copy(proposal.steps, proposal.steps + proposal.count, mending.steps);
     return JKC_SUCCESS;
 }

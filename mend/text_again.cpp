@@ -20,11 +20,20 @@ bool is_found(const Sequence &sequence) {
     return sequence.kind == Sequence::kCharacter || sequence.kind == Sequence::kToldOnly;
 }
 
+// The other code of a character that code page 932 has twice, by its bytes; 0: it has none. Symbols, numerals and the
+// kanji of the extension do.
+uint32_t other_code(const uint8_t *p) {
+    const bool may_have = p[0] == 0x81 || p[0] == 0x87 || (p[0] >= 0xFA && p[0] <= 0xFC);
+    return may_have ? sjis_code_beside(two_byte_code(p[0], p[1])) : 0;
+}
+
 } // namespace
 
 TextAgain::TextAgain(JkcMisreading misreading) : misreading_(misreading), family_(family_of(misreading.was)) {
-    set_defaults(ctx_);
-    select_source_tables(ctx_, misreading.was);
+    if (family_ != Family::kUtf8) {
+        set_defaults(ctx_);
+        select_source_tables(ctx_, misreading.was);
+    }
     if (misreading.read_as == JKC_READ_CP1252) {
         lost_bytes_ = kNotInCp1252;
     }
@@ -56,10 +65,37 @@ int32_t TextAgain::cost_of_two(const uint8_t *p, size_t left) const {
     return one.cost + transition_cost(one.char_class, other.char_class) + other.cost;
 }
 
+// How likely what follows is as it stands, up to ASCII or to what is lost.
+int32_t TextAgain::cost_of_run(const uint8_t *p, const uint8_t *end) const {
+    constexpr int32_t kByteCost = 16 * kBit;
+    int32_t cost = 0;
+    CharClass before = CharClass::kStart;
+    while (p < end && !is_ascii(*p) && *p != kLostByte) {
+        const Sequence found = look(p, static_cast<size_t>(end - p));
+        const Character character =
+            is_found(found) ? unicode_character(found.c, found.length) : Character{CharClass::kIllFormed, 1, kByteCost};
+        cost += transition_cost(before, character.char_class) + character.cost;
+        before = character.char_class;
+        p += character.length;
+    }
+    return cost;
+}
+
+// Whether a code of two bytes that was lost had the lead byte of the character whose trail byte is at p.
+bool TextAgain::is_trail_of_lost(const uint8_t *p, const uint8_t *end) const {
+    constexpr std::ptrdiff_t kFarEnough = 16;
+    constexpr int32_t kTrailCost = 8 * kBit;
+    if (family_ == Family::kUtf8 || misreading_.read_as >= JKC_READ_CP1252 || end - p < 2 || is_ascii(*p)) {
+        return false;
+    }
+    end = std::min(end, p + kFarEnough);
+    return cost_of_run(p + 1, end) + kTrailCost < cost_of_run(p, end);
+}
+
 // Code page 932 has some characters twice, among them those at FA40 to FC4B. Where both of the codes fit, those bytes are
 // taken that are the likelier characters. They are the trail byte of one and the lead byte of the next.
 void TextAgain::prefer_other_code(uint8_t *p, size_t left) const {
-    const uint32_t other = p[1] >= 0xFA && p[1] <= 0xFC ? sjis_code_beside(two_byte_code(p[1], p[2])) : 0;
+    const uint32_t other = p[1] >= 0xFA ? other_code(p + 1) : 0;
     if (other == 0) {
         return;
     }
@@ -72,12 +108,15 @@ void TextAgain::prefer_other_code(uint8_t *p, size_t left) const {
 // What is ill-formed with one code may be well-formed with the other.
 bool TextAgain::put_back_other_code(uint8_t *p, size_t left) const {
     for (size_t i = 0; i + 1 < std::min(left, kLongestCharacter); ++i) {
-        const uint32_t other = is_ascii(p[i]) ? 0 : sjis_code_beside(two_byte_code(p[i], p[i + 1]));
+        const uint32_t other = other_code(p + i);
+        if (other == 0) {
+            continue;
+        }
         uint8_t changed[kLongestCharacter] = {};
         std::copy(p, p + std::min(left, kLongestCharacter), changed);
         changed[i] = static_cast<uint8_t>(other >> 8);
         changed[i + 1] = static_cast<uint8_t>(other);
-        if (other != 0 && is_found(look(changed, std::min(left, kLongestCharacter)))) {
+        if (is_found(look(changed, std::min(left, kLongestCharacter)))) {
             std::copy(changed + i, changed + i + 2, p + i);
             return true;
         }
@@ -132,6 +171,13 @@ size_t TextAgain::damaged_length(const uint8_t *p, size_t left) const {
     return left > 1 && p[1] == kLostByte ? 2 : std::max<size_t>(1, std::min<size_t>(left, look(p, left).length));
 }
 
+// Each end of a text may be a part of a character.
+bool TextAgain::has_many_errors() const {
+    constexpr uint64_t kAtEnds = 3;
+    constexpr uint64_t kCharactersPerError = 16;
+    return errors > kAtEnds && errors > kAtEnds + characters / kCharactersPerError;
+}
+
 uint8_t *TextAgain::take(uint8_t *p, const uint8_t *end, bool last, TextBuffer &text) {
     const bool doubtful = family_ == Family::kEuc && misreading_.read_as == JKC_TYPE_SJIS;
     while (p < end && (last || end - p >= static_cast<std::ptrdiff_t>(kLongestCharacter))) {
@@ -156,8 +202,18 @@ uint8_t *TextAgain::take(uint8_t *p, const uint8_t *end, bool last, TextBuffer &
             length = damaged_length(p, left);
             const auto lost = static_cast<size_t>(std::count(p, p + length, kLostByte));
             errors += lost == 0 ? 1 : 0;
+            if (has_many_errors()) {
+                return nullptr;
+            }
             destroyed += length - lost;
             found.c = kReplacement;
+            if (lost > 0 && is_trail_of_lost(p + length, end)) {
+                ++length;
+                ++destroyed;
+                if (!text.put(kReplacement)) {
+                    return nullptr;
+                }
+            }
         }
         if (!text.put(found.c)) {
             return nullptr;

@@ -13,8 +13,11 @@ public:
     explicit TextAgain(JkcMisreading misreading);
 
     // Reads the characters of which all bytes are there; `last`: all. Puts back what of the bytes is certain. Returns
-    // where it stopped: null, memory is short or the buffer is full.
+    // where it stopped; null: memory is short, the buffer is full, or there are many errors.
     uint8_t *take(uint8_t *p, const uint8_t *end, bool last, TextBuffer &text);
+
+    // Noise has more than any text.
+    bool has_many_errors() const;
 
     uint64_t characters = 0; // beyond ASCII
     uint64_t errors = 0;     // ill-formed stretches in which no byte is known to be lost
@@ -23,6 +26,8 @@ public:
 private:
     Sequence look(const uint8_t *p, size_t left) const;
     int32_t cost_of_two(const uint8_t *p, size_t left) const;
+    int32_t cost_of_run(const uint8_t *p, const uint8_t *end) const;
+    bool is_trail_of_lost(const uint8_t *p, const uint8_t *end) const;
     void prefer_other_code(uint8_t *p, size_t left) const;
     bool put_back(uint8_t *p, size_t left) const;
     bool put_back_lost(uint8_t *p, size_t left) const;

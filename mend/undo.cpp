@@ -6,19 +6,8 @@
 
 namespace jkc {
 
-namespace {
-
-// More than this is noise. Each end of a text may be a part of a character.
-bool has_many_errors(const TextAgain &text) {
-    constexpr uint64_t kAtEnds = 2;
-    constexpr uint64_t kCharactersPerError = 16;
-    return text.errors > kAtEnds && text.errors > kAtEnds + text.characters / kCharactersPerError;
-}
-
-} // namespace
-
 Undone undo(JkcMisreading misreading, std::span<const uint8_t> text, TextBuffer &undone, int64_t &damage) {
-    constexpr int64_t kErrorCost = 24 * kBit;
+    constexpr int64_t kErrorCost = 36 * kBit;
     constexpr int64_t kByteCost = 8 * kBit;
     constexpr size_t kRoom = 1024;
     uint8_t bytes[kRoom];
@@ -43,10 +32,7 @@ Undone undo(JkcMisreading misreading, std::span<const uint8_t> text, TextBuffer 
         }
         uint8_t *const taken = decoder.take(bytes, o, p == end, undone);
         if (taken == nullptr) {
-            return Undone::kFull;
-        }
-        if (has_many_errors(decoder)) {
-            return Undone::kNoWay;
+            return decoder.has_many_errors() ? Undone::kNoWay : Undone::kFull;
         }
         held = static_cast<size_t>(o - taken);
         memmove(bytes, taken, held);

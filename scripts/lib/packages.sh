@@ -53,6 +53,11 @@ declare -A package_probe=(
     [nkf]=nkf
     [python3-matplotlib]=/usr/lib/python3/dist-packages/matplotlib
     [locales]=/usr/share/i18n/locales/ja_JP
+    [emscripten]=emcc
+    [nodejs]=node
+    [npm]=npm
+    [chromium]=chromium
+    [node-typescript]=tsc
     [libicu-dev]=/usr/include/unicode/ucnv.h
 )
 
