@@ -59,11 +59,11 @@ private:
         uint64_t last_line = 0;
         const Part whole{type_, 1, 1, 0, source_.length()};
         for_each_loss(source_, whole, route_to(JKC_TYPE_UTF8, Options()), [&](const PlacedLoss &loss) {
-            if (loss.place.line != last_line) {
-                last_line = loss.place.line;
+            if (loss.loss.line != last_line) {
+                last_line = loss.loss.line;
                 ++wrong_lines_;
                 print(format(":%llu:%llu: ", static_cast<unsigned long long>(last_line),
-                             static_cast<unsigned long long>(loss.place.column)),
+                             static_cast<unsigned long long>(loss.loss.column)),
                       describe(loss) + what_line_would_be(last_line));
             }
             return true;

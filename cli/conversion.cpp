@@ -93,7 +93,7 @@ void FileConversion::tell_losses(const Route &route, uint64_t count) const {
             ++seen;
             if (seen == 1 || seen == count) {
                 (seen == 1 ? first : last) =
-                    format(tr("%s at %s"), describe(loss).c_str(), describe(loss.place).c_str());
+                    format(tr("%s at %s"), describe(loss).c_str(), describe_place(loss.loss).c_str());
             }
             return true;
         });

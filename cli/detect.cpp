@@ -138,7 +138,7 @@ ExitCode detect_file(const Options &options, const std::string &name, Output &ou
         if (wrong.count > 0) {
             text = format(tr("not %s: %llu ill-formed, the first %s at %s"), code_type_name(judged.type).c_str(),
                           static_cast<unsigned long long>(wrong.count), describe(wrong.first).c_str(),
-                          describe(wrong.first.place).c_str());
+                          describe_place(wrong.first.loss).c_str());
         }
         out.print((options.null_names ? name + '\0' : shown_on(kStandardOutput, name) + ": ") + text + "\n");
         if (options.explain) {

@@ -59,8 +59,7 @@ std::string FileReport::text(Outcome outcome) const {
     for (const PlacedLoss &loss : losses_) {
         lines +=
             format("%s:%llu:%llu: ", shown_on(kStandardOutput, name_).c_str(),
-                   static_cast<unsigned long long>(loss.place.line),
-                   static_cast<unsigned long long>(loss.place.column)) +
+                   static_cast<unsigned long long>(loss.loss.line), static_cast<unsigned long long>(loss.loss.column)) +
             format(tr("byte %llu: %s"), static_cast<unsigned long long>(loss.loss.offset), describe(loss).c_str()) +
             "\n";
     }
@@ -103,8 +102,8 @@ std::string FileReport::json(Outcome outcome) const {
     for (const PlacedLoss &loss : losses_) {
         nlohmann::ordered_json told;
         told["kind"] = name_of_kind(loss.loss.kind);
-        told["line"] = loss.place.line;
-        told["column"] = loss.place.column;
+        told["line"] = loss.loss.line;
+        told["column"] = loss.loss.column;
         told["offset"] = loss.loss.offset;
         told["bytes"] = in_hex(loss.bytes);
         if (loss.loss.code_point >= 0) {

@@ -16,8 +16,8 @@ constexpr int32_t kNoMore = 1; // what the observer answers when the caller want
 // What the observer of one run needs.
 struct Telling {
     const Source *source;
-    LinePlaces places;
     uint64_t begin; // from where the library counts: behind a BOM
+    uint64_t lines; // in front of the part
     const std::function<bool(const PlacedLoss &)> *take;
     std::exception_ptr thrown;
 };
@@ -25,9 +25,9 @@ struct Telling {
 int32_t tell(const JkcLoss *loss, void *user_data) {
     auto *telling = static_cast<Telling *>(user_data);
     try {
-        PlacedLoss placed{*loss, {}, {}};
+        PlacedLoss placed{*loss, {}};
         placed.loss.offset += telling->begin;
-        placed.place = telling->places.at(placed.loss.offset);
+        placed.loss.line += telling->lines;
         placed.bytes = telling->source->slice(placed.loss.offset, placed.loss.offset + loss->length);
         return (*telling->take)(placed) ? JKC_SUCCESS : kNoMore;
     } catch (...) {
@@ -81,15 +81,14 @@ std::string utf8_of(int64_t code_point) {
 
 void for_each_loss(const Source &source, const Part &part, const Route &route,
                    const std::function<bool(const PlacedLoss &)> &take) {
-    Telling telling{&source, LinePlaces(part.type, part.begin, part.first_line), part.begin + mark_length(source, part),
-                    &take, nullptr};
+    Telling telling{&source, part.begin + mark_length(source, part), part.first_line - 1, &take, nullptr};
     JkcConverterOptions options = route.options;
+    options.places = 1;
     options.observer = tell;
     options.observer_data = &telling;
     const Converter converter = make_converter(part.type, route.target, options);
     int32_t status = JKC_SUCCESS;
     source.read(part.begin, part.end, [&](const uint8_t *data, size_t length) {
-        telling.places.next(data, length);
         status = jkc_converter_feed(converter.get(), data, length, nullptr, nullptr);
         return status == JKC_SUCCESS;
     });
@@ -118,9 +117,9 @@ std::string describe(const PlacedLoss &loss) {
     }
 }
 
-std::string describe(const Place &place) {
-    return format(tr("line %llu, column %llu"), static_cast<unsigned long long>(place.line),
-                  static_cast<unsigned long long>(place.column));
+std::string describe_place(const JkcLoss &loss) {
+    return format(tr("line %llu, column %llu"), static_cast<unsigned long long>(loss.line),
+                  static_cast<unsigned long long>(loss.column));
 }
 
 } // namespace jkc::cli

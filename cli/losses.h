@@ -5,16 +5,14 @@
 #include <string>
 
 #include "jkc/converter.h"
-#include "line_places.h"
 #include "parts.h"
 #include "told_conversion.h"
 
 namespace jkc::cli {
 
-// A loss with its place.
+// A loss with its bytes.
 struct PlacedLoss {
-    JkcLoss loss; // its offset counts from the begin of the file
-    Place place;
+    JkcLoss loss;      // its offset and its line count from the begin of the file
     std::string bytes; // of the source
 };
 
@@ -26,7 +24,7 @@ void for_each_loss(const Source &source, const Part &part, const Route &route,
 std::string describe(const PlacedLoss &loss);
 
 // "line 2, column 5"
-std::string describe(const Place &place);
+std::string describe_place(const JkcLoss &loss);
 
 std::string in_hex(const std::string &bytes);
 

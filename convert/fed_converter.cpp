@@ -5,6 +5,7 @@
 
 #include "convert/compose.h"
 #include "convert/copy.h"
+#include "convert/line_places.h"
 #include "convert/routes.h"
 #include "core/context.h"
 
@@ -38,6 +39,7 @@ JkcConverterOptions read_options(const JkcConverterOptions *given) {
 struct JkcConverter {
     JkcContext ctx; // has no blocks
     jkc::Losses losses;
+    jkc::LinePlaces *places; // null: nobody asks for these
     int32_t src_type;
     int32_t dst_type;
     jkc::Conversion *conversion; // in `room`; null: the front of the text has not been looked at
@@ -67,6 +69,9 @@ void start_conversion(JkcConverter &c) {
     c.conversion = is_copy(c)
                        ? make_fed_copy(c.room, &c.ctx, c.area, c.src_type, c.dst_type, &c.losses)
                        : find_route(c.src_type, c.dst_type)(c.room, &c.ctx, c.area, has_bom(c.dst_type), &c.losses);
+    if (c.places != nullptr) {
+        c.places->start(static_cast<uint64_t>(c.ctx.read_offset));
+    }
 }
 
 void reset(JkcConverter &c) {
@@ -86,6 +91,11 @@ class Feed {
 public:
     Feed(JkcConverter &c, const uint8_t *data, size_t length, bool last)
         : c_(c), p_(data), end_(data + length), last_(last) {}
+
+    // The input goes away.
+    ~Feed() { pass_places(p_); }
+    Feed(const Feed &) = delete;
+    Feed &operator=(const Feed &) = delete;
 
     // What is neither taken nor held.
     const uint8_t *rest() const { return p_; }
@@ -146,6 +156,7 @@ private:
         const size_t added = hold();
         Stop stop;
         const size_t taken = run_window({c_.held, c_.held + c_.held_length, last_ && p_ == end_}, stop);
+        pass_places(c_.held + taken);
         if (taken >= before) { // what was added is taken from where it lies
             p_ -= added - (taken - before);
             c_.held_length = 0;
@@ -159,9 +170,17 @@ private:
         Stop stop;
         p_ += run_window({p_, end_, last_}, stop);
         if (stop == Stop::kInput) {
+            pass_places(p_);
             hold();
         }
         return stop;
+    }
+
+    // All in front of p is converted. A text that has ended has no further losses.
+    void pass_places(const uint8_t *p) {
+        if (c_.places != nullptr && !c_.ended) {
+            c_.places->pass(p, static_cast<uint64_t>(c_.ctx.read_offset));
+        }
     }
 
     JkcConverter &c_;
@@ -248,20 +267,33 @@ int32_t jkc_converter_create(JkcConverter **converter, int32_t src_type, int32_t
     if (c == nullptr) {
         return JKC_EALLOC;
     }
+    c->src_type = without_ascii(src_type);
+    c->dst_type = without_ascii(dst_type);
+    if (wanted.places != 0) {
+        c->places = static_cast<LinePlaces *>(calloc(1, sizeof(LinePlaces)));
+        if (c->places == nullptr) {
+            free(c);
+            return JKC_EALLOC;
+        }
+        c->places->init(c->src_type);
+    }
     set_defaults(c->ctx);
     c->ctx.mode = wanted.line_type;
-    c->losses.init(wanted);
+    c->losses.init(wanted, c->places);
     c->ctx.suppress = c->losses.is_classic() ? wanted.suppress : 0;
     c->ctx.utfmac_to = c->ctx.utfmac_exists = wanted.compose != 0;
     c->ctx.srg_exists = wanted.jis_2004 != 0;
-    c->src_type = without_ascii(src_type);
-    c->dst_type = without_ascii(dst_type);
     reset(*c);
     *converter = c;
     return JKC_SUCCESS;
 }
 
-void jkc_converter_release(JkcConverter *converter) { free(converter); }
+void jkc_converter_release(JkcConverter *converter) {
+    if (converter != nullptr) {
+        free(converter->places);
+    }
+    free(converter);
+}
 
 void jkc_converter_reset(JkcConverter *converter) { jkc::reset(*converter); }
 

@@ -5,10 +5,12 @@
 
 namespace jkc {
 
+class LinePlaces;
+
 class Losses {
 public:
-    // Reads the options, which are valid.
-    void init(const JkcConverterOptions &options);
+    // Reads the options, which are valid. `places` tell line and column; null: nobody asks for these.
+    void init(const JkcConverterOptions &options, LinePlaces *places);
     void reset();
 
     bool is_classic() const { return policy_ == JKC_ON_LOSS_CLASSIC; }
@@ -35,6 +37,7 @@ private:
     bool one_code_each_;
     JkcLossObserver observer_;
     void *observer_data_;
+    LinePlaces *places_;
     uint64_t counts_[JKC_LOSS_TRUNCATED + 1];
     JkcLoss first_;
     JkcLoss last_;

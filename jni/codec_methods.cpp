@@ -1,7 +1,7 @@
 // The native methods of Codec.
 #include <cstdlib>
 
-#include "jni/codec.h"
+#include "convert/codec.h"
 #include "jni/region.h"
 #include "kestro_jkc_Codec.h"
 

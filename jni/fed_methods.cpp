@@ -100,11 +100,11 @@ jlongArray Java_kestro_jkc_FedConverter_losses(JNIEnv *env, jclass /*cls*/, jlon
     }
     env->SetLongArrayRegion(told, 0, kFront, front);
     for (jsize i = 0; i < kept; ++i) {
-        const KeptLoss &loss = text.kept()[i];
+        const JkcLoss &loss = text.kept()[i];
         jlong row[kKeptLongs];
-        put_loss(row, loss.loss);
-        row[kLossLongs] = loss.place.line;
-        row[kLossLongs + 1] = loss.place.column;
+        put_loss(row, loss);
+        row[kLossLongs] = static_cast<jlong>(loss.line);
+        row[kLossLongs + 1] = static_cast<jlong>(loss.column);
         env->SetLongArrayRegion(told, kFront + i * kKeptLongs, kKeptLongs, row);
     }
     return told;

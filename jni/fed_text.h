@@ -1,15 +1,11 @@
-// A converter that is fed from Java: it keeps its losses, with their places.
+// A converter that is fed from Java: it keeps its losses.
 #pragma once
 
+#include <cstddef>
+
 #include "jkc/converter.h"
-#include "jni/line_places.h"
 
 namespace jkc {
-
-struct KeptLoss {
-    JkcLoss loss;
-    Place place;
-};
 
 class FedText {
 public:
@@ -24,7 +20,7 @@ public:
     // What it has ended with.
     int32_t status() const { return status_; }
     JkcConverterLosses losses() const;
-    const KeptLoss *kept() const { return kept_; }
+    const JkcLoss *kept() const { return kept_; }
     size_t kept_count() const { return kept_count_; }
 
 private:
@@ -33,11 +29,10 @@ private:
 
     JkcConverter *converter_;
     int32_t status_;
-    KeptLoss *kept_;
+    JkcLoss *kept_;
     size_t kept_count_;
     size_t kept_room_;
     size_t most_;
-    LinePlaces places_;
 };
 
 } // namespace jkc

@@ -14,7 +14,10 @@ protected:
 
     void make(int32_t src, int32_t dst) {
         jkc_converter_release(converter);
-        ASSERT_EQ(jkc_converter_create(&converter, src, dst, nullptr), JKC_SUCCESS);
+        JkcConverterOptions options = {};
+        options.size = sizeof options;
+        options.places = 1;
+        ASSERT_EQ(jkc_converter_create(&converter, src, dst, &options), JKC_SUCCESS);
     }
     int32_t feed(const std::string &bytes) {
         return jkc_converter_feed(converter, reinterpret_cast<const uint8_t *>(bytes.data()), bytes.size(),
@@ -104,6 +107,7 @@ TEST_F(ConverterTest, OneThatHasEndedConvertsOnOrIsNotAsGoodAsNewAgain) {
     jkc_converter_losses(converter, &losses);
     EXPECT_EQ(losses.unmappable, 1U);
     EXPECT_EQ(losses.ill_formed + losses.truncated + losses.first.offset, 0U);
+    EXPECT_EQ(losses.first.column, 1U);
 }
 
 // The cases of data/converter.txt, fed in pieces and in memory as a whole.
@@ -117,6 +121,7 @@ TEST_F(ConverterTest, ACaseFedOrInMemory) {
         JkcConverterOptions options = {};
         options.size = sizeof options;
         options.line_type = static_cast<uint32_t>(c.options.number("eol"));
+        options.places = 1;
         if (src != 0 && dst < 99 && !c.options.has("any")) {
             for (const size_t piece : {1U, 2U, 977U}) {
                 jkc_converter_release(converter);
@@ -166,6 +171,43 @@ TEST_F(ConverterTest, ALossIsNotCountedOrWrittenOtherwise) {
                           jkc_converter_bound(static_cast<int32_t>(c.options.number("dst")), c.input.size()));
             }
         }
+    }
+}
+
+// In lines that are longer than what is counted at once, and behind more of them.
+TEST_F(ConverterTest, APlaceFarInATextIsNotThatOfTheLoss) {
+    constexpr uint64_t kMany = 70000;
+    const struct {
+        int32_t type;
+        std::string line_end, character, loss;
+    } cases[] = {{JKC_TYPE_UTF8, "\n", "𠮷", "\xFF"},
+                 {JKC_TYPE_SJIS, "\r", "\x82\xA0", "\x80"},
+                 {JKC_TYPE_JIS, "\r\n", "\x1B$B$\"\x1B(B", "\xFF"},
+                 {JKC_TYPE_UTF16LE, {"\n\0", 2}, "\x42\xD8\xB7\xDF", {"\0\xD8", 2}}};
+    for (const auto &c : cases) {
+        std::string text;
+        for (const std::string &part : {c.line_end, c.character}) {
+            for (uint64_t i = 0; i < kMany; ++i) {
+                text += part;
+            }
+            text += c.loss;
+        }
+        JkcConverterOptions options = {};
+        options.size = sizeof options;
+        options.on_loss = JKC_ON_LOSS_REPLACE;
+        options.places = 1;
+        JkcConverterLosses losses = {};
+        losses.size = sizeof losses;
+        uint8_t *out = nullptr;
+        size_t length = 0;
+        EXPECT_EQ(jkc_convert_memory(c.type, JKC_TYPE_UTF16BE, reinterpret_cast<const uint8_t *>(text.data()),
+                                     text.size(), &options, &out, &length, &losses),
+                  JKC_SUCCESS);
+        jkc_free(out);
+        EXPECT_EQ(losses.first.line, kMany + 1);
+        EXPECT_EQ(losses.first.column, 1U);
+        EXPECT_EQ(losses.last.line, kMany + 1);
+        EXPECT_EQ(losses.last.column, kMany + 2) << c.type;
     }
 }
 

@@ -31,7 +31,8 @@
  * in JIS, control characters, the space and DEL are themselves in every set, unless #JKC_ON_LOSS_CLASSIC reads them as
  * parts of codes.
  *
- * A converter takes about 10 kB, whatever the length of the text, and allocates nothing once it is made.
+ * A converter takes about 10 kB, twice that with `places`, whatever the length of the text, and allocates nothing once it
+ * is made.
  *
  * @par Threads
  * Different converters may be used in any number of threads at once, one converter by one thread at a time. A writer may
@@ -64,6 +65,8 @@ typedef struct JkcLoss {
     int32_t kind;       /**< a JkcLossKind */
     int64_t code;       /**< its bytes as a number, the first one highest; the first four of a longer one */
     int64_t code_point; /**< the character that is unmappable; -1: no character */
+    uint64_t line;      /**< from 1 on; lines end with LF, CR or CR LF. 0 without JkcConverterOptions::places */
+    uint64_t column;    /**< which character of the line it is, from 1 on; 0 without JkcConverterOptions::places */
 } JkcLoss;
 
 /**
@@ -96,7 +99,8 @@ typedef struct JkcConverterOptions {
     uint8_t one_code_each;    /**< not 0: of the codes that code page 932 and its kin (50221, 51932, eucJP-ms) have for
                                     the same character, only the one that is written back is known, as to
                                     jkc_convert_buffer() */
-    uint8_t reserved[6];      /**< 0 */
+    uint8_t places;           /**< not 0: each loss tells its line and column */
+    uint8_t reserved[5];      /**< 0 */
     JkcLossObserver observer; /**< null, or learns of each loss; it may not use the converter that calls it */
     void *observer_data;      /**< passed to the observer */
 } JkcConverterOptions;

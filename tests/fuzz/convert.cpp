@@ -49,6 +49,7 @@ struct Order {
         options.on_loss = static_cast<uint8_t>(choices.below(JKC_ON_LOSS_ESCAPE + 1));
         options.geta = choices.yes() ? 1 : 0;
         options.one_code_each = choices.yes() ? 1 : 0;
+        options.places = choices.yes() ? 1 : 0;
     }
 };
 

@@ -81,6 +81,9 @@ std::string in_word(const JkcLoss &loss) {
     if (loss.code_point >= 0) {
         out << '=' << loss.code_point;
     }
+    if (loss.line > 0) {
+        out << std::dec << '@' << loss.line << '.' << loss.column;
+    }
     out << ';';
     return out.str();
 }
@@ -235,6 +238,7 @@ Outcome convert_fed(const Case &c, size_t piece, bool into_buffers, int64_t padd
     options.one_code_each = !c.options.has("all_codes");
     options.on_loss = static_cast<uint8_t>(c.options.number("on_loss"));
     options.geta = c.options.has("geta");
+    options.places = c.options.has("places");
     LossRecorder recorder;
     recorder.answer_at = static_cast<size_t>(c.options.number("observed_at"));
     recorder.answer = static_cast<int32_t>(c.options.number("observed"));

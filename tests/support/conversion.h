@@ -36,7 +36,7 @@ Outcome convert(const Case &c, Way way, int64_t padding = 0);
 // Whether a converter that is fed does what such a case asks for.
 bool can_be_fed(const Case &c);
 // Converts with one, in pieces of this size, or of random ones: for a writer, or into buffers of as many bytes. With the
-// option on_loss its losses are told as losses=kind, offset+length:code=character.
+// option on_loss its losses are told as losses=kind, offset+length:code=character@line.column.
 constexpr size_t kRandomPieces = 0;
 Outcome convert_fed(const Case &c, size_t piece, bool into_buffers, int64_t padding = 0);
 // What of an outcome such a converter has.

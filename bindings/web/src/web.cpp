@@ -7,7 +7,6 @@
 
 #include "code_types.h"
 #include "jkc.h"
-#include "line_places.h"
 
 #define JKC_WEB_EXPORT extern "C" __attribute__((used, visibility("default")))
 #define JKC_WEB_IMPORT(name) extern "C" __attribute__((import_module("jkc"), import_name(name)))
@@ -52,9 +51,6 @@ extern "C" void *sbrk(intptr_t increment) {
 
 namespace {
 
-using jkc::cli::LinePlaces;
-using jkc::cli::Place;
-
 constexpr size_t kPiece = 65536; // as much as is taken at once
 uint8_t piece[kPiece];
 
@@ -63,7 +59,8 @@ constexpr size_t kLongestMark = 3;
 class Conversion {
 public:
     Conversion(int32_t source, int32_t target, JkcConverterOptions options, uint32_t most_losses)
-        : source_(source), most_losses_(most_losses), places_(source) {
+        : source_(source), most_losses_(most_losses) {
+        options.places = most_losses > 0;
         options.observer = lose;
         options.observer_data = this;
         jkc_converter_create(&converter_, source, target, &options);
@@ -77,9 +74,6 @@ public:
     int32_t feed(size_t length) {
         for (size_t i = 0; i < length && front_length_ < kLongestMark; ++i) {
             front_[front_length_++] = piece[i];
-        }
-        if (told_ < most_losses_) {
-            places_.next(piece, length);
         }
         return jkc_converter_feed(converter_, piece, length, write, nullptr);
     }
@@ -102,11 +96,9 @@ private:
         auto *self = static_cast<Conversion *>(user_data);
         if (self->told_ < self->most_losses_) {
             ++self->told_;
-            const uint64_t offset = loss->offset + self->mark_length();
-            const Place place = self->places_.at(offset);
-            web_lose(loss->kind, static_cast<double>(offset), loss->length, static_cast<double>(loss->code),
-                     static_cast<double>(loss->code_point), static_cast<double>(place.line),
-                     static_cast<double>(place.column));
+            web_lose(loss->kind, static_cast<double>(loss->offset + self->mark_length()), loss->length,
+                     static_cast<double>(loss->code), static_cast<double>(loss->code_point),
+                     static_cast<double>(loss->line), static_cast<double>(loss->column));
         }
         return JKC_SUCCESS;
     }
@@ -131,7 +123,6 @@ private:
     int32_t source_;
     uint32_t most_losses_; // how many are told
     uint32_t told_ = 0;
-    LinePlaces places_;
     JkcConverter *converter_ = nullptr;
     uint8_t front_[kLongestMark] = {};
     size_t front_length_ = 0;

@@ -13,14 +13,6 @@ export default function tests({ test, jkc, loadAnew }) {
         const text = "ab\r\n\u3042\u2665\r\u{20bb7}\u2665\n\n\u2665";
         equal(places(bytes(text), { from: "UTF-8" }), [[7, 2, 2], [11, 3, 1], [15, 3, 2], [20, 5, 1]]);
         equal(places(bytes(`\ufeff${text}`), { from: "UTF-8" })[0], [10, 2, 2], "behind a BOM");
-        const units = jkc.encode(text, "UTF-16BE");
-        equal(places(units, { from: "UTF-16BE" }), [[10, 2, 2], [14, 3, 1], [18, 3, 2], [24, 5, 1]]);
-        const jis = Uint8Array.from([0x1b, 0x24, 0x42, 0x24, 0x22, 0x2d, 0x50, 0x1b, 0x28, 0x42, 0x0a]);
-        equal(places(jis, { from: "ISO-2022-JP", to: "CP20932" }), [[5, 1, 2]], "behind a designation");
-        const long = new Uint8Array(200001).fill(0x61);
-        long[131073] = 0x0a;
-        long[200000] = 0xff;
-        equal(places(long, { from: "UTF-8" }), [[200000, 2, 68927]], "in a long line");
     });
 
     test("losses beyond those that are told are not counted", () => {

@@ -5,7 +5,6 @@ from typing import Any, NamedTuple, Optional
 
 from ._native import ffi, lib
 from ._types import LossKind
-from .codecs import own
 from .encodings import Encoding
 
 _KINDS: dict[int, LossKind] = {
@@ -13,7 +12,6 @@ _KINDS: dict[int, LossKind] = {
     lib.JKC_LOSS_UNMAPPABLE: "unmappable",
     lib.JKC_LOSS_TRUNCATED: "truncated",
 }
-_LONG_LINE = 65536
 
 
 class Loss(NamedTuple):
@@ -44,54 +42,6 @@ class Loss(NamedTuple):
         return f"{place}{what[self.kind]} {self.data.hex(' ').upper()}"
 
 
-class Places:
-    """Tells line and column of offsets that never go back; as the program does, in one pass."""
-
-    def __init__(self, data: Any, encoding: Encoding):
-        self._data = data
-        self._encoding = encoding
-        self._passed = 0  # up to here characters are counted
-        self._line = 1
-        self._characters = 0  # of this line, in front of _passed
-        self._behind_cr = False
-        # JIS text is read from the line's begin on, as its designations last.
-        self._is_7bit = encoding.code_type in (lib.JKC_TYPE_JIS, lib.JKC_TYPE_JIS2004)
-        self._line_begin = 0
-
-    def at(self, offset: int) -> tuple[int, int]:
-        piece = bytes(self._data[self._passed : offset])
-        text: Optional[str] = None
-        if "utf-16" in self._encoding.python:
-            text = self._decode(piece)
-            behind_lines = self._pass_lines(text, "\n", "\r", "\r\n")
-            if behind_lines:
-                text = text[behind_lines:]
-                self._characters = 0
-        else:
-            behind_lines = self._pass_lines(piece, b"\n", b"\r", b"\r\n")
-            if behind_lines:
-                self._line_begin = self._passed + behind_lines
-                piece = piece[behind_lines:]
-                self._characters = 0
-        self._passed = offset
-        if self._is_7bit and offset - self._line_begin <= _LONG_LINE:
-            self._characters = 0
-            piece = bytes(self._data[self._line_begin : offset])
-        self._characters += len(self._decode(piece) if text is None else text)
-        return self._line, self._characters + 1
-
-    def _pass_lines(self, piece: Any, lf: Any, cr: Any, crlf: Any) -> int:
-        """Counts the line ends, and returns how much of the piece stands in front of the last line."""
-        if piece:
-            ends = piece.count(lf) + piece.count(cr) - piece.count(crlf)
-            self._line += ends - (1 if self._behind_cr and piece.startswith(lf) else 0)
-            self._behind_cr = piece.endswith(cr)
-        return int(max(piece.rfind(lf), piece.rfind(cr)) + 1)
-
-    def _decode(self, piece: bytes) -> str:
-        return own(self._encoding).decode(piece, "replace")[0]
-
-
 def mark_length(data: Any, encoding: Encoding) -> int:
     """The length of the byte-order mark at the front, behind which the library counts offsets."""
     mark = {"utf-8": b"\xef\xbb\xbf", "utf-8-sig": b"\xef\xbb\xbf"}.get(encoding.python)
@@ -109,6 +59,7 @@ class Collector:
         self._list = ffi.gc(ffi.new("JkcLossList *"), _free)
         self._list.limit = limit
         self.options = ffi.new("JkcConverterOptions *", options[0])
+        self.options.places = limit > 0
         self.options.observer = ffi.addressof(lib, "jkc_native_collect")
         self.options.observer_data = self._list
 
@@ -121,14 +72,13 @@ class Collector:
         """What was lost of a text, with its places."""
         view = memoryview(data).cast("B")
         mark = mark_length(view, encoding)
-        places = Places(view, encoding)
         told = []
         for i in range(self._list.count):
             loss = self._list.items[i]
             begin = mark + loss.offset
             character = chr(loss.code_point) if loss.code_point >= 0 else None
             told.append(Loss(_KINDS[loss.kind], begin, loss.length, bytes(view[begin : begin + loss.length]),
-                             character, *places.at(begin)))
+                             character, loss.line, loss.column))
         return tuple(told)
 
 

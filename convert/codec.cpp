@@ -1,4 +1,4 @@
-#include "jni/codec.h"
+#include "convert/codec.h"
 
 #include <bit>
 #include <cstring>
@@ -45,7 +45,7 @@ void Codec::init(int32_t from, int32_t to) {
 void Codec::reset() {
     JkcConverterOptions options = {};
     options.on_loss = JKC_ON_LOSS_STOP;
-    state_.losses.init(options);
+    state_.losses.init(options, nullptr);
     JkcContext &ctx = state_.ctx;
     ctx = {};
     set_defaults(ctx);
