@@ -8,13 +8,16 @@ option(JKC_BUILD_TESTS "Build the tests (needs GoogleTest, and the static librar
 option(JKC_BUILD_FUZZ "Build the fuzz targets, too, with the tests" OFF)
 option(JKC_BUILD_BENCH "Build the benchmark (needs Google Benchmark)" OFF)
 option(JKC_INSTALL "Install what is built" ${PROJECT_IS_TOP_LEVEL})
-set(jni_default OFF)
+set(bindings_default OFF)
 if(PROJECT_IS_TOP_LEVEL)
-    set(jni_default AUTO)
+    set(bindings_default AUTO)
 endif()
-set(JKC_JNI ${jni_default} CACHE STRING
+set(JKC_JNI ${bindings_default} CACHE STRING
     "Build the native methods for Java and jkc.jar: ON, OFF, or AUTO (with a JDK and the shared library)")
 set_property(CACHE JKC_JNI PROPERTY STRINGS AUTO ON OFF)
+set(JKC_PYTHON ${bindings_default} CACHE STRING
+    "Build the package for Python and its tests: ON, OFF, or AUTO (with the tests, where an interpreter has what it takes)")
+set_property(CACHE JKC_PYTHON PROPERTY STRINGS AUTO ON OFF)
 option(JKC_JAR_HAS_LIBRARY "Put a copy of the shared library into jkc.jar, so that it needs no installed one" ON)
 option(JKC_WERROR "Treat compiler warnings as errors" OFF)
 set(JKC_SANITIZE "" CACHE STRING "Sanitizers to build with, such as address,undefined")

@@ -141,7 +141,7 @@ private:
             }
             if (in.at_end()) {
                 d.status = JKC_SUCCESS;
-                stop = Stop::kEnd;
+                stop = in.stays_open ? Stop::kInput : Stop::kEnd;
                 break;
             }
             if (out.full(o)) {

@@ -65,10 +65,9 @@ public:
         return one_or_two(o, code);
     }
 
-    bool has_kernel() const { return table32_ == nullptr; }
     Encoded encode(const uint16_t *units, size_t count, uint8_t *o) const {
-        // What is tried in the variants may have changed the table.
-        return has_kernel() ? kernels().encode_legacy(units, count, o, {table_, count_}) : Encoded{0, o};
+        return table32_ != nullptr ? kernels().encode_long_legacy(units, count, o, {table32_, count_})
+                                   : kernels().encode_legacy(units, count, o, {table_, count_});
     }
 
     // The replacement that the table has in the entry of U+0000, or 0.

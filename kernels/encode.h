@@ -56,6 +56,12 @@ inline void for_each_entry(const Batch &batch, const LookUp &look_up) {
 inline void look_up_entries(const Batch &batch, const uint16_t *units, const uint16_t *table, uint16_t *found) {
     for_each_entry(batch, [=](size_t at) { found[at] = table[units[at]]; });
 }
+inline void look_up_entries(const Batch &batch, const uint16_t *units, const uint32_t *table, uint16_t *found) {
+    for_each_entry(batch, [=](size_t at) {
+        const uint32_t code = table[units[at]];
+        found[at] = code <= 0xFFFF ? static_cast<uint16_t>(code) : 0;
+    });
+}
 
 inline size_t look_up_characters(uint16_t *units, size_t count, LookUpTable table) {
     const Batch batch = plan(units, count, table.count, [](Units) { return 0U; });
@@ -81,7 +87,8 @@ inline uint32_t is_odd(Units v) {
     return units_between(v, 0xFF61, 0xFF9F) | units_equal(v, kOverline) | units_equal(v, kYenSign);
 }
 
-inline Encoded encode_legacy(const uint16_t *units, size_t count, uint8_t *o, LookUpTable table) {
+template <class Table>
+Encoded encode_legacy(const uint16_t *units, size_t count, uint8_t *o, Table table) {
     const Batch batch = plan(units, count, table.count, is_odd);
     uint16_t found[kMostTogether + kUnitsBehind];
     look_up_entries(batch, units, table.entries, found);

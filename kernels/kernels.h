@@ -75,6 +75,13 @@ struct Encoded {
 // Half-width katakana, the overline and the yen sign are not taken, nor what has no code or one of a single byte.
 using EncodeLegacy = Encoded(const uint16_t *units, size_t count, uint8_t *o, LookUpTable table);
 
+// The same for a table some of whose codes have three bytes, which are not taken.
+struct LongLookUpTable {
+    const uint32_t *entries;
+    uint64_t count;
+};
+using EncodeLongLegacy = Encoded(const uint16_t *units, size_t count, uint8_t *o, LongLookUpTable table);
+
 struct JisTables {
     const uint16_t *codes;
     const uint8_t *sets; // the designation of each
@@ -112,6 +119,7 @@ struct Kernels {
     Decode *decode_utf16le = nullptr;
     LookUp *look_up = nullptr;
     EncodeLegacy *encode_legacy = nullptr;
+    EncodeLongLegacy *encode_long_legacy = nullptr;
     EncodeJis *encode_jis = nullptr;
     EncodeUnicode *encode_utf8 = nullptr;
     EncodeUnicode *encode_utf16be = nullptr;

@@ -8,8 +8,8 @@ namespace jkc {
 namespace {
 
 JkcContext &select_target(JkcContext &ctx, int32_t read_as) {
-    set_defaults(ctx);
     if (family_of(read_as) != Family::kNone) {
+        set_defaults(ctx);
         select_target_tables(ctx, read_as);
     }
     return ctx;

@@ -30,8 +30,10 @@ uint32_t other_code(const uint8_t *p) {
 } // namespace
 
 TextAgain::TextAgain(JkcMisreading misreading) : misreading_(misreading), family_(family_of(misreading.was)) {
-    set_defaults(ctx_);
-    select_source_tables(ctx_, misreading.was);
+    if (family_ != Family::kUtf8) {
+        set_defaults(ctx_);
+        select_source_tables(ctx_, misreading.was);
+    }
     if (misreading.read_as == JKC_READ_CP1252) {
         lost_bytes_ = kNotInCp1252;
     }

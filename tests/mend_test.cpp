@@ -114,7 +114,8 @@ Converted misread(const string &text, JkcMisreading misreading, bool lossy) {
     std::u32string characters;
     for (const char c : bytes.text) {
         const auto byte = static_cast<uint8_t>(c);
-        characters += byte < 0x80 ? byte : single_byte_character(set_of(misreading.read_as), byte);
+        characters +=
+            static_cast<char32_t>(byte < 0x80 ? byte : single_byte_character(set_of(misreading.read_as), byte));
         if (lossy && misreading.read_as == JKC_READ_CP1252 && characters.back() >= 0x80 && characters.back() < 0xA0) {
             characters.back() = 0xFFFD;
             ++read.lost;
@@ -191,7 +192,8 @@ TEST(Mend, SoundTextsStayAsTheyAre) {
         lines.insert(lines.end(), more.begin(), more.end());
     }
     std::vector<string> texts = lines;
-    for (const size_t length : {3, 5, 10, 20}) {
+    constexpr size_t kLengths[] = {3, 5, 10, 20};
+    for (const size_t length : kLengths) {
         const std::vector<string> parts = parts_of(lines, length, 1);
         texts.insert(texts.end(), parts.begin(), parts.end());
     }

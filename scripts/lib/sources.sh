@@ -1,7 +1,7 @@
 # For the scripts in scripts/: sourced after common.sh. Lists our C and C++ files.
 
 formatted_sources() {
-    find . -path ./build -prune -o \( -name '*.h' -o -name '*.c' -o -name '*.cpp' \) -print | sort
+    find . \( -path ./build -o -path ./bindings/python/build \) -prune -o \( -name '*.h' -o -name '*.c' -o -name '*.cpp' \) -print | sort
 }
 
 # What a build has command lines for; headers are looked at through these.

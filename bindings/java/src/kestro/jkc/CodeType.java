@@ -77,9 +77,9 @@ public enum CodeType {
         return judged >= ASCII.bit();
     }
 
-    /** Tells whether what was judged is a set with ASCII in it: 7-bit text that would make sense as UTF-16. */
-    static boolean isPlain(int judged) {
-        return isSet(judged) && judged(judged).contains(ASCII);
+    /** Tells whether it is a Unicode form. */
+    boolean isUnicode() {
+        return compareTo(UTF16BE) >= 0;
     }
 
     /** Tells whether what was judged is one code type, not a set or nothing. */

@@ -259,6 +259,15 @@ public final class Jkc {
      */
     public native boolean isEucLong(long code);
 
+    /**
+     * Sees to it that the native library is there.
+     *
+     * @throws LinkageError when it is not
+     */
+    static void load() {
+        // That this class is initialised is all it takes.
+    }
+
     /** Fails when the loaded library lacks the methods above, as one built without them does. */
     private static void probe() {
         Jkc jkc = new Jkc();

@@ -7,9 +7,16 @@ public final class JkcException extends RuntimeException {
     /** What the native method answered. */
     private final int status;
 
+    private final transient Loss loss;
+
     JkcException(int status) {
-        super(message(status));
+        this(status, null);
+    }
+
+    JkcException(int status, Loss loss) {
+        super(message(status, loss));
         this.status = status;
+        this.loss = status == Status.ELOSS ? loss : null;
     }
 
     /**
@@ -21,7 +28,16 @@ public final class JkcException extends RuntimeException {
         return status;
     }
 
-    private static String message(int status) {
+    /**
+     * Tells where a conversion stopped that was to stop at a loss.
+     *
+     * @return the loss, without its line and column; null after any other failure
+     */
+    public Loss loss() {
+        return loss;
+    }
+
+    private static String message(int status, Loss loss) {
         if (status > 0) {
             return "the text could be any of " + CodeType.judged(status) + "; tell which one to expect";
         }
@@ -32,6 +48,8 @@ public final class JkcException extends RuntimeException {
                 return "memory is short";
             case Status.EUEXPEOD:
                 return "the text ends inside a character";
+            case Status.ELOSS:
+                return "a loss at byte " + loss.offset() + ": " + loss;
             default:
                 return "status " + status;
         }

@@ -8,6 +8,7 @@ final class Status {
     static final int EALLOC = -4;
     static final int EWRITE = -8;
     static final int EUEXPEOD = -22;
+    static final int ELOSS = -25;
 
     private Status() {}
 }

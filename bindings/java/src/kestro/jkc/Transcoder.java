@@ -1,14 +1,12 @@
 package kestro.jkc;
 
-import java.io.ByteArrayOutputStream;
+import java.io.Closeable;
 import java.io.IOException;
 import java.io.InputStream;
 import java.io.OutputStream;
-import java.lang.ref.Cleaner;
-import java.lang.ref.Reference;
-import java.nio.charset.StandardCharsets;
 import java.nio.file.Files;
 import java.nio.file.Path;
+import java.util.List;
 import java.util.Objects;
 import java.util.concurrent.locks.ReentrantLock;
 
@@ -21,44 +19,45 @@ import java.util.concurrent.locks.ReentrantLock;
  * }
  * }</pre>
  *
- * <p>The encoding is judged from the bytes, and a tie is not guessed: {@link #expect} decides it. The one exception is
- * plain 7-bit text that would make sense as UTF-16 too, which is taken as ASCII.
+ * <p>The encoding is decided from the bytes, and a tie is not guessed: {@link #expect} decides it. Or {@link #from} tells
+ * it: then nothing is decided, and streams are converted as they come.
+ *
+ * <p>Texts may be of any length: streams are converted in constant memory. Where the encoding is to be decided, all of the
+ * text is read first. A file is read twice then; of a stream up to 16 MB are kept in memory, and what is beyond that in
+ * a temporary file.
  *
  * <p>Different transcoders may be used by any number of threads at once. One is used by one thread at a time: others wait
  * for it. A stream that a transcoder reads or writes may use other transcoders, but not that one. Streams in two threads
- * that use each other's transcoder wait for each other for ever.
+ * that use each other's transcoder wait for each other for ever. The streams and readers that a transcoder makes are
+ * independent of it once they are made.
  *
  * <p>Methods throw {@link NullPointerException} for a null argument and {@link IllegalStateException} once the
  * transcoder is closed. One that is never closed is freed some time after the last use.
  */
 public final class Transcoder implements AutoCloseable {
-    private static final Cleaner CLEANER = Cleaner.create();
+    /** What the source of a string is told to be. */
+    private static final CodeType TEXT = CodeType.UTF16BE_BOM;
+
+    private static final int BUFFER_SIZE = 1 << 16;
 
     private final ReentrantLock inUse = new ReentrantLock();
-    private final Jkc jkc = new Jkc();
-    private final Cleaner.Cleanable release;
     private boolean closed;
     private CodeType expected = CodeType.EMPTY;
+    private CodeType told = CodeType.EMPTY;
+    private LineType lineType = LineType.KEEP;
+    private LossPolicy onLoss = LossPolicy.CLASSIC;
+    private boolean compose;
+    private boolean suppress;
+    private int keep = 1000;
     private Conversion last;
+    private Losses losses = Losses.NONE;
+    /** The converter of the last route, for the next text. */
+    private FedConverter converter;
+    private FedConverter.Route route;
 
     /** Makes a transcoder with every option off. */
     public Transcoder() {
-        if (jkc._createJkc() != Status.SUCCESS) {
-            throw new OutOfMemoryError("no memory for a transcoder");
-        }
-        release = CLEANER.register(this, holding(inUse, jkc::_releaseJkc));
-    }
-
-    /** The cleaner's thread takes its turn too, and so sees what the last user's did. It must not know the transcoder. */
-    private static Runnable holding(ReentrantLock lock, Runnable action) {
-        return () -> {
-            lock.lock();
-            try {
-                action.run();
-            } finally {
-                lock.unlock();
-            }
-        };
+        Jkc.load();
     }
 
     /** Frees the native memory. A second call does nothing. */
@@ -67,7 +66,9 @@ public final class Transcoder implements AutoCloseable {
         takeTurn();
         try {
             closed = true;
-            release.clean();
+            if (converter != null) {
+                converter.close();
+            }
         } finally {
             inUse.unlock();
         }
@@ -80,7 +81,20 @@ public final class Transcoder implements AutoCloseable {
      * @return this transcoder
      */
     public Transcoder expect(CodeType type) {
-        return set(() -> expected = Objects.requireNonNull(type));
+        Objects.requireNonNull(type);
+        return set(() -> expected = type);
+    }
+
+    /**
+     * Tells the code type that texts are in, whatever they look like. A byte-order mark at the front of a text in a
+     * Unicode form is passed over, whether the type has one or not.
+     *
+     * @param type the code type, {@link CodeType#EMPTY} to have it decided again
+     * @return this transcoder
+     */
+    public Transcoder from(CodeType type) {
+        Objects.requireNonNull(type);
+        return set(() -> told = type);
     }
 
     /**
@@ -90,17 +104,42 @@ public final class Transcoder implements AutoCloseable {
      * @return this transcoder
      */
     public Transcoder lineType(LineType type) {
-        return set(() -> jkc.setLtype(type.number()));
+        Objects.requireNonNull(type);
+        return set(() -> lineType = type);
     }
 
     /**
-     * Sets what conversions do with unmappable characters.
+     * Sets what conversions do with what cannot be converted. At first that is {@link LossPolicy#CLASSIC}.
+     *
+     * @param policy what to do
+     * @return this transcoder
+     */
+    public Transcoder onLoss(LossPolicy policy) {
+        Objects.requireNonNull(policy);
+        return set(() -> onLoss = policy);
+    }
+
+    /**
+     * Sets how many losses of a conversion are kept for {@link #losses()}. At first that is 1000.
+     *
+     * @param most how many; 0 saves the work of finding lines and columns
+     * @return this transcoder
+     */
+    public Transcoder keepLosses(int most) {
+        if (most < 0) {
+            throw new IllegalArgumentException("less than no losses");
+        }
+        return set(() -> keep = most);
+    }
+
+    /**
+     * Sets what conversions with {@link LossPolicy#CLASSIC} do with unmappable characters.
      *
      * @param leaveOut true to leave them out, false to write a replacement
      * @return this transcoder
      */
     public Transcoder suppress(boolean leaveOut) {
-        return set(() -> jkc.setSuppress(leaveOut));
+        return set(() -> suppress = leaveOut);
     }
 
     /**
@@ -110,45 +149,38 @@ public final class Transcoder implements AutoCloseable {
      * @return this transcoder
      */
     public Transcoder compose(boolean pairs) {
-        return set(() -> jkc.setUtfmacTo(pairs));
+        return set(() -> compose = pairs);
     }
 
     /**
-     * Judges bytes in memory.
+     * Decides what bytes in memory are in. What {@link #from} told does not matter here.
      *
      * @param data the bytes
-     * @return what they were judged to be
-     * @throws JkcException when judging failed
+     * @return what was decided
      */
     public Detection detect(byte[] data) {
-        return use(() -> judge(data));
+        Objects.requireNonNull(data);
+        return use(() -> find(data).detection());
     }
 
     /**
-     * Judges a stream, which is read to its end and stays open.
+     * Decides what a stream is in, which is read to its end and stays open.
      *
      * @param in the stream
-     * @return what it was judged to be
+     * @return what was decided
      * @throws IOException thrown by the stream
-     * @throws JkcException when judging failed
      */
     public Detection detect(InputStream in) throws IOException {
-        Source source = new Source(in);
-        return use(() -> {
-            int[] lineEnds = new int[1];
-            int judged = jkc.judgesStream(null, lineEnds, source, expected.number());
-            source.rethrow();
-            return CodeType.isPlain(judged) ? judge(source.plainText()) : detection(judged, lineEnds[0]);
-        });
+        Objects.requireNonNull(in);
+        return use(() -> find(in, OutputStream.nullOutputStream()).detection());
     }
 
     /**
-     * Judges a file.
+     * Decides what a file is in.
      *
      * @param file the file
-     * @return what it was judged to be
+     * @return what was decided
      * @throws IOException when the file cannot be opened or read
-     * @throws JkcException when judging failed
      */
     public Detection detect(Path file) throws IOException {
         try (InputStream in = Files.newInputStream(file)) {
@@ -157,26 +189,46 @@ public final class Transcoder implements AutoCloseable {
     }
 
     /**
-     * Makes a string of bytes in any encoding. {@link #lastConversion()} tells what was unmappable.
+     * Makes a string of bytes in any encoding. {@link #lastConversion()} and {@link #losses()} tell what was lost.
      *
      * @param data the bytes
      * @return the text
-     * @throws JkcException when no single code type fits, or the text ends inside a character
+     * @throws JkcException when no single code type fits, or the loss policy ends the conversion
      */
     public String decode(byte[] data) {
-        return new String(convert(data, CodeType.UTF16BE), StandardCharsets.UTF_16BE);
+        Objects.requireNonNull(data);
+        return use(() -> {
+            CodeType source = source(data).type;
+            if (source == CodeType.EMPTY) {
+                return record(source, "", Losses.NONE);
+            }
+            FedConverter fed = converter(source, FedConverter.CHARS, false);
+            return record(source, Whole.decode(fed, data), fed.losses());
+        });
     }
 
     /**
-     * Writes a string in an encoding. {@link #lastConversion()} tells what was unmappable, with positions that are
-     * twice the index in the string.
+     * Writes a string in an encoding. {@link #lastConversion()} and {@link #losses()} tell what was lost, with positions
+     * that are twice the index in the string.
      *
      * @param text the text
-     * @param to the encoding wanted
+     * @param to the encoding wanted; {@link CodeType#ASCII} is written as Shift_JIS
      * @return the bytes
+     * @throws JkcException when the loss policy ends the conversion
      */
     public byte[] encode(String text, CodeType to) {
-        return convert(text.getBytes(StandardCharsets.UTF_16), to); // with a BOM, which settles the judgement
+        char[] in = new char[1 + text.length()];
+        in[0] = '\uFEFF'; // so that one in the text is a character
+        text.getChars(0, text.length(), in, 1);
+        boolean isBeyondBmp = to == CodeType.JIS && text.codePointCount(0, text.length()) != text.length();
+        target(to);
+        return use(() -> {
+            if (text.isEmpty()) {
+                return record(TEXT, new byte[0], Losses.NONE);
+            }
+            FedConverter fed = converter(FedConverter.CHARS, to, isBeyondBmp);
+            return record(TEXT, Whole.encode(fed, in), fed.losses().ofText());
+        });
     }
 
     /**
@@ -185,42 +237,104 @@ public final class Transcoder implements AutoCloseable {
      * @param data the bytes
      * @param to the encoding wanted; {@link CodeType#ASCII} is written as Shift_JIS
      * @return the converted bytes
-     * @throws JkcException when no single code type fits, or the text ends inside a character
+     * @throws JkcException when no single code type fits, or the loss policy ends the conversion
      */
     public byte[] convert(byte[] data, CodeType to) {
-        ByteArrayOutputStream out = new ByteArrayOutputStream();
-        Jkc.Writer writer = (piece, length, user) -> {
-            out.write(piece, 0, length);
-            return Status.SUCCESS;
-        };
-        use(() -> convert(data, to, writer));
-        return out.toByteArray();
+        Objects.requireNonNull(data);
+        target(to);
+        return use(() -> {
+            Source source = source(data);
+            if (source.type == CodeType.EMPTY) {
+                return record(source.type, new byte[0], Losses.NONE);
+            }
+            FedConverter fed = converter(source.type, to, source.isBeyondBmp);
+            return record(source.type, Whole.convert(fed, data), fed.losses());
+        });
     }
 
     /**
-     * Converts a stream. The source is read to its end before anything is written. Both streams stay open.
+     * Converts a stream. Both streams stay open. Where the code type is to be decided, all of the source is read before
+     * anything is written.
      *
      * @param in the source
      * @param out receives the converted bytes
      * @param to the encoding wanted; {@link CodeType#ASCII} is written as Shift_JIS
      * @return what the conversion met
      * @throws IOException thrown by one of the streams
-     * @throws JkcException when no single code type fits (nothing is written then), or the text ends inside a character
+     * @throws JkcException when no single code type fits (nothing is written then), or the loss policy ends the conversion
      */
     public Conversion convert(InputStream in, OutputStream out, CodeType to) throws IOException {
-        Source source = new Source(in);
-        Sink sink = new Sink(out);
+        Objects.requireNonNull(in);
+        Objects.requireNonNull(out);
         return use(() -> {
-            Judged judged = new Judged();
-            int result = jkc.convertStream(source, expected.number(), target(to), false, judged, sink, null);
-            source.rethrow();
-            sink.rethrow();
-            return CodeType.isPlain(result) ? convert(source.plainText(), to, sink) : record(judged.type, result);
+            try (FedStream stream = stream(in, null, to)) {
+                return convert(stream, out);
+            }
         });
     }
 
     /**
-     * Tells what the last conversion met that came to its end.
+     * Converts a file. The stream stays open.
+     *
+     * @param file the source
+     * @param out receives the converted bytes
+     * @param to the encoding wanted; {@link CodeType#ASCII} is written as Shift_JIS
+     * @return what the conversion met
+     * @throws IOException when the file cannot be opened or read, or thrown by the stream
+     * @throws JkcException as for a stream
+     */
+    public Conversion convert(Path file, OutputStream out, CodeType to) throws IOException {
+        Objects.requireNonNull(file);
+        Objects.requireNonNull(out);
+        return use(() -> {
+            try (FedStream stream = stream(file, to)) {
+                return convert(stream, out);
+            }
+        });
+    }
+
+    /**
+     * Makes a stream of converted bytes, which reads the source when it is read.
+     *
+     * @param in the source, which is closed with the stream
+     * @param to the encoding wanted
+     * @return the stream
+     * @throws JkcException when no single code type fits
+     * @throws IOException thrown by the source, where the code type is to be decided
+     */
+    public ConvertingInputStream reading(InputStream in, CodeType to) throws IOException {
+        Objects.requireNonNull(in);
+        return use(() -> new ConvertingInputStream(stream(in, in, to)));
+    }
+
+    /**
+     * Makes a reader of bytes in any encoding, which reads the source when it is read.
+     *
+     * @param in the source, which is closed with the reader
+     * @return the reader
+     * @throws JkcException when no single code type fits
+     * @throws IOException thrown by the source, where the code type is to be decided
+     */
+    public ConvertingReader reader(InputStream in) throws IOException {
+        Objects.requireNonNull(in);
+        return use(() -> new ConvertingReader(stream(in, in, FedConverter.CHARS)));
+    }
+
+    /**
+     * Makes a reader of a file in any encoding.
+     *
+     * @param file the file
+     * @return the reader
+     * @throws JkcException when no single code type fits
+     * @throws IOException when the file cannot be opened or read
+     */
+    public ConvertingReader reader(Path file) throws IOException {
+        Objects.requireNonNull(file);
+        return use(() -> new ConvertingReader(stream(file, FedConverter.CHARS)));
+    }
+
+    /**
+     * Tells what the last conversion met that came to its end. A stream or reader tells of its own.
      *
      * @return what it met, or null before the first
      */
@@ -228,49 +342,117 @@ public final class Transcoder implements AutoCloseable {
         return use(() -> last);
     }
 
-    private Detection judge(byte[] data) {
-        int[] lineEnds = new int[1];
-        int judged = jkc.judgesBuffer(null, lineEnds, data, data.length, expected.number());
-        if (CodeType.isPlain(judged)) {
-            jkc.judgesBuffer(null, lineEnds, data, data.length, CodeType.SJIS.number());
-            judged = CodeType.ASCII.number();
-        }
-        return detection(judged, lineEnds[0]);
+    /**
+     * Tells what the last conversion lost that came to its end. A stream or reader tells of its own.
+     *
+     * @return the losses in the order of the text; the first ones only, if there were more than {@link #keepLosses} says
+     */
+    public List<Loss> losses() {
+        return use(() -> losses.kept());
     }
 
-    private Conversion convert(byte[] data, CodeType to, Jkc.Writer writer) {
-        Judged source = new Judged();
-        int result =
-                jkc.convertBuffer(data, data.length, expected.number(), target(to), false, source, writer, null);
-        if (CodeType.isPlain(result)) {
-            int sjis = CodeType.SJIS.number(); // as which ASCII is converted anyway
-            result = jkc.convertBuffer(data, data.length, sjis, target(to), false, null, writer, null);
-            source.type = CodeType.ASCII.number();
+    /** What a text is in, and what else is to be known to convert it. */
+    private record Source(CodeType type, boolean isBeyondBmp) {
+        static Source of(FedDetector.Found found) {
+            CodeType type = found.detection().type();
+            return new Source(type, found.isBeyondBmp() && type.isUnicode());
         }
-        return record(source.type, result);
     }
 
-    private static Detection detection(int judged, int lineEnds) {
-        if (judged < Status.EOF) {
-            throw new JkcException(judged);
-        }
-        return new Detection(judged, LineType.found(lineEnds));
+    private Source source(byte[] data) {
+        return told == CodeType.EMPTY ? Source.of(find(data)) : new Source(told, false);
     }
 
-    private Conversion record(int source, int result) {
-        if (result != Status.SUCCESS) {
-            throw new JkcException(result);
+    private FedDetector.Found find(byte[] data) {
+        try (FedDetector detector = new FedDetector(expected)) {
+            detector.feed(data, 0, data.length);
+            return detector.finish();
         }
-        last = new Conversion(CodeType.judged(source).iterator().next(), jkc.getNoCharCount(),
-                jkc.getFirstNoCharIndex(), jkc.getLastNoCharIndex(), jkc.getFirstNoChar(), jkc.getLastNoChar());
-        return last;
     }
 
-    private static int target(CodeType to) {
-        if (to == CodeType.EMPTY) {
+    private FedDetector.Found find(InputStream in, OutputStream copy) throws IOException {
+        try (FedDetector detector = new FedDetector(expected)) {
+            byte[] buffer = new byte[BUFFER_SIZE];
+            for (int count; (count = in.read(buffer, 0, BUFFER_SIZE)) >= 0;) {
+                detector.feed(buffer, 0, count);
+                copy.write(buffer, 0, count);
+            }
+            return detector.finish();
+        }
+    }
+
+    private FedStream stream(InputStream in, Closeable closed, CodeType to) throws IOException {
+        target(to);
+        if (told != CodeType.EMPTY) {
+            return stream(in, closed, new Source(told, false), to);
+        }
+        try (Spool spool = new Spool()) {
+            Source source = Source.of(find(in, spool));
+            InputStream content = spool.content();
+            return stream(content, () -> {
+                try (content; closed) {
+                    // Both, whatever one of them throws.
+                }
+            }, source, to);
+        }
+    }
+
+    private FedStream stream(Path file, CodeType to) throws IOException {
+        target(to);
+        Source source = new Source(told, false);
+        if (told == CodeType.EMPTY) {
+            try (InputStream in = Files.newInputStream(file)) {
+                source = Source.of(find(in, OutputStream.nullOutputStream()));
+            }
+        }
+        InputStream in = Files.newInputStream(file);
+        return stream(in, in, source, to);
+    }
+
+    private FedStream stream(InputStream in, Closeable closed, Source source, CodeType to) {
+        FedConverter fed =
+                source.type == CodeType.EMPTY ? null : new FedConverter(route(source.type, to, source.isBeyondBmp));
+        return new FedStream(in, closed, source.type, fed);
+    }
+
+    private Conversion convert(FedStream stream, OutputStream out) throws IOException {
+        byte[] buffer = new byte[BUFFER_SIZE];
+        for (int count; (count = stream.read(buffer, 0, BUFFER_SIZE)) >= 0;) {
+            out.write(buffer, 0, count);
+        }
+        return record(stream.source(), stream.conversion(), stream.losses());
+    }
+
+    private FedConverter.Route route(CodeType from, CodeType to, boolean isBeyondBmp) {
+        return new FedConverter.Route(from, to, lineType, onLoss, compose, suppress, isBeyondBmp, keep);
+    }
+
+    /** For a text in memory. */
+    private FedConverter converter(CodeType from, CodeType to, boolean isBeyondBmp) {
+        FedConverter.Route wanted = route(from, to, isBeyondBmp);
+        if (wanted.equals(route)) {
+            converter.reset();
+            return converter;
+        }
+        if (converter != null) {
+            converter.close();
+            route = null;
+        }
+        converter = new FedConverter(wanted);
+        route = wanted;
+        return converter;
+    }
+
+    private <T> T record(CodeType source, T result, Losses met) {
+        last = Conversion.of(source, met);
+        losses = met;
+        return result;
+    }
+
+    private static void target(CodeType to) {
+        if (Objects.requireNonNull(to) == CodeType.EMPTY) {
             throw new IllegalArgumentException("nothing can be written as " + to);
         }
-        return to.number();
     }
 
     @FunctionalInterface
@@ -294,8 +476,6 @@ public final class Transcoder implements AutoCloseable {
             return call.run();
         } finally {
             inUse.unlock();
-            // Not to be freed by the cleaner while the native side is at work.
-            Reference.reachabilityFence(this);
         }
     }
 
@@ -304,100 +484,5 @@ public final class Transcoder implements AutoCloseable {
             throw new IllegalStateException("a stream that a transcoder reads or writes must not use that transcoder");
         }
         inUse.lock();
-    }
-
-    /** Keeps what the source was judged to be. */
-    private static final class Judged implements Jkc.Observer {
-        private int type;
-
-        @Override
-        public int observe(int codeType, Object user) {
-            type = codeType;
-            return 0;
-        }
-    }
-
-    /**
-     * Keeps what the stream threw, of which the native side only says that reading failed, and its bytes as long as
-     * they are plain text, since that may have to be looked at again.
-     */
-    private static final class Source extends InputStream {
-        private final InputStream in;
-        private final ByteArrayOutputStream plainText = new ByteArrayOutputStream();
-        private boolean plain = true;
-        private Throwable failure;
-
-        Source(InputStream in) {
-            this.in = Objects.requireNonNull(in);
-        }
-
-        @Override
-        public int read() throws IOException {
-            return in.read();
-        }
-
-        @Override
-        public int read(byte[] data, int offset, int length) throws IOException {
-            try {
-                int count = in.read(data, offset, length);
-                keepPlainText(data, offset, count);
-                return count;
-            } catch (IOException | RuntimeException | Error e) {
-                failure = e;
-                throw e;
-            }
-        }
-
-        private void keepPlainText(byte[] data, int offset, int count) {
-            for (int i = offset; plain && i < offset + count; ++i) {
-                plain = data[i] > 0;
-            }
-            if (!plain) {
-                plainText.reset();
-            } else if (count > 0) {
-                plainText.write(data, offset, count);
-            }
-        }
-
-        byte[] plainText() {
-            return plainText.toByteArray();
-        }
-
-        void rethrow() throws IOException {
-            if (failure instanceof IOException e) {
-                throw e;
-            } else if (failure instanceof RuntimeException e) {
-                throw e;
-            } else if (failure instanceof Error e) {
-                throw e;
-            }
-        }
-    }
-
-    /** Keeps what the stream threw, which a native method cannot declare. */
-    private static final class Sink implements Jkc.Writer {
-        private final OutputStream out;
-        private IOException failure;
-
-        Sink(OutputStream out) {
-            this.out = Objects.requireNonNull(out);
-        }
-
-        @Override
-        public int write(byte[] data, int length, Object user) {
-            try {
-                out.write(data, 0, length);
-                return Status.SUCCESS;
-            } catch (IOException e) {
-                failure = e;
-                return Status.EWRITE;
-            }
-        }
-
-        void rethrow() throws IOException {
-            if (failure != null) {
-                throw failure;
-            }
-        }
     }
 }

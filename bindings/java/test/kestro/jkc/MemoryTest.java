@@ -2,6 +2,9 @@ package kestro.jkc;
 
 import static org.junit.Assert.*;
 
+import java.nio.ByteBuffer;
+import java.nio.CharBuffer;
+import java.nio.charset.Charset;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.List;
@@ -17,10 +20,13 @@ public class MemoryTest {
     public void nothingIsLeft() throws Exception {
         Jkc jkc = new Jkc();
         jkc._createJkc();
+        Charset charset = Charset.forName("eucJP-ms");
         for (Runnable use : List.<Runnable>of(() -> new Transcoder().encode("text", CodeType.SJIS), () -> {
             try (Transcoder transcoder = new Transcoder()) {
                 transcoder.encode("text", CodeType.SJIS);
             }
+        }, () -> assertEquals("text", new String("text".getBytes(charset), charset)), () -> {
+            charset.newDecoder().decode(ByteBuffer.wrap(new byte[1]), CharBuffer.allocate(1), true); // is never flushed
         }, () -> assertThrows(IllegalArgumentException.class,
                 () -> jkc.convertBuffer("text".getBytes(), 4, 4, 15, false, null, (data, length, user) -> {
                     throw new IllegalArgumentException();

@@ -2,17 +2,21 @@ package kestro.jkc;
 
 import static org.junit.Assert.*;
 
+import java.nio.charset.Charset;
 import java.nio.file.*;
 import java.util.*;
 import org.junit.Test;
 
 public class NativeLibraryTest {
-    /** Says which files were loaded, or why none was. */
+    /** Says which files were loaded, or why none was, and whether there are charsets. */
     public static void main(String[] arguments) throws Exception {
         try {
             new Transcoder().close();
         } catch (UnsatisfiedLinkError e) {
             System.out.println(e.getMessage());
+        }
+        if (!Charset.isSupported("eucJP-ms") && Charset.isSupported("windows-31j")) {
+            System.out.println("no charsets");
         }
         Files.readString(Path.of("/proc/self/maps")).lines().filter(line -> line.contains("libjkc"))
                 .map(line -> line.substring(line.indexOf('/'))).distinct().forEach(System.out::println);
@@ -42,7 +46,8 @@ public class NativeLibraryTest {
         Files.delete(folder);
 
         String error = where(System.getProperty("jkc.classes"), broken);
-        for (String place : List.of("kestro.jkc.library", "/nowhere/libjkc.so", "java.library.path", "the jar")) {
+        for (String place : List.of("no charsets", "kestro.jkc.library", "/nowhere/libjkc.so", "java.library.path",
+                     "the jar")) {
             assertTrue(error, error.contains(place));
         }
     }

@@ -69,8 +69,10 @@ public class TranscoderTest {
         }
         byte[] nonsense = "\u00FF\u00FF\u00FF".getBytes(StandardCharsets.ISO_8859_1);
         Detection none = transcoder.detect(nonsense);
-        assertEquals(new Detection(-1, LineType.found(-20)), none);
+        assertEquals(-1, none.judged());
         assertEquals(EnumSet.noneOf(LineType.class), none.lineEnds());
+        assertFalse(none.binary());
+        assertTrue(transcoder.detect(new byte[100]).binary());
         assertThrows(JkcException.class, none::type);
         assertThrows(JkcException.class, () -> transcoder.decode(nonsense));
     }
