@@ -15,6 +15,15 @@ JkcContext &select_target(JkcContext &ctx, int32_t read_as) {
     return ctx;
 }
 
+// Also single bytes that begin no character, which decoders make control and private-use characters of.
+template <class Encoder>
+uint8_t *put_any(Encoder &e, uint8_t *o, uint32_t c) {
+    uint8_t *written = e.put(o, c);
+    return written != nullptr ? written : e.put_lossy(o, c);
+}
+
+} // namespace
+
 SingleByteSet single_byte_set(int32_t read_as) {
     switch (read_as) {
     case JKC_READ_CP1252:
@@ -29,15 +38,6 @@ SingleByteSet single_byte_set(int32_t read_as) {
         return SingleByteSet::kLatin1;
     }
 }
-
-// Also single bytes that begin no character, which decoders make control and private-use characters of.
-template <class Encoder>
-uint8_t *put_any(Encoder &e, uint8_t *o, uint32_t c) {
-    uint8_t *written = e.put(o, c);
-    return written != nullptr ? written : e.put_lossy(o, c);
-}
-
-} // namespace
 
 BytesAgain::BytesAgain(int32_t read_as) : read_as_(read_as), sjis_(&select_target(ctx_, read_as)), euc_(&ctx_) {}
 

@@ -10,6 +10,9 @@ namespace jkc {
 // Stands where a byte is lost, or several: no encoding that texts are in has it.
 constexpr uint8_t kLostByte = 0xFF;
 
+// The table of an encoding of a byte a character: a JkcMisreadAs.
+SingleByteSet single_byte_set(int32_t read_as);
+
 class BytesAgain {
 public:
     static constexpr size_t kLongest = 3; // of a character

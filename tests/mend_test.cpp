@@ -3,12 +3,12 @@
 
 #include <fstream>
 
+#include "mend/bytes_again.h"
 #include "mend/ways.h"
 #include "support/case_file.h"
 #include "support/exact_buffer.h"
 #include "support/failing_alloc.h"
 #include "support/same_text.h"
-#include "tables/single_bytes.h"
 
 namespace jkc::testing {
 namespace {
@@ -88,21 +88,6 @@ std::vector<string> parts_of(const std::vector<string> &lines, size_t length, si
     return parts;
 }
 
-SingleByteSet set_of(int32_t read_as) {
-    switch (read_as) {
-    case JKC_READ_CP1252:
-        return SingleByteSet::kCp1252;
-    case JKC_READ_CP850:
-        return SingleByteSet::kCp850;
-    case JKC_READ_CP437:
-        return SingleByteSet::kCp437;
-    case JKC_READ_MAC_ROMAN:
-        return SingleByteSet::kMacRoman;
-    default:
-        return SingleByteSet::kLatin1;
-    }
-}
-
 // The text as it is misread. With `lossy`, what the encoding lacks is replaced, else C1 control characters stand for it.
 Converted misread(const string &text, JkcMisreading misreading, bool lossy) {
     const Converted bytes = converted(text, JKC_TYPE_UTF8, misreading.was);
@@ -114,8 +99,8 @@ Converted misread(const string &text, JkcMisreading misreading, bool lossy) {
     std::u32string characters;
     for (const char c : bytes.text) {
         const auto byte = static_cast<uint8_t>(c);
-        characters +=
-            static_cast<char32_t>(byte < 0x80 ? byte : single_byte_character(set_of(misreading.read_as), byte));
+        characters += static_cast<char32_t>(
+            byte < 0x80 ? byte : single_byte_character(single_byte_set(misreading.read_as), byte));
         if (lossy && misreading.read_as == JKC_READ_CP1252 && characters.back() >= 0x80 && characters.back() < 0xA0) {
             characters.back() = 0xFFFD;
             ++read.lost;

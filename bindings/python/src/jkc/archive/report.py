@@ -23,9 +23,6 @@ class Counts:
         self.lossy = 0  # of those that are converted
         self.not_done = 0
 
-    def close(self) -> None:
-        self._files.close()
-
     def add(self, line: Line) -> None:
         self.outcomes[line["outcome"]] += 1
         self.lossy += line["outcome"] == "converted" and line["loss_count"] > 0

@@ -52,7 +52,7 @@ def convert_batch(job: Job, names: list[str]) -> list[Line]:
     return [lines[name] for name in names]
 
 
-def run_program(options: tuple[str, ...], names: list[str], folder: str, results: str) -> subprocess.CompletedProcess:
+def run_program(options: tuple[str, ...], names: list[str], folder: str, results: str) -> subprocess.CompletedProcess[bytes]:
     """Has the program convert files of one folder into another."""
     command = [program(), "convert", *options, "--report=json", "--quiet", "--null", "--files-from=-"]
     return subprocess.run([*command, "--output-dir", results], cwd=folder, capture_output=True,
