@@ -45,7 +45,8 @@ Mended mend(const string &text) {
 string to_utf8(std::u32string_view text) {
     string units;
     for (const char32_t c : text) {
-        units += string(reinterpret_cast<const char *>(&c), 2); // none of the texts leaves the BMP
+        const auto unit = static_cast<char16_t>(c); // none of the texts leaves the BMP
+        units.append(reinterpret_cast<const char *>(&unit), sizeof unit);
     }
     return converted(units, kUtf16, JKC_TYPE_UTF8).text;
 }
