@@ -2,8 +2,7 @@
 """Measures the package beside what Python and others have, and prints tables.   bench.py [SECONDS]
 
 Each measurement is the fastest of the runs that SECONDS (0.5) hold, three at least: CPU time, but for two threads the time
-by the clock. The texts are those of bench/text, repeated
-to 1 MB in each encoding.
+by the clock. The texts are those of bench/text, repeated to 1 MB in each encoding.
 """
 from __future__ import annotations
 
